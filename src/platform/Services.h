@@ -1,0 +1,32 @@
+#pragma once
+
+namespace platform {
+
+class Boxes;
+class Chance;
+class Clock;
+class Events;
+class Files;
+class Help;
+class Process;
+class AgentServer;
+
+// What the game stands on, one of each. main makes the real ones, a test makes fakes.
+struct Services {
+    Events &events;
+    Clock &clock;
+    Chance &chance;
+    Process &process;
+    Files &files;
+    Boxes &boxes;
+    Help &help;
+    AgentServer &agent;
+};
+
+// Makes `services` the ones that The() gives, until the next call. Not owned; null takes them away.
+void InstallServices(Services *services);
+
+// The installed services. There must be some.
+Services &The();
+
+} // namespace platform

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QString>
+
+namespace platform {
+
+enum class BoxButtons { Ok, YesNo, YesNoCancel };
+enum class BoxAnswer { Ok, Yes, No, Cancel };
+
+// Modal boxes. Events run inside: timers tick, characters go on, handlers of other windows of the program do
+// not. The text is always plain, never markup. No error is raised.
+class Boxes {
+public:
+    virtual ~Boxes() = default;
+
+    // `title` empty means the application's title. Closing the box from its frame answers Cancel, or No where
+    // there is no Cancel, or Ok where there is neither.
+    virtual BoxAnswer MessageBox(const QString &text, BoxButtons buttons = BoxButtons::Ok,
+                                 const QString &title = QString()) = 0;
+
+    // The text typed, empty when cancelled.
+    virtual QString InputBox(const QString &prompt, const QString &title = QString(),
+                             const QString &preset = QString()) = 0;
+};
+
+} // namespace platform

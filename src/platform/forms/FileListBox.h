@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QListWidget>
+
+namespace platform {
+
+// Shows the names of all files of one folder.
+class FileListBox : public QListWidget {
+    Q_OBJECT
+
+public:
+    explicit FileListBox(QWidget *parent = nullptr);
+
+    QString Path() const { return m_path; }
+    // Lists the folder anew when it is another one; the selection goes. The same folder changes nothing. Raises 76
+    // when there is no such folder; the list is then empty and the path as before.
+    void SetPath(const QString &path);
+    // Lists the folder anew, keeping the selection when the file is still there.
+    void Refresh();
+
+    // The selected file's name, empty when none is selected.
+    QString FileName() const;
+
+signals:
+    // A file was clicked, or selected by a key.
+    void Clicked();
+
+private:
+    QString m_path;
+};
+
+} // namespace platform

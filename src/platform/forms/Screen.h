@@ -1,0 +1,116 @@
+#pragma once
+
+#include "platform/forms/Timer.h"
+
+#include <QObject>
+#include <QString>
+
+#include <functional>
+#include <memory>
+#include <vector>
+
+class QWidget;
+
+namespace platform {
+
+// One screen: an instance that can outlive its window. Load makes the window, Unload drops it; the members of
+// the derived class stay. Every event enters by one door, which keeps the instance and its dropped windows alive
+// until the outermost handler has returned.
+//
+// A derived class `T` has one shared instance, T::Shared(), made at first use (see SharedScreen below).
+class Screen : public std::enable_shared_from_this<Screen> {
+public:
+    virtual ~Screen();
+    Screen(const Screen &) = delete;
+    Screen &operator=(const Screen &) = delete;
+
+    // Makes the window if need be, without showing it.
+    void Load();
+    // Loads if need be, puts the window in front; the screen becomes active by the event loop, after the handler
+    // that runs now has let go or pumped.
+    void Show();
+    // Runs OnUnload and drops the window. When the last loaded screen has gone the program ends, once the handler
+    // that runs now has let go. Nothing when not loaded.
+    void Unload();
+
+    bool IsLoaded() const { return m_window != nullptr; }
+    // Whether it is the screen that is in front of the others.
+    bool IsActive() const;
+    QWidget *Window() const { return m_window; } // null while not loaded
+
+protected:
+    // `name` is the class name; `title` the window's caption.
+    Screen(QString name, QString title);
+
+    virtual void OnLoad(QWidget &window) = 0; // setupUi and Connect, nothing else
+    virtual void OnActivate() {}              // has to stand being repeated
+    virtual void OnUnload() {}
+    virtual void OnResize() {}                // the window has a new size, also at the first show
+
+    // How the window stands on the display: screens that scale open maximised, the others centred at their own size.
+    virtual bool OpensMaximised() const { return false; }
+
+    // Connects a control's signal to a handler by way of the door, until the unload.
+    template <class Sender, class Signal>
+    void Connect(Sender *sender, Signal signal, std::function<void()> handler)
+    {
+        QObject::connect(sender, signal, m_connections.get(), [this, handler = std::move(handler)] { Enter(handler); });
+    }
+
+    // The same for what is not a signal: the result calls `handler` by way of the door, and nothing any more
+    // after the unload.
+    std::function<void()> Guarded(std::function<void()> handler);
+
+private:
+    friend class ScreenStack;
+    class WindowWatch;
+
+    // The one door for events. Lets no Error into the event loop: one that no trap took gives the default report
+    // and ends the program.
+    void Enter(const std::function<void()> &handler);
+
+    const QString m_name;
+    const QString m_title;
+    std::unique_ptr<QObject> m_connections; // cut by Unload, so that a dropped window is silent
+    QWidget *m_window = nullptr;            // owned here until dropped, then by the door
+    bool m_activationPending = false;
+};
+
+// Gives a screen class its lazily made shared instance.
+template <class T>
+class SharedScreen : public Screen {
+public:
+    static T &Shared() { return *Instance(); }
+    // Whether there is an instance now.
+    static bool Exists() { return Slot() != nullptr; }
+    // Lets go of the shared instance: the next use makes a new one. The old one is destroyed when the last handler
+    // has left it.
+    static void Release() { Slot().reset(); }
+
+protected:
+    using Screen::Screen;
+
+private:
+    static std::shared_ptr<T> &Slot()
+    {
+        static std::shared_ptr<T> instance;
+        return instance;
+    }
+    static std::shared_ptr<T> Instance()
+    {
+        if (!Slot())
+            Slot() = std::make_shared<T>();
+        return Slot();
+    }
+};
+
+// The one way of moving on: shows `target`, then unloads `current`.
+void ShowScreen(Screen &target, Screen &current);
+
+// Unloads nothing and runs no step: forgets all windows and instances between two tests, or when the program ends.
+void ForgetScreens();
+
+// How many screens are loaded.
+int LoadedScreens();
+
+} // namespace platform
