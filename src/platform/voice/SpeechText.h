@@ -25,7 +25,8 @@ struct SpeechUnit {
 //   any other \name\ or \name=value\   taken out and ignored
 //
 // Tag names are of any letter case. Text that only looks like a tag stays as it is, so that a backslash in a
-// name never swallows what follows. A map tag without end says and shows nothing.
+// name never swallows what follows. A map tag without end says and shows nothing. Punctuation that stands
+// right behind a map tag belongs to its unit: it is said and shown with it.
 struct SpeechText {
     std::vector<SpeechUnit> units;
 
@@ -33,5 +34,9 @@ struct SpeechText {
     QString Spoken() const; // the units' spoken texts, separated by blanks
     QString Shown() const;  // as the balloon shows it when all has been said
 };
+
+// Whether `tagged` is the tag that asks for the last line once more, `\lst\` in any letter case, with nothing
+// but blanks round it. Within other text that tag is taken out like any other.
+bool IsRepeatTag(const QString &tagged);
 
 } // namespace platform
