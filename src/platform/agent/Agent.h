@@ -117,7 +117,8 @@ public:
     // that no other client holds vanish at once; one that has a Hide waiting or running plays it out unattended.
     virtual void Disconnect() = 0;
 
-    // Called by the event loop for each request of this client that has ended.
+    // Called by the event loop for each request of this client that has begun, and again when it has ended.
+    std::function<void(const RequestReference &)> requestStart;
     std::function<void(const RequestReference &)> requestComplete;
     // Called by the event loop for a command, while this client is the one that gets the user's input.
     std::function<void(const UserInput &)> command;

@@ -1,0 +1,146 @@
+#include "platform/agent/AgentEngine.h"
+
+#include "platform/agent/Cast.h"
+#include "platform/agent/Client.h"
+
+#include <algorithm>
+
+namespace platform {
+
+namespace {
+
+// The longest that a figure whose client has gone is still seen leaving.
+constexpr std::chrono::milliseconds kDepartureLimit{ 1500 };
+
+} // namespace
+
+AgentEngine::AgentEngine(Events &events, FigureMaker &figures) : m_events(events), m_figures(figures) {}
+
+AgentEngine::~AgentEngine()
+{
+    // Each departure takes its client out of the list.
+    const auto clients = m_clients;
+    for (const auto &weak : clients) {
+        if (const auto client = weak.lock())
+            client->Disconnect();
+    }
+    m_departures.clear();
+}
+
+AgentControlReference AgentEngine::CreateControl()
+{
+    auto client = std::make_shared<Client>(*this, m_alive);
+    m_clients.push_back(client);
+    return AgentControlReference(std::move(client));
+}
+
+bool AgentEngine::HasClients() const
+{
+    return std::any_of(m_clients.begin(), m_clients.end(), [](const std::weak_ptr<Client> &weak) {
+        const auto client = weak.lock();
+        return client && client->Connected();
+    });
+}
+
+void AgentEngine::DeliverCommand(const QString &name)
+{
+    Post([this, name] {
+        const auto client = m_inputClient.lock();
+        if (!client || !client->Connected() || !client->command)
+            return;
+        const bool seen = std::any_of(client->Casts().begin(), client->Casts().end(),
+                                      [](const auto &entry) { return entry.second->Visible(); });
+        if (seen)
+            client->command(UserInput{ name });
+    });
+}
+
+std::shared_ptr<Cast> AgentEngine::CastFor(const QString &id, const QString &file)
+{
+    std::weak_ptr<Cast> &slot = m_casts[id.toLower()];
+    if (auto present = slot.lock())
+        return present;
+    auto made = std::make_shared<Cast>(*this, m_alive, id, m_figures.Make(id, file));
+    made->Connect();
+    slot = made;
+    return made;
+}
+
+void AgentEngine::Leave(Client &client)
+{
+    m_clients.erase(std::remove_if(m_clients.begin(), m_clients.end(),
+                                   [&client](const std::weak_ptr<Client> &weak) {
+                                       const auto other = weak.lock();
+                                       return !other || other.get() == &client;
+                                   }),
+                    m_clients.end());
+    for (const auto &[key, cast] : client.Casts()) {
+        if (--cast->holders > 0) {
+            cast->RemoveRequestsOf(client);
+            continue;
+        }
+        m_casts.erase(key);
+        const bool departs = cast->Visible() && cast->HasHideOf(client);
+        if (departs && cast->Body().HasMotion(QStringLiteral("Hide"))) {
+            ShowDeparture(cast);
+        } else {
+            cast->RemoveRequestsOf(client);
+            cast->Body().Disappear();
+        }
+    }
+    client.Forget();
+}
+
+// Nobody is to wait for this figure any more; it only plays its leaving to the end.
+void AgentEngine::ShowDeparture(const std::shared_ptr<Cast> &cast)
+{
+    auto departure = std::make_shared<Departure>();
+    departure->cast = cast;
+    m_departures.push_back(departure);
+    const auto end = [this, alive = std::weak_ptr<bool>(m_alive), weak = std::weak_ptr<Departure>(departure)] {
+        const auto gone = weak.lock();
+        if (alive.expired() || !gone)
+            return;
+        gone->cast->Body().Halt();
+        gone->cast->Body().Disappear();
+        m_departures.erase(std::remove(m_departures.begin(), m_departures.end(), gone), m_departures.end());
+        // The figure may be on the stack, so the event loop destroys it.
+        m_events.Post([gone] {});
+    };
+    departure->deadline = m_events.After(kDepartureLimit, end);
+    cast->Depart(end);
+}
+
+bool AgentEngine::TakeVoice(const std::shared_ptr<Cast> &cast)
+{
+    m_voiceQueue.push_back(cast);
+    return m_voiceQueue.size() == 1;
+}
+
+void AgentEngine::GiveVoiceBack(const Cast &cast)
+{
+    if (m_voiceQueue.empty())
+        return;
+    const auto before = m_voiceQueue.front().lock();
+    m_voiceQueue.erase(std::remove_if(m_voiceQueue.begin(), m_voiceQueue.end(),
+                                      [&cast](const std::weak_ptr<Cast> &weak) {
+                                          const auto other = weak.lock();
+                                          return !other || other.get() == &cast;
+                                      }),
+                       m_voiceQueue.end());
+    if (m_voiceQueue.empty())
+        return;
+    const auto next = m_voiceQueue.front().lock();
+    if (next && next != before)
+        next->VoiceIsFree();
+}
+
+void AgentEngine::Post(std::function<void()> work)
+{
+    m_events.Post([alive = std::weak_ptr<bool>(m_alive), work = std::move(work)] {
+        if (!alive.expired())
+            work();
+    });
+}
+
+} // namespace platform

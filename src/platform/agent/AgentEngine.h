@@ -1,0 +1,67 @@
+#pragma once
+
+#include "platform/agent/Agent.h"
+#include "platform/agent/Figure.h"
+#include "platform/system/Events.h"
+
+#include <deque>
+#include <map>
+#include <vector>
+
+namespace platform {
+
+class Cast;
+class Client;
+class QueuedRequest;
+
+// The service itself: connections, queues and statuses, over figures that do the moving and talking. The real
+// program and the tests run this same engine; they differ in the figures.
+class AgentEngine : public AgentServer {
+public:
+    // The references have to outlive the engine and every object it hands out.
+    AgentEngine(Events &events, FigureMaker &figures);
+    ~AgentEngine() override;
+
+    AgentControlReference CreateControl() override;
+
+    // Brings a command to the client that gets the user's input: the one whose character was shown last, while
+    // one of its characters is visible. Nothing when there is none.
+    void DeliverCommand(const QString &name);
+
+private:
+    friend class Cast;
+    friend class Client;
+    friend class ClientCharacter;
+
+    using RequestPointer = std::shared_ptr<QueuedRequest>;
+
+    // Clients.
+    bool HasClients() const;
+    std::shared_ptr<Cast> CastFor(const QString &id, const QString &file);
+    void Leave(Client &client);
+    void ShowDeparture(const std::shared_ptr<Cast> &cast);
+    void SetInputClient(const std::shared_ptr<Client> &client) { m_inputClient = client; }
+
+    // The voice: one at a time, first come, first served.
+    bool TakeVoice(const std::shared_ptr<Cast> &cast);
+    void GiveVoiceBack(const Cast &cast);
+
+    int NextSequence() { return ++m_sequence; }
+    void Post(std::function<void()> work); // dropped when the engine has gone by then
+
+    Events &m_events;
+    FigureMaker &m_figures;
+    std::vector<std::weak_ptr<Client>> m_clients;
+    std::map<QString, std::weak_ptr<Cast>> m_casts; // by id in lower case
+    std::weak_ptr<Client> m_inputClient;
+    std::deque<std::weak_ptr<Cast>> m_voiceQueue; // the first one is talking
+    struct Departure {
+        std::shared_ptr<Cast> cast;
+        std::unique_ptr<PendingCall> deadline;
+    };
+    std::vector<std::shared_ptr<Departure>> m_departures;
+    std::shared_ptr<bool> m_alive = std::make_shared<bool>(true);
+    int m_sequence = 0;
+};
+
+} // namespace platform

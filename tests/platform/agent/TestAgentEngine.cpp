@@ -1,0 +1,335 @@
+#include "support/AgentService.h"
+
+#include <QLoggingCategory>
+#include <QtTest>
+
+using namespace platform;
+
+namespace {
+
+QStringList g_trace;
+
+void KeepTrace(QtMsgType, const QMessageLogContext &context, const QString &text)
+{
+    if (QLatin1String(context.category) == QLatin1String("tumblewick.agent"))
+        g_trace << text;
+}
+
+} // namespace
+
+// What the engine asks of its figures, seen in what the fake ones write down.
+class TestAgentEngine : public QObject {
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+
+    void movesAndGesturesAreChosenFromTheFiguresOwnSide_data();
+    void movesAndGesturesAreChosenFromTheFiguresOwnSide();
+    void aMoveIsJudgedWhenItBegins();
+    void balloonOffMeansTheNextSpeechOnly();
+    void aSecondBalloonOffBehindTheSameLineDoesNotReachTheNext();
+    void balloonOffWhileAnOlderLineTalksHidesItAndTheNext();
+    void balloonOnTakesTheMarkBack();
+    void speechFailuresBecomeStatusOne_data();
+    void speechFailuresBecomeStatusOne();
+    void aFailedSpeechGivesTheVoiceToTheNext();
+    void aDragHoldsAMoveUntilItEnds();
+    void hideAskedByTheUserStandsBehindThePresentWork();
+    void aFigureRestsWhenItsQueueRunsEmpty();
+    void aRunningHideIsNotBegunAnewWhenItsClientGoes();
+    void aWaitingHideIsPlayedWhenItsClientGoes();
+    void aDepartureEndsInTimeWhateverTheFigureDoes();
+    void withoutAHideFiguresVanishAtOnce();
+    void aLoadThatFailsLeavesItsIdTaken();
+    void theEngineMayGoBeforeItsControls();
+    void traceLinesHaveOneForm();
+
+private:
+    CharacterReference Visible(const QString &id)
+    {
+        m_control->Load(id, id + QStringLiteral(".acs"));
+        const CharacterReference character = m_control->Character(id);
+        character->Show(true);
+        m_service->stage.ClearLog();
+        return character;
+    }
+
+    std::unique_ptr<support::FakeAgentService> m_service;
+    AgentControlReference m_control;
+};
+
+void TestAgentEngine::init()
+{
+    m_service = std::make_unique<support::FakeAgentService>();
+    m_control = m_service->Engine().CreateControl();
+}
+
+void TestAgentEngine::cleanup()
+{
+    m_control = nullptr;
+    m_service.reset();
+}
+
+void TestAgentEngine::movesAndGesturesAreChosenFromTheFiguresOwnSide_data()
+{
+    QTest::addColumn<QPoint>("target"); // the figure stands at 100,100 and is 128 wide and high
+    QTest::addColumn<QString>("move");
+    QTest::addColumn<QString>("gesture");
+    QTest::newRow("to the right of the screen") << QPoint(400, 110) << "MoveLeft" << "GestureLeft";
+    QTest::newRow("to the left of the screen") << QPoint(-300, 90) << "MoveRight" << "GestureRight";
+    QTest::newRow("up") << QPoint(120, -400) << "MoveUp" << "GestureUp";
+    QTest::newRow("down") << QPoint(120, 700) << "MoveDown" << "GestureDown";
+    QTest::newRow("as far across as down") << QPoint(363, 363) << "MoveLeft" << "GestureLeft";
+    QTest::newRow("nowhere") << QPoint(100, 100) << "MoveDown" << "GestureDown";
+}
+
+void TestAgentEngine::movesAndGesturesAreChosenFromTheFiguresOwnSide()
+{
+    QFETCH(QPoint, target);
+    const auto merlin = Visible("Merlin");
+    merlin->MoveTo(100, 100, 0);
+    m_service->stage.ClearLog();
+    merlin->GestureAt(target.x(), target.y());
+    m_service->time.RunUntilIdle();
+    merlin->MoveTo(target.x(), target.y());
+    m_service->time.RunUntilIdle();
+    QTEST(m_service->stage.Log().value(0).section('"', 1, 1), "gesture");
+    QTEST(m_service->stage.Log().value(2).section('"', 1, 1), "move");
+    QCOMPARE(m_service->stage.Log().value(3), QString("Merlin slides to %1,%2").arg(target.x()).arg(target.y()));
+}
+
+void TestAgentEngine::aMoveIsJudgedWhenItBegins()
+{
+    const auto merlin = Visible("Merlin");
+    merlin->MoveTo(500, 0);
+    merlin->MoveTo(400, 0); // to the right of where he is asked, to the left of where he will be
+    m_service->time.RunUntilIdle();
+    QVERIFY(m_service->stage.Log().contains("Merlin performs \"MoveRight\""));
+}
+
+void TestAgentEngine::balloonOffMeansTheNextSpeechOnly()
+{
+    const auto merlin = Visible("Merlin");
+    merlin->WordBalloon().SetVisible(false);
+    merlin->Speak("secret");
+    merlin->Speak("open");
+    m_service->time.RunUntilIdle();
+    QCOMPARE(m_service->stage.Log().value(0), QString("Merlin says \"secret\" without balloon"));
+    QVERIFY(m_service->stage.Log().value(1).contains("showing"));
+}
+
+void TestAgentEngine::aSecondBalloonOffBehindTheSameLineDoesNotReachTheNext()
+{
+    const auto merlin = Visible("Merlin");
+    merlin->Play("Read");
+    merlin->WordBalloon().SetVisible(false);
+    merlin->Speak("secret");
+    merlin->WordBalloon().SetVisible(false);
+    merlin->Speak("praise");
+    m_service->time.RunUntilIdle();
+    QVERIFY(m_service->stage.Log().contains("Merlin says \"secret\" without balloon"));
+    QVERIFY(m_service->stage.Log().contains("Merlin says \"praise\" showing \"praise\""));
+}
+
+void TestAgentEngine::balloonOffWhileAnOlderLineTalksHidesItAndTheNext()
+{
+    const auto merlin = Visible("Merlin");
+    merlin->Speak("old");
+    merlin->WordBalloon().SetVisible(false);
+    merlin->Speak("secret");
+    m_service->time.RunUntilIdle();
+    QCOMPARE(m_service->stage.Log().value(1), QString("Merlin hides the balloon"));
+    QCOMPARE(m_service->stage.Log().value(2), QString("Merlin says \"secret\" without balloon"));
+}
+
+void TestAgentEngine::balloonOnTakesTheMarkBack()
+{
+    const auto merlin = Visible("Merlin");
+    merlin->WordBalloon().SetVisible(false);
+    merlin->WordBalloon().SetVisible(true);
+    merlin->Speak("open");
+    QVERIFY(merlin->WordBalloon().Visible());
+}
+
+void TestAgentEngine::speechFailuresBecomeStatusOne_data()
+{
+    QTest::addColumn<qint32>("number");
+    QTest::newRow("no device") << qint32(kAudioDeviceUnusable);
+    QTest::newRow("no engine") << qint32(kSpeechEngineUnusable);
+}
+
+void TestAgentEngine::speechFailuresBecomeStatusOne()
+{
+    QFETCH(qint32, number);
+    const auto merlin = Visible("Merlin");
+    m_service->stage.SetSpeechFailure(number);
+    const auto speak = merlin->Speak("Hello");
+    QCOMPARE(int(speak->Status()), int(kRequestRunning));
+    m_service->time.RunUntilIdle();
+    QCOMPARE(int(speak->Status()), int(kRequestFailed));
+    QCOMPARE(speak->Number(), number);
+    QCOMPARE(speak->Description(), StockDescription(number));
+}
+
+void TestAgentEngine::aFailedSpeechGivesTheVoiceToTheNext()
+{
+    const auto merlin = Visible("Merlin");
+    const auto genie = Visible("Genie");
+    m_service->stage.FailNext("Merlin", "Speak", kAudioDeviceUnusable);
+    merlin->Speak("One");
+    const auto second = genie->Speak("Two");
+    m_service->time.RunUntilIdle();
+    QCOMPARE(int(second->Status()), int(kRequestDone));
+}
+
+void TestAgentEngine::aDragHoldsAMoveUntilItEnds()
+{
+    const auto merlin = Visible("Merlin");
+    m_service->stage.Of("Merlin")->dragged(true);
+    const auto move = merlin->MoveTo(300, 300);
+    m_service->time.RunUntilIdle();
+    QCOMPARE(int(move->Status()), int(kRequestRunning));
+    m_service->stage.Of("Merlin")->dragged(false);
+    m_service->time.RunUntilIdle();
+    QCOMPARE(int(move->Status()), int(kRequestDone));
+    QCOMPARE(int(merlin->Left()), 300);
+}
+
+void TestAgentEngine::hideAskedByTheUserStandsBehindThePresentWork()
+{
+    const auto merlin = Visible("Merlin");
+    const auto speak = merlin->Speak("Hello");
+    m_service->stage.Of("Merlin")->hideAsked(true);
+    QVERIFY(merlin->Visible());
+    m_service->time.RunUntilIdle();
+    QCOMPARE(int(speak->Status()), int(kRequestDone));
+    QVERIFY(!merlin->Visible());
+    m_service->stage.Of("Merlin")->hideAsked(false);
+    m_service->time.RunUntilIdle();
+    QVERIFY(merlin->Visible());
+}
+
+void TestAgentEngine::aFigureRestsWhenItsQueueRunsEmpty()
+{
+    const auto merlin = Visible("Merlin");
+    merlin->Play("Read");
+    merlin->Speak("Hello");
+    m_service->time.RunUntilIdle();
+    QCOMPARE(m_service->stage.Log(), QStringList({ "Merlin performs \"Read\"",
+                                                   "Merlin says \"Hello\" showing \"Hello\"", "Merlin rests" }));
+}
+
+void TestAgentEngine::aRunningHideIsNotBegunAnewWhenItsClientGoes()
+{
+    const auto merlin = Visible("Merlin");
+    merlin->Hide();
+    m_service->time.Run(std::chrono::milliseconds(600));
+    m_control->Disconnect();
+    QCOMPARE(m_service->stage.Log(), QStringList({ "Merlin performs \"Hide\"" }));
+    m_service->time.Run(std::chrono::milliseconds(500));
+    QCOMPARE(m_service->stage.Log(), QStringList({ "Merlin performs \"Hide\"", "Merlin disappears" }));
+    QCOMPARE(m_service->stage.Of("Merlin"), nullptr);
+}
+
+void TestAgentEngine::aWaitingHideIsPlayedWhenItsClientGoes()
+{
+    const auto merlin = Visible("Merlin");
+    merlin->Speak("I shall not finish this sentence");
+    merlin->Hide();
+    m_control->Disconnect();
+    m_service->time.RunUntilIdle();
+    QCOMPARE(m_service->stage.Log().mid(1),
+             QStringList({ "Merlin halts", "Merlin performs \"Hide\"", "Merlin disappears" }));
+    QCOMPARE(m_service->stage.Of("Merlin"), nullptr);
+}
+
+void TestAgentEngine::aDepartureEndsInTimeWhateverTheFigureDoes()
+{
+    m_service->stage.motionTime = std::chrono::seconds(30);
+    const auto merlin = Visible("Merlin");
+    merlin->Hide();
+    m_control->Disconnect();
+    m_service->time.Run(std::chrono::milliseconds(1400));
+    QVERIFY(m_service->stage.Of("Merlin"));
+    m_service->time.Run(std::chrono::milliseconds(200));
+    QCOMPARE(m_service->stage.Of("Merlin"), nullptr);
+}
+
+void TestAgentEngine::withoutAHideFiguresVanishAtOnce()
+{
+    const auto merlin = Visible("Merlin");
+    merlin->Speak("Hello");
+    m_control->Disconnect();
+    QCOMPARE(m_service->stage.Of("Merlin"), nullptr);
+    QCOMPARE(m_service->stage.Log().mid(1), QStringList({ "Merlin halts", "Merlin disappears" }));
+}
+
+void TestAgentEngine::aLoadThatFailsLeavesItsIdTaken()
+{
+    m_service->stage.SetFileFailure("Merlin.acs", kAgentFileMissing);
+    const auto load = [&] { m_control->Load("Merlin", "Merlin.acs"); };
+    QVERIFY_EXCEPTION_THROWN(load(), Error);
+    m_service->stage.SetFileFailure("Merlin.acs", 0);
+    try {
+        load();
+        QFAIL("the id was free");
+    } catch (const Error &error) {
+        QCOMPARE(error.Number(), qint32(kAlreadyLoaded));
+    }
+    const auto other = m_service->Engine().CreateControl();
+    other->Load("Merlin", "Merlin.acs");
+}
+
+void TestAgentEngine::theEngineMayGoBeforeItsControls()
+{
+    const auto merlin = Visible("Merlin");
+    const auto speak = merlin->Speak("Hello");
+    const AgentControlReference control = m_control;
+    m_service.reset();
+    QVERIFY(!control->Connected());
+    QCOMPARE(int(speak->Status()), int(kRequestInterrupted));
+    try {
+        merlin->Hide();
+        QFAIL("the service has gone");
+    } catch (const Error &error) {
+        QCOMPARE(error.Number(), qint32(kAgentGone));
+    }
+    m_control = nullptr;
+}
+
+void TestAgentEngine::traceLinesHaveOneForm()
+{
+    QLoggingCategory::setFilterRules("tumblewick.agent.debug=true");
+    g_trace.clear();
+    const auto former = qInstallMessageHandler(KeepTrace);
+    m_control->Load("Merlin", "Merlin.acs");
+    const auto merlin = m_control->Character("Merlin");
+    merlin->Show(true);
+    merlin->Speak("Say \"hi\"");
+    merlin->MoveTo(-40, 30);
+    merlin->WordBalloon().SetVisible(false);
+    merlin->StopAll("Move,Speak,Play,Get");
+    merlin->Stop();
+    qInstallMessageHandler(former);
+    QLoggingCategory::setFilterRules(QString());
+    const QStringList expected = {
+        "agent: 0 Merlin Load \"Merlin.acs\" -> done",
+        "agent: 1 Merlin Show fast -> queued",
+        "agent: 1 Merlin Show fast -> running",
+        "agent: 1 Merlin Show fast -> done",
+        "agent: 2 Merlin Speak \"Say \"hi\"\" -> queued",
+        "agent: 2 Merlin Speak \"Say \"hi\"\" -> running",
+        "agent: 3 Merlin MoveTo -40,30 -> queued",
+        "agent: 0 Merlin Balloon.Visible False -> done",
+        "agent: 0 Merlin StopAll \"Move,Speak,Play,Get\" -> done",
+        QString("agent: 3 Merlin MoveTo -40,30 -> interrupted %1").arg(qint32(kRemovedFromQueue)),
+        "agent: 0 Merlin Stop -> done",
+        QString("agent: 2 Merlin Speak \"Say \"hi\"\" -> interrupted %1").arg(qint32(kInterruptedByProgram)),
+    };
+    QCOMPARE(g_trace, expected);
+}
+
+QTEST_MAIN(TestAgentEngine)
+#include "TestAgentEngine.moc"
