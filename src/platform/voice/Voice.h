@@ -54,14 +54,14 @@ public:
     virtual bool Speaks(const VoiceSettings &settings) const = 0;
 
     using Ready = std::function<void(std::shared_ptr<const Utterance>)>; // null when it failed
-    // Calls `ready` from the event loop when the line has been made. Destroying the result cancels: `ready` is
-    // then not called.
+    // Calls `ready` from the event loop when the line has been made. Destroying the result cancels: `ready`
+    // is then not called.
     class Order {
     public:
         virtual ~Order() = default;
     };
-    [[nodiscard]] virtual std::unique_ptr<Order> Synthesise(const SpeechText &text, const VoiceSettings &settings,
-                                                            Ready ready) = 0;
+    [[nodiscard]] virtual std::unique_ptr<Order> Synthesise(const SpeechText &text,
+                                                            const VoiceSettings &settings, Ready ready) = 0;
 };
 
 // Plays utterances, one at a time.
@@ -72,10 +72,11 @@ public:
     // Whether there is a device now. A sound server's dummy output is a device.
     virtual bool Usable() const = 0;
 
-    // Begins to play, cutting off what played before. `ended` is called once from the event loop when the last
-    // sample has been heard (true) or the device failed on the way (false); not after Stop. False when it cannot
-    // begin.
-    [[nodiscard]] virtual bool Play(std::shared_ptr<const Utterance> utterance, std::function<void(bool)> ended) = 0;
+    // Begins to play, cutting off what played before. `ended` is called once from the event loop when the
+    // last sample has been heard (true) or the device failed on the way (false); not after Stop. False when
+    // it cannot begin.
+    [[nodiscard]] virtual bool Play(std::shared_ptr<const Utterance> utterance,
+                                    std::function<void(bool)> ended) = 0;
     virtual void Stop() = 0;
 
     // How much of the utterance has been heard; smooth, never going back, 0 when nothing plays.

@@ -1,0 +1,114 @@
+#include "platform/voice/MouthShapes.h"
+
+#include <algorithm>
+#include <cmath>
+#include <string_view>
+
+namespace platform {
+
+namespace {
+
+// Where the second half of a diphthong begins.
+constexpr double kDiphthongTurn = 0.52;
+// Lips need this long to close, so they start before the sound.
+constexpr double kLipsAhead = 0.040;
+// A shape shorter than this is a flicker.
+constexpr double kShortestShape = 0.060;
+
+struct Shapes {
+    std::string_view phone;
+    Mouth first;
+    Mouth second;
+};
+
+// clang-format off
+constexpr Shapes kShapes[] = {
+    { "pau", Mouth::Rest, Mouth::Rest },
+    { "p",  Mouth::MBP,  Mouth::MBP },  { "b",  Mouth::MBP,  Mouth::MBP },  { "m",  Mouth::MBP,  Mouth::MBP },
+    { "f",  Mouth::FV,   Mouth::FV },   { "v",  Mouth::FV,   Mouth::FV },
+    { "th", Mouth::ThL,  Mouth::ThL },  { "dh", Mouth::ThL,  Mouth::ThL },  { "l",  Mouth::ThL,  Mouth::ThL },
+    { "aa", Mouth::AA,   Mouth::AA },   { "ae", Mouth::AA,   Mouth::AA },   { "ah", Mouth::AA,   Mouth::AA },
+    { "eh", Mouth::EH,   Mouth::EH },   { "ax", Mouth::EH,   Mouth::EH },   { "er", Mouth::EH,   Mouth::EH },
+    { "iy", Mouth::EE,   Mouth::EE },   { "ih", Mouth::EE,   Mouth::EE },   { "y",  Mouth::EE,   Mouth::EE },
+    { "ao", Mouth::OH,   Mouth::OH },
+    { "uw", Mouth::OO,   Mouth::OO },   { "uh", Mouth::OO,   Mouth::OO },   { "w",  Mouth::OO,   Mouth::OO },
+    { "r",  Mouth::OO,   Mouth::OO },
+    { "ay", Mouth::AA,   Mouth::EE },   { "aw", Mouth::AA,   Mouth::OO },
+    { "ey", Mouth::EH,   Mouth::EE },   { "oy", Mouth::OH,   Mouth::EE },   { "ow", Mouth::OH,   Mouth::OO },
+};
+// clang-format on
+
+Shapes ShapesOf(std::string_view phone)
+{
+    const auto *found = std::find_if(std::begin(kShapes), std::end(kShapes),
+                                     [phone](const Shapes &shapes) { return shapes.phone == phone; });
+    // All other sounds are made behind the teeth.
+    return found != std::end(kShapes) ? *found : Shapes{ phone, Mouth::Cons, Mouth::Cons };
+}
+
+struct Cue {
+    double at;
+    Mouth mouth;
+};
+
+bool MustBeSeen(Mouth mouth)
+{
+    return mouth == Mouth::MBP || mouth == Mouth::FV;
+}
+
+void MergeEqual(std::vector<Cue> &cues)
+{
+    const auto same = [](const Cue &left, const Cue &right) { return left.mouth == right.mouth; };
+    cues.erase(std::unique(cues.begin(), cues.end(), same), cues.end());
+}
+
+std::vector<Cue> WithoutFlicker(const std::vector<Cue> &cues)
+{
+    std::vector<Cue> seen;
+    for (std::size_t index = 0; index < cues.size(); ++index) {
+        auto cue = cues[index];
+        const bool last = index + 1 == cues.size();
+        if (!last && index > 0 && !MustBeSeen(cue.mouth) && cues[index + 1].at - cue.at < kShortestShape) {
+            // Closed lips open in time for the shape that follows; any other shape is held a little longer.
+            const bool opens =
+                !seen.empty() && (MustBeSeen(seen.back().mouth) || seen.back().mouth == Mouth::Rest);
+            if (opens && index + 2 < cues.size() && !MustBeSeen(cues[index + 1].mouth)) {
+                auto next = cues[++index];
+                next.at = cue.at;
+                cue = next;
+            } else {
+                continue;
+            }
+        }
+        seen.push_back(cue);
+    }
+    return seen;
+}
+
+} // namespace
+
+std::vector<MouthCue> MouthShapes(std::span<const SpokenSound> sounds)
+{
+    std::vector<Cue> cues{ { 0, Mouth::Rest } };
+    double end = 0;
+    for (const auto &sound : sounds) {
+        const auto shapes = ShapesOf(sound.phone);
+        auto begins = sound.begins;
+        if (shapes.first == Mouth::MBP)
+            begins = std::max({ 0.0, begins - kLipsAhead, cues.back().at + kLipsAhead / 2 });
+        cues.push_back({ std::min(begins, sound.ends), shapes.first });
+        if (shapes.second != shapes.first)
+            cues.push_back({ sound.begins + (sound.ends - sound.begins) * kDiphthongTurn, shapes.second });
+        end = sound.ends;
+    }
+    cues.push_back({ end, Mouth::Rest });
+    MergeEqual(cues);
+    cues = WithoutFlicker(cues);
+    MergeEqual(cues);
+    std::vector<MouthCue> mouths;
+    for (const auto &cue : cues)
+        mouths.push_back({ std::chrono::microseconds(std::llround(cue.at * 1e6)), cue.mouth });
+    return mouths;
+}
+
+} // namespace platform

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "platform/voice/SpeechText.h"
+
+#include <QByteArray>
+#include <QString>
+
+#include <chrono>
+#include <cstddef>
+#include <vector>
+
+namespace platform {
+
+// One word as the engine gets it: plain ASCII, never empty.
+struct SpokenWord {
+    QByteArray text;
+    QByteArray phones;                     // how it is said; empty when the engine shall find out
+    QByteArray punctuation;                // the mark behind it, for the melody; empty or one of , ; : . ! ?
+    std::size_t unit = 0;                  // the unit of the line that it belongs to
+    std::chrono::milliseconds before{ 0 }; // silence asked for by the line
+    std::chrono::milliseconds after{ 0 };  // the least silence behind it
+    bool endsSentence = false;
+    bool stressed = false;
+
+    friend bool operator==(const SpokenWord &, const SpokenWord &) = default;
+};
+
+// A line as a row of words that can be said.
+struct SpokenWords {
+    std::vector<SpokenWord> words;
+    std::chrono::milliseconds behind{ 0 }; // silence asked for after the last word
+
+    // Takes any text whatever. Accents go, signs become words ("+" is "plus"), numbers and single letters are
+    // made ready, punctuation becomes pauses, and what cannot be said is left out. A word is cut where no
+    // tongue would go on. Pure; any thread may call.
+    static SpokenWords Of(const SpeechText &text);
+};
+
+} // namespace platform
