@@ -12,8 +12,8 @@ public:
     explicit FileListBox(QWidget *parent = nullptr);
 
     QString Path() const { return m_path; }
-    // Lists the folder anew when it is another one; the selection goes. The same folder changes nothing. Raises 76
-    // when there is no such folder; the list is then empty and the path as before.
+    // Lists the folder anew when it is another one; the selection goes. The same folder changes nothing.
+    // Raises 76 when there is no such folder; the list is then empty and the path as before.
     void SetPath(const QString &path);
     // Lists the folder anew, keeping the selection when the file is still there.
     void Refresh();
@@ -25,8 +25,17 @@ signals:
     // A file was clicked, or selected by a key.
     void Clicked();
 
+protected:
+    void mousePressEvent(QMouseEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+
 private:
+    void List(const QString &path);
+
     QString m_path;
+    QString m_selectedBefore; // the press of the mouse
+    bool m_isListed = false;  // the list shows what m_path held
 };
 
 } // namespace platform

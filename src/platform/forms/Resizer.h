@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QRect>
+#include <QSize>
 #include <QString>
 
 #include <functional>
@@ -19,8 +19,10 @@ public:
         double top, left, height, width;
         double fontSize; // pixels
     };
-    // Called for each control before it is changed; whatever it writes into the plan is used. `type` is one of
-    // CommandButton, Label, TextBox, RichTextBox, Frame, ListView, FileListBox, OptionButton, Image, Shape.
+    // Called for each control before it is changed; whatever it writes into the plan is used. `type` is one
+    // of CommandButton, Label, TextBox, RichTextBox, Frame, ListView, FileListBox, OptionButton, Image,
+    // Shape; for what is none of these the class name; and always what the dynamic property "controlType"
+    // says, where there is one.
     using Hook = std::function<void(const QString &type, Planned &planned, QWidget &control)>;
 
     // Takes the present geometry of all controls of `window`, down into frames, as the design. The window has
@@ -39,6 +41,8 @@ private:
         QWidget *control;
         Planned design;
     };
+    void Collect(const QWidget &container);
+
     QWidget &m_window;
     QSize m_designSize;
     Hook m_hook;

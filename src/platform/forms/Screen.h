@@ -3,6 +3,7 @@
 #include "platform/forms/Timer.h"
 
 #include <QObject>
+#include <QSize>
 #include <QString>
 
 #include <functional>
@@ -14,8 +15,8 @@ class QWidget;
 namespace platform {
 
 // One screen: an instance that can outlive its window. Load makes the window, Unload drops it; the members of
-// the derived class stay. Every event enters by one door, which keeps the instance and its dropped windows alive
-// until the outermost handler has returned.
+// the derived class stay. Every event enters by one door, which keeps the instance and its dropped windows
+// alive until the outermost handler has returned.
 //
 // A derived class `T` has one shared instance, T::Shared(), made at first use (see SharedScreen below).
 class Screen : public std::enable_shared_from_this<Screen> {
@@ -26,11 +27,11 @@ public:
 
     // Makes the window if need be, without showing it.
     void Load();
-    // Loads if need be, puts the window in front; the screen becomes active by the event loop, after the handler
-    // that runs now has let go or pumped.
+    // Loads if need be, puts the window in front; the screen becomes active by the event loop, after the
+    // handler that runs now has let go or pumped. One that is in front already does not become active again.
     void Show();
-    // Runs OnUnload and drops the window. When the last loaded screen has gone the program ends, once the handler
-    // that runs now has let go. Nothing when not loaded.
+    // Runs OnUnload and drops the window. When the last loaded screen has gone the program ends, once the
+    // handler that runs now has let go. Nothing when not loaded.
     void Unload();
 
     bool IsLoaded() const { return m_window != nullptr; }
@@ -45,35 +46,42 @@ protected:
     virtual void OnLoad(QWidget &window) = 0; // setupUi and Connect, nothing else
     virtual void OnActivate() {}              // has to stand being repeated
     virtual void OnUnload() {}
-    virtual void OnResize() {}                // the window has a new size, also at the first show
+    virtual void OnResize() {} // the window has a new size, also at the first show
 
-    // How the window stands on the display: screens that scale open maximised, the others centred at their own size.
+    // How the window stands on the display: screens that scale open maximised, the others centred at their
+    // own size.
     virtual bool OpensMaximised() const { return false; }
 
     // Connects a control's signal to a handler by way of the door, until the unload.
     template <class Sender, class Signal>
     void Connect(Sender *sender, Signal signal, std::function<void()> handler)
     {
-        QObject::connect(sender, signal, m_connections.get(), [this, handler = std::move(handler)] { Enter(handler); });
+        QObject::connect(sender, signal, m_connections.get(),
+                         [this, handler = std::move(handler)] { Enter(handler); });
     }
 
     // The same for what is not a signal: the result calls `handler` by way of the door, and nothing any more
-    // after the unload.
+    // after the unload. For a loaded screen, so from OnLoad on; made earlier it never calls.
     std::function<void()> Guarded(std::function<void()> handler);
+
+    // Has `release` called by ForgetScreens.
+    static void AtForget(void (*release)());
 
 private:
     friend class ScreenStack;
     class WindowWatch;
 
-    // The one door for events. Lets no Error into the event loop: one that no trap took gives the default report
-    // and ends the program.
+    // The one door for events. Lets no Error into the event loop: one that no trap took gives the default
+    // report and ends the program.
     void Enter(const std::function<void()> &handler);
 
     const QString m_name;
     const QString m_title;
     std::unique_ptr<QObject> m_connections; // cut by Unload, so that a dropped window is silent
     QWidget *m_window = nullptr;            // owned here until dropped, then by the door
+    QSize m_size;                           // that OnResize was last told
     bool m_activationPending = false;
+    bool m_unloading = false;
 };
 
 // Gives a screen class its lazily made shared instance.
@@ -83,8 +91,8 @@ public:
     static T &Shared() { return *Instance(); }
     // Whether there is an instance now.
     static bool Exists() { return Slot() != nullptr; }
-    // Lets go of the shared instance: the next use makes a new one. The old one is destroyed when the last handler
-    // has left it.
+    // Lets go of the shared instance: the next use makes a new one. The old one is destroyed when the last
+    // handler has left it.
     static void Release() { Slot().reset(); }
 
 protected:
@@ -98,8 +106,10 @@ private:
     }
     static std::shared_ptr<T> Instance()
     {
-        if (!Slot())
+        if (!Slot()) {
             Slot() = std::make_shared<T>();
+            AtForget(&SharedScreen::Release);
+        }
         return Slot();
     }
 };
@@ -107,10 +117,18 @@ private:
 // The one way of moving on: shows `target`, then unloads `current`.
 void ShowScreen(Screen &target, Screen &current);
 
-// Unloads nothing and runs no step: forgets all windows and instances between two tests, or when the program ends.
+// Unloads nothing and runs no step: forgets all windows and instances between two tests, or when the program
+// ends.
 void ForgetScreens();
 
 // How many screens are loaded.
 int LoadedScreens();
+
+// The window of the screen in front, null when none is shown.
+QWidget *WindowInFront();
+
+// Runs `work` by way of the door for what belongs to no screen, such as the first Show of the program: an
+// Error gives the default report and ends the program.
+void ThroughTheDoor(const std::function<void()> &work);
 
 } // namespace platform

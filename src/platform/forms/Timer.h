@@ -21,11 +21,13 @@ public:
 
 private:
     void Arm();
+    void Tick();
 
     std::function<void()> m_tick;
     std::unique_ptr<PendingCall> m_next;
     std::shared_ptr<bool> m_alive;
     int m_interval = 0;
+    bool m_running = false;
 };
 
 } // namespace platform
