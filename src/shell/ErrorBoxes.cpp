@@ -1,0 +1,18 @@
+#include "shell/ErrorBoxes.h"
+
+#include "platform/Services.h"
+#include "platform/forms/Boxes.h"
+
+void ErrorReport(const platform::Error &error)
+{
+    platform::The().boxes.MessageBox(
+        QStringLiteral("Tumblewick has detected a problem. Please email ") + QLatin1String(kSupportAddress) +
+        QStringLiteral(" \r\n Please quote the following information ") + QString::number(error.Number()) +
+        QLatin1Char(' ') + error.Description() + QStringLiteral("\r\nWe apologise for this inconvenience"));
+}
+
+void ShortErrorBox(const platform::Error &error)
+{
+    platform::The().boxes.MessageBox(error.Description() + QLatin1Char(' ') +
+                                     QString::number(error.Number()));
+}
