@@ -1,0 +1,35 @@
+#include "lists/QuizLine.h"
+
+#include "platform/Text.h"
+
+namespace tumblewick {
+
+using namespace platform;
+
+QuizLine QuizLine::ForPlay(const QString &line)
+{
+    const QString separator = QStringLiteral("_");
+    QuizLine result;
+    int underscore = InStr(1, line, separator);
+    // Without an underscore the length would be -1, which Left refuses; so do the middles below.
+    result.question = Left(line, underscore - 1);
+    for (QString &answer : result.answers) {
+        const int next = InStr(underscore + 1, line, separator);
+        answer = Mid(line, underscore + 1, next - underscore - 1);
+        underscore = next;
+    }
+    const QString digit = Mid(line, underscore + 1, 1);
+    if (digit.isEmpty() || digit[0] < QLatin1Char('0') || digit[0] > QLatin1Char('9'))
+        throw Error(kTypeMismatch);
+    result.correct = digit[0].digitValue();
+    return result;
+}
+
+const QString &QuizLine::Answer(int number) const
+{
+    if (number < 1 || number > static_cast<int>(answers.size()))
+        throw Error(kSubscriptOutOfRange);
+    return answers[static_cast<std::size_t>(number - 1)];
+}
+
+} // namespace tumblewick

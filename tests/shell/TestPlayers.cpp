@@ -1,0 +1,78 @@
+#include "platform/Error.h"
+#include "shell/DisplayCheck.h"
+#include "shell/Players.h"
+
+#include <QtTest>
+
+using namespace tumblewick;
+
+// The table of the players, whose numbers are texts.
+class TestPlayers : public QObject {
+    Q_OBJECT
+
+private slots:
+    void aNewTableHasNamesAndNoughts()
+    {
+        const Players players(QStringList{ "Ann", " ", "Ann" });
+        QCOMPARE(players.Count(), 3);
+        QCOMPARE(players.Text(1, Players::kName), QString(" "));
+        for (const auto column : { Players::kCorrect, Players::kAsked, Players::kHints })
+            QCOMPARE(players.Text(2, column), QString("0"));
+    }
+
+    void addingOneReadsAndWritesText()
+    {
+        Players players(QStringList{ "Ann" });
+        players.SetText(0, Players::kAsked, "9");
+        players.AddOne(0, Players::kAsked);
+        QCOMPARE(players.Text(0, Players::kAsked), QString("10"));
+    }
+
+    void whatCannotBeRaises_data()
+    {
+        QTest::addColumn<int>("player");
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<int>("number");
+        QTest::newRow("no number") << 0 << "many" << 13;
+        QTest::newRow("empty") << 0 << "" << 13;
+        QTest::newRow("too many") << 0 << "32767" << 6;
+        QTest::newRow("no such player") << 1 << "0" << 9;
+        QTest::newRow("before the first") << -1 << "0" << 9;
+    }
+    void whatCannotBeRaises()
+    {
+        QFETCH(int, player);
+        QFETCH(QString, text);
+        Players players(QStringList{ "Ann" });
+        players.SetText(0, Players::kCorrect, text);
+        int raised = 0;
+        try {
+            players.AddOne(player, Players::kCorrect);
+        } catch (const platform::Error &error) {
+            raised = error.Number();
+        }
+        QTEST(raised, "number");
+    }
+
+    void onlyExactly800IsNarrow_data()
+    {
+        QTest::addColumn<int>("width");
+        QTest::addColumn<int>("bits");
+        QTest::addColumn<int>("expected");
+        QTest::newRow("800 at 8 bits") << 800 << 8 << 800;
+        QTest::newRow("800 at 24 bits") << 800 << 24 << 800;
+        QTest::newRow("800 at 4 bits") << 800 << 4 << 0;
+        QTest::newRow("1024") << 1024 << 24 << 0;
+        QTest::newRow("640") << 640 << 24 << 0;
+        QTest::newRow("801") << 801 << 24 << 0;
+    }
+    void onlyExactly800IsNarrow()
+    {
+        QFETCH(int, width);
+        QFETCH(int, bits);
+        QTEST(int(DisplayWidthFor(width, bits)), "expected");
+    }
+};
+
+QTEST_APPLESS_MAIN(TestPlayers)
+#include "TestPlayers.moc"
