@@ -9,10 +9,12 @@
 //
 // Paths: `\` and `/` both separate, doubled separators count once, and each component is matched without regard
 // to letter case when an exact match is missing. A component that holds / \ : * ? " < > | or control characters, or
-// is a device name such as con, raises 52 in every call that opens, makes, copies or removes.
+// is a device name such as con, raises 52 in every call that opens, makes, copies or removes; a folder that is there
+// already under such a name may be passed through.
 //
 // Text: 8-bit, lines end in CR LF, no mark. A line is written in Windows-1252 when that holds it all without
-// becoming valid multi-byte UTF-8, else in UTF-8, and read the same way round. A lone LF or CR ends a line too.
+// becoming valid multi-byte UTF-8, else in UTF-8, and read the same way round. A lone LF or CR ends a line too. A UTF-8 mark at the
+// start of a foreign file is passed over.
 namespace platform {
 
 // A text file open for reading, closed by its destruction.
@@ -54,9 +56,10 @@ public:
     virtual std::unique_ptr<TextReader> OpenForReading(const QString &path) = 0;
     virtual std::unique_ptr<TextWriter> OpenForWriting(const QString &path, FileWriting how, bool create) = 0;
 
-    // Removes a file. Raises 53, 70, 75 or 76.
+    // Removes a file. Raises 53, 70, 75 for a folder, or 76.
     virtual void Kill(const QString &path) = 0;
-    // Copies a file byte by byte, replacing what is there. Raises 53, 61, 70, 75 or 76.
+    // Copies a file byte by byte, replacing what is there. Raises 53, 57, 61, 70, 75 or 76; 70 also for a file onto
+    // itself. After a failure on the way the target is gone.
     virtual void FileCopy(const QString &from, const QString &to) = 0;
 };
 

@@ -1,0 +1,398 @@
+#include "platform/files/DiskFiles.h"
+
+#include "platform/Error.h"
+#include "platform/files/DiskPath.h"
+#include "platform/files/TextCode.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <utility>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace platform {
+
+namespace {
+
+constexpr qsizetype kChunk = 64 * 1024;
+
+// An open file of the system, closed by its destruction.
+class Descriptor {
+public:
+    explicit Descriptor(int number) : m_number(number) {}
+    ~Descriptor() { Close(); }
+    Descriptor(Descriptor &&other) noexcept : m_number(std::exchange(other.m_number, -1)) {}
+    Descriptor(const Descriptor &) = delete;
+    Descriptor &operator=(const Descriptor &) = delete;
+    Descriptor &operator=(Descriptor &&) = delete;
+
+    int Number() const { return m_number; }
+    bool IsOpen() const { return m_number >= 0; }
+    // The errno of the failure, or 0. A file system may report a full disk only here.
+    int Close()
+    {
+        const int number = std::exchange(m_number, -1);
+        return number >= 0 && close(number) != 0 ? errno : 0;
+    }
+
+private:
+    int m_number;
+};
+
+// Appends up to a chunk to `bytes`. Gives the errno of the failure, or 0; at the end nothing is appended.
+int ReadChunk(const Descriptor &file, QByteArray &bytes)
+{
+    const qsizetype before = bytes.size();
+    bytes.resize(before + kChunk);
+    ssize_t count = 0;
+    do {
+        count = read(file.Number(), bytes.data() + before, kChunk);
+    } while (count < 0 && errno == EINTR);
+    const int error = count < 0 ? errno : 0;
+    bytes.resize(before + std::max<ssize_t>(count, 0));
+    return error;
+}
+
+int WriteAll(const Descriptor &file, QByteArrayView bytes)
+{
+    while (!bytes.isEmpty()) {
+        const ssize_t count = write(file.Number(), bytes.data(), static_cast<size_t>(bytes.size()));
+        if (count < 0 && errno != EINTR)
+            return errno;
+        bytes = bytes.sliced(std::max<ssize_t>(count, 0));
+    }
+    return 0;
+}
+
+// What goes wrong while a stream is in use is 61 or 57; there is no path to complain about any more.
+void CheckStream(int error)
+{
+    if (error != 0)
+        throw Error(NumberOfErrno(error) == kDiskFull ? kDiskFull : kDeviceError);
+}
+
+// Raises what the path alone gives away. `mustExist` is for what is not made by opening it.
+void CheckPath(const DiskPath &path, bool mustExist)
+{
+    if (path.isRefused)
+        throw Error(kBadFileName);
+    if (!path.folderExists && !path.exists)
+        throw Error(path.native.isEmpty() ? kPathFileAccess : kPathNotFound);
+    if (path.isFolder || path.namesNoFile)
+        throw Error(kPathFileAccess);
+    if (mustExist && !path.exists)
+        throw Error(kFileNotFound);
+}
+
+Descriptor OpenToRead(const DiskPath &path)
+{
+    CheckPath(path, true);
+    // Not to hang on a pipe that somebody left in the folder.
+    Descriptor file(open(path.native.constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    if (!file.IsOpen())
+        throw Error(NumberOfErrno(errno));
+    struct stat status {};
+    if (fstat(file.Number(), &status) != 0 || !S_ISREG(status.st_mode))
+        throw Error(kPathFileAccess);
+    return file;
+}
+
+Descriptor OpenToWrite(const DiskPath &path, FileWriting how, bool create)
+{
+    CheckPath(path, !create);
+    const int flags = O_WRONLY | O_CLOEXEC | O_NONBLOCK | (create ? O_CREAT : 0) |
+                      (how == FileWriting::Replace ? O_TRUNC : O_APPEND);
+    Descriptor file(open(path.native.constData(), flags, 0666));
+    if (!file.IsOpen())
+        throw Error(NumberOfErrno(errno));
+    return file;
+}
+
+class DiskReader : public TextReader {
+public:
+    explicit DiskReader(Descriptor file) : m_file(std::move(file))
+    {
+        Fill();
+        // Nobody asked for the mark that some other program put there.
+        if (m_buffer.startsWith("\xEF\xBB\xBF"))
+            m_at = 3;
+        LookAhead();
+    }
+
+    // With a failure pending it is not the end: the next line raises it.
+    bool AtEnd() const override { return m_at == m_buffer.size() && m_isWhole && m_error == 0; }
+
+    QString ReadLine() override
+    {
+        if (AtEnd())
+            throw Error(kInputPastEnd);
+        qsizetype end = m_at;
+        while (true) {
+            end = LineEnd(end);
+            // Whether a CR stands alone is seen only with what follows.
+            const bool isClear =
+                end < m_buffer.size() && (m_buffer[end] == '\n' || end + 1 < m_buffer.size());
+            if (isClear || m_isWhole)
+                break;
+            const qsizetype length = end - m_at;
+            Fill();
+            end = m_at + length;
+        }
+        if (end == m_buffer.size() && m_error != 0)
+            CheckStream(m_error);
+        QString line = DecodedLine(QByteArrayView(m_buffer).sliced(m_at, end - m_at));
+        m_at = end;
+        if (m_at < m_buffer.size()) {
+            const bool isPair =
+                m_buffer[m_at] == '\r' && m_at + 1 < m_buffer.size() && m_buffer[m_at + 1] == '\n';
+            m_at += isPair ? 2 : 1;
+        }
+        LookAhead();
+        return line;
+    }
+
+private:
+    qsizetype LineEnd(qsizetype from) const
+    {
+        return std::find_if(m_buffer.begin() + from, m_buffer.end(),
+                            [](char byte) { return byte == '\r' || byte == '\n'; }) -
+               m_buffer.begin();
+    }
+
+    void Fill()
+    {
+        m_buffer.remove(0, m_at);
+        m_at = 0;
+        const qsizetype before = m_buffer.size();
+        m_error = ReadChunk(m_file, m_buffer);
+        m_isWhole = m_error != 0 || m_buffer.size() == before;
+    }
+
+    // AtEnd has to know whether anything follows.
+    void LookAhead()
+    {
+        while (m_at == m_buffer.size() && !m_isWhole)
+            Fill();
+    }
+
+    Descriptor m_file;
+    QByteArray m_buffer;
+    qsizetype m_at = 0;     // in the buffer, the start of the next line
+    bool m_isWhole = false; // nothing more comes
+    int m_error = 0;
+};
+
+class DiskWriter : public TextWriter {
+public:
+    explicit DiskWriter(Descriptor file) : m_file(std::move(file)) {}
+    ~DiskWriter() override
+    {
+        try {
+            Close();
+        } catch (const Error &) {
+            // Who wants to know calls Close.
+        }
+    }
+
+    void WriteLine(const QString &line) override
+    {
+        CheckOpen();
+        m_line += line;
+        EndLine();
+        m_bytes += "\r\n";
+        if (m_bytes.size() >= kChunk)
+            Flush();
+    }
+
+    void Write(const QString &text) override
+    {
+        CheckOpen();
+        m_line += text;
+    }
+
+    void Close() override
+    {
+        if (!m_file.IsOpen())
+            return;
+        EndLine();
+        Flush();
+        CheckStream(m_file.Close());
+    }
+
+private:
+    void CheckOpen() const
+    {
+        if (!m_file.IsOpen())
+            throw Error(kBadFileName);
+    }
+
+    // A line is put into bytes whole, since its code depends on all of it; line ends within it end lines too.
+    void EndLine()
+    {
+        qsizetype start = 0;
+        for (qsizetype at = 0; at < m_line.size(); ++at) {
+            if (m_line[at] != QLatin1Char('\r') && m_line[at] != QLatin1Char('\n'))
+                continue;
+            m_bytes += EncodedLine(m_line.mid(start, at - start));
+            m_bytes += static_cast<char>(m_line[at].unicode());
+            start = at + 1;
+        }
+        m_bytes += EncodedLine(start == 0 ? m_line : m_line.mid(start));
+        m_line.clear();
+    }
+
+    void Flush()
+    {
+        const QByteArray bytes = std::exchange(m_bytes, {});
+        CheckStream(WriteAll(m_file, bytes));
+    }
+
+    Descriptor m_file;
+    QString m_line; // begun by Write
+    QByteArray m_bytes;
+};
+
+bool IsRegularFile(const DiskPath &path)
+{
+    struct stat status {};
+    return stat(path.native.constData(), &status) == 0 && S_ISREG(status.st_mode);
+}
+
+bool IsSameFile(const Descriptor &file, const DiskPath &path)
+{
+    struct stat first {};
+    struct stat second {};
+    return fstat(file.Number(), &first) == 0 && stat(path.native.constData(), &second) == 0 &&
+           first.st_dev == second.st_dev && first.st_ino == second.st_ino;
+}
+
+} // namespace
+
+qint32 NumberOfErrno(int error)
+{
+    switch (error) {
+    case 0:
+        return 0;
+    case ENOENT:
+        return kFileNotFound;
+    case ENOTDIR:
+        return kPathNotFound;
+    case EACCES:
+    case EPERM:
+    case EROFS:
+    case ETXTBSY:
+    case EBUSY:
+        return kPermissionDenied;
+    case EISDIR:
+    case ELOOP:
+    case ENOTEMPTY:
+    case EMFILE:
+    case ENFILE:
+        return kPathFileAccess;
+    case EEXIST:
+        return kFileAlreadyExists;
+    case ENAMETOOLONG:
+    case EINVAL:
+    case EILSEQ:
+    case EBADF:
+        return kBadFileName;
+    case ENOSPC:
+    case EDQUOT:
+    case EFBIG:
+        return kDiskFull;
+    case ENODEV:
+    case ENXIO:
+    case ENOMEDIUM:
+    case ESTALE:
+        return kDeviceUnavailable;
+    default:
+        return kDeviceError;
+    }
+}
+
+bool DiskFiles::FileExists(const QString &path) const
+{
+    const DiskPath place(path);
+    return place.exists && !place.isFolder && !place.isRefused && !place.namesNoFile;
+}
+
+bool DiskFiles::FolderExists(const QString &path) const
+{
+    const DiskPath place(path);
+    return place.exists && place.isFolder;
+}
+
+QString DiskFiles::Resolve(const QString &path) const
+{
+    const DiskPath place(path);
+    return place.exists ? place.Text() : path;
+}
+
+QStringList DiskFiles::FileNames(const QString &folder) const
+{
+    const DiskPath place(folder);
+    if (!place.exists || !place.isFolder)
+        throw Error(kPathNotFound);
+    int error = 0;
+    QStringList names = FolderFiles(place.native, error);
+    if (error != 0)
+        throw Error(kPathFileAccess);
+    std::sort(names.begin(), names.end(), [](const QString &left, const QString &right) {
+        const int order = left.compare(right, Qt::CaseInsensitive);
+        return order != 0 ? order < 0 : left < right;
+    });
+    return names;
+}
+
+std::unique_ptr<TextReader> DiskFiles::OpenForReading(const QString &path)
+{
+    return std::make_unique<DiskReader>(OpenToRead(DiskPath(path)));
+}
+
+std::unique_ptr<TextWriter> DiskFiles::OpenForWriting(const QString &path, FileWriting how, bool create)
+{
+    return std::make_unique<DiskWriter>(OpenToWrite(DiskPath(path), how, create));
+}
+
+void DiskFiles::Kill(const QString &path)
+{
+    const DiskPath place(path);
+    CheckPath(place, true);
+    if (unlink(place.native.constData()) != 0)
+        throw Error(NumberOfErrno(errno));
+}
+
+void DiskFiles::FileCopy(const QString &from, const QString &to)
+{
+    const DiskPath source(from);
+    const DiskPath target(to);
+    if (source.isRefused || target.isRefused)
+        throw Error(kBadFileName);
+    const Descriptor reader = OpenToRead(source);
+    CheckPath(target, false);
+    // Opening it for writing would empty it.
+    if (IsSameFile(reader, target))
+        throw Error(kPermissionDenied);
+    Descriptor writer = OpenToWrite(target, FileWriting::Replace, true);
+    int error = 0;
+    QByteArray bytes;
+    do {
+        bytes.clear();
+        error = ReadChunk(reader, bytes);
+        if (error == 0)
+            error = WriteAll(writer, bytes);
+    } while (error == 0 && !bytes.isEmpty());
+    const int closing = writer.Close();
+    if (error == 0)
+        error = closing;
+    if (error != 0) {
+        // Half a list is worse than none.
+        if (IsRegularFile(target))
+            unlink(target.native.constData());
+        CheckStream(error);
+    }
+}
+
+} // namespace platform
