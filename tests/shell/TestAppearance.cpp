@@ -1,0 +1,192 @@
+#include "platform/forms/Resizer.h"
+#include "shell/Appearance.h"
+#include "ui_frmChooseList1.h"
+#include "ui_frmMenu1.h"
+#include "ui_frmNumPlayers1.h"
+#include "ui_frmPlayerNames1.h"
+#include "ui_frmSpell1.h"
+
+#include <QAbstractButton>
+#include <QFontInfo>
+#include <QGroupBox>
+#include <QLabel>
+#include <QtTest>
+
+#include <functional>
+#include <memory>
+
+using namespace tumblewick;
+
+namespace {
+
+template <class Form>
+std::unique_ptr<QWidget> Made(Room room)
+{
+    auto window = std::make_unique<QWidget>();
+    Form().setupUi(window.get());
+    DressWindow(*window, room);
+    return window;
+}
+
+struct Case {
+    const char *name;
+    std::function<std::unique_ptr<QWidget>()> make;
+    bool scales;
+};
+
+const std::vector<Case> kScreens = {
+    { "menu", [] { return Made<Ui::frmMenu1>(Room::Menu); }, true },
+    { "number of players", [] { return Made<Ui::frmNumPlayers1>(Room::SetUp); }, false },
+    { "names", [] { return Made<Ui::frmPlayerNames1>(Room::SetUp); }, false },
+    { "lists", [] { return Made<Ui::frmChooseList1>(Room::SetUp); }, true },
+    { "game", [] { return Made<Ui::frmSpell1>(Room::Game); }, true },
+};
+
+// Controls behind the others, and those that are never seen at the same time.
+bool MayBeCovered(const QWidget &control)
+{
+    const QString type = platform::Resizer::TypeOf(control);
+    return type == "Shape" || type == "Image" || control.objectName() == "txtAnswer";
+}
+
+} // namespace
+
+// The children's screens as they are seen.
+class TestAppearance : public QObject {
+    Q_OBJECT
+
+    static void AddScreens(bool onlyScaled = false)
+    {
+        QTest::addColumn<int>("screen");
+        QTest::addColumn<QSize>("size");
+        for (size_t screen = 0; screen < kScreens.size(); ++screen)
+            for (const QSize size : { QSize(), QSize(1024, 768), QSize(1366, 768), QSize(1536, 864) })
+                if (size.isEmpty() ? !onlyScaled : kScreens[screen].scales)
+                    QTest::addRow("%s %d", kScreens[screen].name, size.width())
+                        << static_cast<int>(screen) << size;
+    }
+
+    // Made at its design size and brought to `size` the way the screens do it: buttons keep their size
+    // everywhere, their height on the screen but in the game, and the labels of the list screen theirs.
+    static std::unique_ptr<QWidget> Scaled(int screen, QSize size)
+    {
+        const QString name = kScreens[static_cast<size_t>(screen)].name;
+        auto window = kScreens[static_cast<size_t>(screen)].make();
+        if (size.isEmpty())
+            return window;
+        using platform::Resizer;
+        Resizer resizer(*window, [&name](const QString &type, Resizer::Planned &planned, QWidget &control) {
+            const Resizer::Planned present = Resizer::Present(control);
+            if (type != "CommandButton" && !(type == "Label" && name == "lists"))
+                return;
+            planned.width = present.width;
+            planned.height = present.height;
+            planned.fontSize = present.fontSize;
+            if (name != "game")
+                planned.top = present.top;
+        });
+        window->resize(size);
+        resizer.Apply();
+        return window;
+    }
+
+private slots:
+    void initTestCase()
+    {
+        ApplyAppearance(*qApp);
+        if (QFontInfo(QFont("Comic Sans MS")).family() == QFontInfo(QFont("no such family")).family())
+            QSKIP("The fonts of the game are not installed here.");
+    }
+
+    void everyButtonHasItsPicture()
+    {
+        for (const Case &screen : kScreens) {
+            const auto window = screen.make();
+            for (const QPushButton *button : window->findChildren<QPushButton *>()) {
+                QVERIFY2(!button->icon().isNull(), qPrintable(button->objectName()));
+                const QImage image = button->icon().pixmap(32, 32).toImage();
+                int painted = 0;
+                for (int y = 0; y < image.height(); ++y)
+                    for (int x = 0; x < image.width(); ++x)
+                        painted += image.pixelColor(x, y).alpha() > 0;
+                QVERIFY2(painted > 150, qPrintable(button->objectName()));
+            }
+        }
+    }
+
+    void theBadgesOfTheAnswersDiffer()
+    {
+        QList<QImage> seen;
+        for (int answer = 1; answer <= 4; ++answer) {
+            const QImage image = QIcon(QString(":/answers/%1.svg").arg(answer)).pixmap(32, 32).toImage();
+            QVERIFY(!image.isNull());
+            QVERIFY(!seen.contains(image));
+            seen.append(image);
+        }
+    }
+
+    void fontsAreInPixelsAndLargeEnough()
+    {
+        for (const Case &screen : kScreens) {
+            const auto window = screen.make();
+            for (const QWidget *control : window->findChildren<QWidget *>())
+                if (!control->objectName().startsWith("qt_"))
+                    QVERIFY2(control->font().pixelSize() >= 16, qPrintable(control->objectName()));
+        }
+    }
+
+    void textsFit_data() { AddScreens(); }
+    void textsFit()
+    {
+        QFETCH(int, screen);
+        QFETCH(QSize, size);
+        const auto window = Scaled(screen, size);
+        const int borders = 12;
+        for (const QPushButton *button : window->findChildren<QPushButton *>()) {
+            const QSize text = button->fontMetrics().size(Qt::TextShowMnemonic, button->text());
+            QVERIFY2(text.width() + button->iconSize().width() + borders <= button->width(),
+                     qPrintable(button->objectName()));
+            QVERIFY2(std::max(text.height(), button->iconSize().height()) + 8 <= button->height(),
+                     qPrintable(button->objectName()));
+        }
+        for (const QLabel *label : window->findChildren<QLabel *>())
+            QVERIFY2(label->fontMetrics().horizontalAdvance(label->text()) <= label->width() &&
+                         label->fontMetrics().height() <= label->height(),
+                     qPrintable(label->objectName()));
+        for (const QGroupBox *frame : window->findChildren<QGroupBox *>())
+            QVERIFY2(frame->fontMetrics().horizontalAdvance(frame->title()) <= frame->width(),
+                     qPrintable(frame->objectName()));
+    }
+
+    void nothingOverlapsOrLeavesTheWindow_data() { AddScreens(); }
+    void nothingOverlapsOrLeavesTheWindow()
+    {
+        QFETCH(int, screen);
+        QFETCH(QSize, size);
+        const auto window = Scaled(screen, size);
+        const auto controls = window->findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly);
+        for (int one = 0; one < controls.size(); ++one) {
+            if (MayBeCovered(*controls[one]))
+                continue;
+            QVERIFY2(window->rect().contains(controls[one]->geometry()),
+                     qPrintable(controls[one]->objectName()));
+            for (int other = 0; other < one; ++other)
+                QVERIFY2(MayBeCovered(*controls[other]) ||
+                             !controls[one]->geometry().intersects(controls[other]->geometry()),
+                         qPrintable(controls[one]->objectName() + " on " + controls[other]->objectName()));
+        }
+    }
+
+    void everyControlThatTakesTheFocusHasAName()
+    {
+        for (const Case &screen : kScreens) {
+            const auto window = screen.make();
+            for (const QWidget *control : window->findChildren<QWidget *>())
+                if (control->focusPolicy() != Qt::NoFocus && !control->objectName().startsWith("qt_"))
+                    QVERIFY2(!control->accessibleName().isEmpty(), qPrintable(control->objectName()));
+        }
+    }
+};
+
+QTEST_MAIN(TestAppearance)
+#include "TestAppearance.moc"
