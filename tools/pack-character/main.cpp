@@ -1,0 +1,50 @@
+// Packs the folder of a character into the file that the program loads.
+
+#include "platform/agent/CharacterFile.h"
+
+#include <QCommandLineParser>
+#include <QCoreApplication>
+#include <QSaveFile>
+
+#include <cstdio>
+
+using namespace platform;
+
+namespace {
+
+int Refuse(const QString &message)
+{
+    std::fprintf(stderr, "pack-character: %s\n", qPrintable(message));
+    return 1;
+}
+
+} // namespace
+
+int main(int argumentCount, char **arguments)
+{
+    QCoreApplication application(argumentCount, arguments);
+    QCommandLineParser parser;
+    parser.setApplicationDescription(QStringLiteral("Packs the folder of a character into one file."));
+    parser.addHelpOption();
+    parser.addPositionalArgument(QStringLiteral("folder"),
+                                 QStringLiteral("The character, such as characters/merlin."));
+    parser.addPositionalArgument(QStringLiteral("file"),
+                                 QStringLiteral("The file to write, such as Merlin.acs."));
+    parser.process(application);
+    if (parser.positionalArguments().size() != 2)
+        parser.showHelp(1);
+
+    const QString folder = parser.positionalArguments().at(0);
+    const QString path = parser.positionalArguments().at(1);
+    try {
+        const CharacterSource source = ReadCharacterFolder(folder);
+        ReadCharacter(source.drawing, source.figure, source.motions);
+        QSaveFile file(path);
+        const QByteArray bytes = PackCharacter(source);
+        if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit())
+            return Refuse(QStringLiteral("%1 cannot be written: %2").arg(path, file.errorString()));
+    } catch (const CharacterFault &fault) {
+        return Refuse(folder + QStringLiteral(": ") + fault.Text());
+    }
+    return 0;
+}
