@@ -15,6 +15,9 @@ constexpr double kLipsAhead = 0.040;
 // A shape shorter than this is a flicker.
 constexpr double kShortestShape = 0.060;
 
+// No two shapes begin at once.
+constexpr double kApart = 0.001;
+
 struct Shapes {
     std::string_view phone;
     Mouth first;
@@ -68,7 +71,11 @@ std::vector<Cue> WithoutFlicker(const std::vector<Cue> &cues)
     for (std::size_t index = 0; index < cues.size(); ++index) {
         auto cue = cues[index];
         const bool last = index + 1 == cues.size();
-        if (!last && index > 0 && !MustBeSeen(cue.mouth) && cues[index + 1].at - cue.at < kShortestShape) {
+        // Between closed lips the mouth opens, however shortly.
+        const bool parts = !last && index > 0 && cue.mouth != Mouth::Rest &&
+                           MustBeSeen(cues[index - 1].mouth) && MustBeSeen(cues[index + 1].mouth);
+        if (!last && index > 0 && !parts && !MustBeSeen(cue.mouth) &&
+            cues[index + 1].at - cue.at < kShortestShape) {
             // Closed lips open in time for the shape that follows; any other shape is held a little longer.
             const bool opens =
                 !seen.empty() && (MustBeSeen(seen.back().mouth) || seen.back().mouth == Mouth::Rest);
@@ -95,13 +102,16 @@ std::vector<MouthCue> MouthShapes(std::span<const SpokenSound> sounds)
         const auto shapes = ShapesOf(sound.phone);
         auto begins = sound.begins;
         if (shapes.first == Mouth::MBP)
-            begins = std::max({ 0.0, begins - kLipsAhead, cues.back().at + kLipsAhead / 2 });
-        cues.push_back({ std::min(begins, sound.ends), shapes.first });
-        if (shapes.second != shapes.first)
-            cues.push_back({ sound.begins + (sound.ends - sound.begins) * kDiphthongTurn, shapes.second });
+            // The shape before keeps half of its time.
+            begins = std::max(begins - kLipsAhead, (cues.back().at + begins) / 2);
+        cues.push_back({ std::max(begins, cues.back().at + kApart), shapes.first });
+        // A short diphthong has time for one shape, and that is the open one.
+        const auto turn = sound.begins + (sound.ends - sound.begins) * kDiphthongTurn;
+        if (shapes.second != shapes.first && sound.ends - turn >= kShortestShape)
+            cues.push_back({ turn, shapes.second });
         end = sound.ends;
     }
-    cues.push_back({ end, Mouth::Rest });
+    cues.push_back({ std::max(end, cues.back().at + kApart), Mouth::Rest });
     MergeEqual(cues);
     cues = WithoutFlicker(cues);
     MergeEqual(cues);

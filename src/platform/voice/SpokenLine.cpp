@@ -35,6 +35,12 @@ double Seconds(milliseconds duration)
     return static_cast<double>(duration.count()) / 1000;
 }
 
+// `value` within bounds, and `otherwise` for what is no number.
+double Bounded(double value, double least, double most, double otherwise)
+{
+    return std::isnan(value) ? otherwise : std::clamp(value, least, most);
+}
+
 // The sound of a line while it grows, at the voice's own rate.
 class Line {
 public:
@@ -208,9 +214,9 @@ std::shared_ptr<const Utterance> MakeLine(const SpeechText &text, const VoiceSet
 {
     const auto spoken = SpokenWords::Of(text);
     const std::span<const SpokenWord> words(spoken.words);
-    const auto rate = std::clamp(settings.rate, 0.5, 2.0);
-    const auto stretch = std::clamp(settings.stretch, 0.3, 3.0) * rate;
-    const auto pitch = std::clamp(settings.pitch, 0.3, 3.0);
+    const auto rate = Bounded(settings.rate, 0.5, 2.0, 1.0);
+    const auto stretch = Bounded(settings.stretch, 0.3, 3.0, 1.0) * rate;
+    const auto pitch = Bounded(settings.pitch, 0.3, 3.0, 1.0);
 
     Line line;
     for (std::size_t first = 0; first < words.size() && line.Length() < kLongestLine;) {
@@ -237,7 +243,7 @@ std::shared_ptr<const Utterance> MakeLine(const SpeechText &text, const VoiceSet
         sound.ends /= rate;
     }
     utterance->mouths = MouthShapes(line.sounds);
-    LiftTreble(line.samples, FliteVoice::kSampleRate, std::clamp(settings.treble, -20.0, 20.0));
+    LiftTreble(line.samples, FliteVoice::kSampleRate, Bounded(settings.treble, -20.0, 20.0, 0.0));
     SetLevel(line.samples, FliteVoice::kSampleRate, kLevel);
     utterance->samples =
         Resampled(line.samples, static_cast<int>(std::lround(FliteVoice::kSampleRate * rate)), kOutputRate);
