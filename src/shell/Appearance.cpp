@@ -141,7 +141,7 @@ private:
     static constexpr int kAnswers = 4;
     // What the style sheet's borders and the gap behind the badge take.
     static constexpr int kBesideText = 28;
-    static constexpr int kAboveAndBelow = 8;
+    static constexpr int kAboveAndBelow = 7;
     QListView &m_view;
 };
 
