@@ -2,7 +2,6 @@
 
 #include "platform/forms/Backdrop.h"
 
-#include <QAbstractButton>
 #include <QApplication>
 #include <QColor>
 #include <QFile>
@@ -17,6 +16,7 @@
 #include <QPainter>
 #include <QPalette>
 #include <QPixmap>
+#include <QPushButton>
 #include <QString>
 #include <QStyleFactory>
 #include <QStyledItemDelegate>
@@ -24,6 +24,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 
 // Has to stand outside of every namespace.
 static void InitialiseResources()
@@ -42,25 +43,67 @@ const char *const kFontStandingIn = "Comic Neue";
 const char *const kMain = "main";     // what one came for
 const char *const kSecond = "second"; // the other things to do
 const char *const kQuiet = "quiet";   // help, about, and ways out
+const char *const kDanger = "danger"; // what takes something away
 
 struct ButtonLook {
-    const char *screen; // nullptr: any screen without a row of its own
+    const char *screen; // nullptr: any screen
     const char *control;
     const char *picture;
     const char *rank;
 };
 
+// clang-format off
+// The first row that fits is used.
 constexpr ButtonLook kButtonLooks[] = {
-    { "frmMenu1", "cmdPlay", "spelling", kMain },  { "frmMenu1", "Command3", "quiz", kMain },
-    { "frmMenu1", "cmdCreate", "lists", kSecond }, { "frmMenu1", "cmdSettings", "settings", kSecond },
-    { "frmMenu1", "cmdAbout", "about", kQuiet },   { "frmMenu1", "Command1", "quit", kQuiet },
-    { "frmSpell1", "cmdGo", "go", kMain },         { "frmSpell1", "cmdReplay", "replay", kSecond },
-    { "frmSpell1", "cmdPass", "pass", kSecond },   { "frmSpell1", "cmdHint", "hint", kSecond },
-    { "frmSpell1", "cmdNew", "curtain", kMain },   { "frmSpell1", "cmdAgain", "again", kMain },
-    { "frmSpell1", "cmdExit", "quit", kQuiet },    { nullptr, "cmdNext", "next", kMain },
-    { nullptr, "cmdback", "back", kSecond },       { nullptr, "cmdMenu", "menu", kSecond },
+    { "frmMenu1", "cmdPlay", "spelling", kMain },
+    { "frmMenu1", "Command3", "quiz", kMain },
+    { "frmMenu1", "cmdCreate", "lists", kSecond },
+    { "frmMenu1", "cmdSettings", "settings", kSecond },
+    { "frmMenu1", "cmdAbout", "about", kQuiet },
+    { "frmMenu1", "Command1", "quit", kQuiet },
+    { "frmSpell1", "cmdGo", "go", kMain },
+    { "frmSpell1", "cmdReplay", "replay", kSecond },
+    { "frmSpell1", "cmdPass", "pass", kSecond },
+    { "frmSpell1", "cmdHint", "hint", kSecond },
+    { "frmSpell1", "cmdNew", "curtain", kMain },
+    { "frmSpell1", "cmdAgain", "again", kMain },
+    { "frmSpell1", "cmdExit", "quit", kQuiet },
+    { "frmSettings", "cmdSave", "save", kMain },
+    { "frmSettings", "cmdProperties", "settings", kSecond },
+    { "frmAbout", "cmdOK", "ok", kMain },
+    { "frmAbout", "Command1", "about", kQuiet },
+    { "frmList", "cmdNewSpell", "spelling", kMain },
+    { "frmList", "cmdEditSpell", "lists", kSecond },
+    { "frmList", "cdmDeleteSpell", "delete", kDanger },
+    { "frmList", "cmdImportSpell", "import", kSecond },
+    { "frmList", "cmdExportSpell", "export", kSecond },
+    { "frmList", "cmdAddQuiz", "quiz", kMain },
+    { "frmList", "cmdEditQuiz", "lists", kSecond },
+    { "frmList", "cmdDeleteQuiz", "delete", kDanger },
+    { "frmList", "cmdImportQuiz", "import", kSecond },
+    { "frmList", "cmdExportQuiz", "export", kSecond },
+    { "frmSpelling1", "Command1", "add", kMain },
+    { "frmSpelling1", "Command2", "delete", kDanger },
+    { "frmSpelling1", "Command3", "save", kMain },
+    { "frmSpelling1", "Command4", "menu", kSecond },
+    { "frmSpelling1", "Command5", "help", kQuiet },
+    { "frmQuiz1", "Command2", "menu", kSecond },
+    { nullptr, "cmdNext", "next", kMain },
+    { nullptr, "cmdOK", "ok", kMain },
+    { nullptr, "cmdback", "back", kSecond },
+    { nullptr, "cmdMenu", "menu", kSecond },
+    { nullptr, "cmdExit", "menu", kSecond },
     { nullptr, "cmdHelp", "help", kQuiet },
+    { nullptr, "cmdAdd", "add", kMain },
+    { nullptr, "cmdSave", "save", kMain },
+    { nullptr, "cmdDel", "delete", kDanger },
+    { nullptr, "cmdDelete", "delete", kDanger },
+    { nullptr, "cmdTest", "test", kSecond },
+    { nullptr, "cmdTestit", "test", kSecond },
+    { nullptr, "cmdImport", "import", kMain },
+    { nullptr, "cmdExport", "export", kMain },
 };
+// clang-format on
 
 struct PanelLook {
     const char *screen, *control, *picture;
@@ -72,17 +115,30 @@ constexpr PanelLook kPanelLooks[] = {
     { "frmSpell1", "Shape3", "sign" },
 };
 
-QString RoomFile(Room room)
+// The style sheet and the drawing of the room go by this name.
+QString NameOf(Room room)
 {
     switch (room) {
     case Room::Menu:
-        return QStringLiteral(":/rooms/menu.svg");
+        return QStringLiteral("menu");
     case Room::SetUp:
-        return QStringLiteral(":/rooms/setup.svg");
+        return QStringLiteral("setup");
     case Room::Game:
+        return QStringLiteral("game");
+    case Room::Study:
         break;
     }
-    return QStringLiteral(":/rooms/game.svg");
+    return QStringLiteral("study");
+}
+
+const ButtonLook *LookOf(const QString &screen, const QString &control)
+{
+    const auto found =
+        std::find_if(std::begin(kButtonLooks), std::end(kButtonLooks), [&](const ButtonLook &look) {
+            return (!look.screen || screen == QLatin1String(look.screen)) &&
+                   control == QLatin1String(look.control);
+        });
+    return found == std::end(kButtonLooks) ? nullptr : found;
 }
 
 // Fonts in points change with the desktop's settings, the rectangles they stand in do not.
@@ -235,24 +291,22 @@ void ApplyAppearance(QApplication &application)
 void DressWindow(QWidget &window, Room room)
 {
     const QString screen = window.objectName();
-    const auto here = [&screen](const char *name) { return !name || screen == QLatin1String(name); };
-
-    platform::Backdrop::Install(window, RoomFile(room));
+    window.setProperty("room", NameOf(room));
+    platform::Backdrop::Install(window, QStringLiteral(":/rooms/%1.svg").arg(NameOf(room)));
     FontInPixels(window);
     for (QWidget *widget : window.findChildren<QWidget *>())
         FontInPixels(*widget);
     for (const PanelLook &look : kPanelLooks)
-        if (here(look.screen))
+        if (screen == QLatin1String(look.screen))
             if (auto *panel = window.findChild<QWidget *>(QString::fromLatin1(look.control)))
                 platform::Backdrop::Install(
                     *panel, QStringLiteral(":/panels/%1.svg").arg(QLatin1String(look.picture)));
-    for (const ButtonLook &look : kButtonLooks)
-        if (here(look.screen))
-            if (auto *button = window.findChild<QAbstractButton *>(QString::fromLatin1(look.control))) {
-                button->setIcon(QIcon(QStringLiteral(":/buttons/%1.svg").arg(QLatin1String(look.picture))));
-                button->setProperty("rank", QString::fromLatin1(look.rank));
-                button->setCursor(Qt::PointingHandCursor);
-            }
+    for (QPushButton *button : window.findChildren<QPushButton *>())
+        if (const ButtonLook *look = LookOf(screen, button->objectName())) {
+            button->setIcon(QIcon(QStringLiteral(":/buttons/%1.svg").arg(QLatin1String(look->picture))));
+            button->setProperty("rank", QString::fromLatin1(look->rank));
+            button->setCursor(Qt::PointingHandCursor);
+        }
     if (auto *answers = window.findChild<QListView *>(QStringLiteral("lvwAnswer")))
         answers->setItemDelegate(new AnswerDelegate(*answers));
     if (room == Room::Menu)

@@ -6,10 +6,10 @@
 #include "ui_frmPlayerNames1.h"
 #include "ui_frmSpell1.h"
 
-#include <QAbstractButton>
 #include <QFontInfo>
 #include <QGroupBox>
 #include <QLabel>
+#include <QPushButton>
 #include <QtTest>
 
 #include <functional>
@@ -112,6 +112,44 @@ private slots:
                 QVERIFY2(painted > 150, qPrintable(button->objectName()));
             }
         }
+    }
+
+    void theSameNameLooksDifferentByScreen_data()
+    {
+        QTest::addColumn<QString>("screen");
+        QTest::addColumn<QString>("button");
+        QTest::addColumn<QString>("rank");
+        QTest::newRow("add a word") << "frmSpelling1"
+                                    << "Command1"
+                                    << "main";
+        QTest::newRow("delete a word") << "frmSpelling1"
+                                       << "Command2"
+                                       << "danger";
+        QTest::newRow("quiz to menu") << "frmQuiz1"
+                                      << "Command2"
+                                      << "second";
+        QTest::newRow("delete a list") << "frmList"
+                                       << "cdmDeleteSpell"
+                                       << "danger";
+        QTest::newRow("back, anywhere") << "frmExpList"
+                                        << "cmdback"
+                                        << "second";
+        QTest::newRow("unknown") << "frmList"
+                                 << "Command9"
+                                 << "";
+    }
+    void theSameNameLooksDifferentByScreen()
+    {
+        QFETCH(QString, screen);
+        QFETCH(QString, button);
+        QFETCH(QString, rank);
+        QWidget window;
+        window.setObjectName(screen);
+        QPushButton control(&window);
+        control.setObjectName(button);
+        DressWindow(window, Room::Study);
+        QCOMPARE(control.property("rank").toString(), rank);
+        QCOMPARE(control.icon().pixmap(32, 32).isNull(), rank.isEmpty());
     }
 
     void theBadgesOfTheAnswersDiffer()
