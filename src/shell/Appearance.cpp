@@ -4,6 +4,7 @@
 
 #include <QApplication>
 #include <QColor>
+#include <QEvent>
 #include <QFile>
 #include <QFont>
 #include <QFontInfo>
@@ -201,6 +202,29 @@ private:
     QListView &m_view;
 };
 
+// Keeps the picture of a button as large against the button as it was designed.
+class PictureScale : public QObject {
+public:
+    explicit PictureScale(QPushButton &button)
+        : QObject(&button), m_button(button), m_designHeight(button.height()),
+          m_designPicture(button.iconSize())
+    {
+        button.installEventFilter(this);
+    }
+
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        if (event->type() == QEvent::Resize && m_designHeight > 0)
+            m_button.setIconSize(m_designPicture * m_button.height() / m_designHeight);
+        return QObject::eventFilter(watched, event);
+    }
+
+private:
+    QPushButton &m_button;
+    const int m_designHeight;
+    const QSize m_designPicture;
+};
+
 // Letters of light: the text of the label from pale to deep gold, with a dark edge and a shadow on the
 // boards.
 class LampLetters : public QGraphicsEffect {
@@ -306,6 +330,7 @@ void DressWindow(QWidget &window, Room room)
             button->setIcon(QIcon(QStringLiteral(":/buttons/%1.svg").arg(QLatin1String(look->picture))));
             button->setProperty("rank", QString::fromLatin1(look->rank));
             button->setCursor(Qt::PointingHandCursor);
+            new PictureScale(*button);
         }
     if (auto *answers = window.findChild<QListView *>(QStringLiteral("lvwAnswer")))
         answers->setItemDelegate(new AnswerDelegate(*answers));

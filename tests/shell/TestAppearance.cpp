@@ -152,6 +152,23 @@ private slots:
         QCOMPARE(control.icon().pixmap(32, 32).isNull(), rank.isEmpty());
     }
 
+    void aPictureGrowsWithItsButton()
+    {
+        QWidget window;
+        window.setObjectName("frmSettings");
+        QPushButton button(&window);
+        button.setObjectName("cmdSave");
+        button.setGeometry(0, 0, 200, 40);
+        button.setIconSize(QSize(36, 32));
+        DressWindow(window, Room::Study);
+        window.show();
+        QCOMPARE(button.iconSize(), QSize(36, 32));
+        button.resize(400, 60);
+        QCOMPARE(button.iconSize(), QSize(54, 48));
+        button.resize(200, 40);
+        QCOMPARE(button.iconSize(), QSize(36, 32));
+    }
+
     void theBadgesOfTheAnswersDiffer()
     {
         QList<QImage> seen;
