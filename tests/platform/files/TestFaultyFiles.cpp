@@ -111,6 +111,5 @@ void TestFaultyFiles::failsAsOftenAndAsLateAsAsked()
     QCOMPARE(files.Failed(), 2);
 }
 
-Q_DECLARE_METATYPE(Operation)
 QTEST_APPLESS_MAIN(TestFaultyFiles)
 #include "TestFaultyFiles.moc"

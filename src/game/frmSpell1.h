@@ -1,0 +1,106 @@
+#pragma once
+
+#include "game/QuestionList.h"
+#include "game/Scoreboard.h"
+#include "game/Turns.h"
+#include "lists/QuizLine.h"
+#include "platform/agent/Agent.h"
+#include "platform/forms/Resizer.h"
+#include "platform/forms/Screen.h"
+#include "platform/forms/Timer.h"
+#include "shell/SharedState.h"
+
+#include <functional>
+#include <memory>
+
+namespace Ui {
+class frmSpell1;
+}
+
+namespace tumblewick {
+
+// The game: one screen for both kinds. It drives the turns by the rules that stand beside it and says what the
+// characters do. Its instance lives for the whole run, and so do its members.
+class frmSpell1 : public platform::SharedScreen<frmSpell1> {
+public:
+    frmSpell1();
+    ~frmSpell1() override;
+
+private:
+    void OnLoad(QWidget &window) override;
+    void OnActivate() override { StartGame(); }
+    void OnUnload() override;
+    void OnResize() override;
+    bool OpensMaximised() const override { return true; }
+
+    // StartGame.cpp: from the first appearance to the first question.
+    void StartGame();
+    void Do(const std::function<void()> &statement);
+    void ConnectCharacters();
+    [[nodiscard]] bool OpenGame();
+    void MoveToPlace(CharacterIndex who);
+    [[nodiscard]] bool WaitWithSoundCheck();
+    void RefuseTooManyPlayers();
+    void StopCharacters();
+    void BeginAsking();
+
+    // TurnCycle.cpp: asking, passing, repeating, leaving.
+    void AskSpellingQuestion();
+    void AskQuizQuestion();
+    void NextTurn();
+    void CountAsAsked();
+    void EnableAnswering();
+    void WaitAndRevealAnswers();
+    QString SplitSpellingRecord();
+    void ParseQuizRecord();
+    void SpellOutAnswer(const QString &word);
+    void EndList();
+    void cmdPass_Click();
+    void cmdReplay_Click();
+    void cmdHint_Click();
+    void cmdNew_Click();
+    void cmdAgain_Click();
+    void cmdExit_Click();
+    void Timer1_Timer();
+
+    // AnswerJudging.cpp: from the answer to the next question.
+    void cmdGo_Click();
+    void JudgeSpelling();
+    void JudgeQuiz();
+    int SelectedAnswer() const;
+    int CheerAndPraise();
+    void ReadOutScores();
+    void ShowScores();
+
+    void Agent1_Command(const platform::UserInput &input);
+    void txtAnswer_Change();
+
+    bool IsSpelling() const;
+    bool IsQuiz() const;
+    QString PlayerName() const;
+    platform::CharacterReference Speaker() const; // who asks and answers this turn
+
+    QuestionList Questions;
+    Turns m_turns;
+    platform::Integer16 CurrentQuestion;
+    platform::Integer16 HintLetters; // letters given away for this question
+    int RequestEvents = 0;           // requests that have ended since the last answer
+    QuizLine m_quiz;                 // the quiz question in play
+    QString CorrectWord;
+    QString ScoreText; // stays empty as long as there is one player
+    platform::Integer16 EndingPick;
+    platform::Integer16 StageY; // the line from which the characters' places are counted
+    platform::RequestReference StageRequest;
+    platform::RequestReference StageRequest2;
+    platform::RequestReference StageRequest3;
+    bool GameAbandoned = false; // no first question is asked
+    platform::Integer16 LastPraise;
+    RankOrder m_rankOrder; // built only for more than one player
+
+    std::unique_ptr<Ui::frmSpell1> m_ui; // valid while loaded
+    std::unique_ptr<platform::Resizer> m_resizer;
+    std::unique_ptr<platform::Timer> Timer1;
+    platform::AgentControlReference m_agent1;
+};
+
+} // namespace tumblewick

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "platform/forms/Holds.h"
+#include "platform/forms/Screen.h"
+
+#include <memory>
+
+namespace Ui {
+class frmChooseList1;
+}
+
+namespace tumblewick {
+
+// Set-up, third step: which list.
+class frmChooseList1 : public platform::SharedScreen<frmChooseList1> {
+public:
+    frmChooseList1();
+    ~frmChooseList1() override;
+
+private:
+    void OnLoad(QWidget &window) override;
+    void OnActivate() override;
+    void OnUnload() override;
+    void OnResize() override;
+    bool OpensMaximised() const override { return true; }
+
+    void File2_Click();
+    void cmdNext_Click();
+    void cmdback_Click();
+    void cmdMenu_Click();
+
+    std::unique_ptr<Ui::frmChooseList1> m_ui; // valid while loaded
+    std::unique_ptr<platform::Resizer> m_resizer;
+};
+
+} // namespace tumblewick

@@ -1,0 +1,46 @@
+#include "stage/Waits.h"
+
+#include "platform/Services.h"
+#include "platform/forms/Boxes.h"
+#include "platform/forms/Screen.h"
+#include "platform/system/Events.h"
+#include "shell/frmMenu1.h"
+
+#include <algorithm>
+
+namespace tumblewick {
+
+using platform::The;
+
+void WaitRequest(const platform::RequestReference &variable)
+{
+    while (variable->Status() != platform::kRequestDone)
+        The().events.Pump();
+}
+
+void WaitRequests(std::initializer_list<const platform::RequestReference *> variables)
+{
+    const auto hasEnded = [](const platform::RequestReference *variable) {
+        return (*variable)->Status() == platform::kRequestDone;
+    };
+    while (!std::all_of(variables.begin(), variables.end(), hasEnded))
+        The().events.Pump();
+}
+
+bool WaitRequestSound(const platform::RequestReference &variable, platform::Screen &current)
+{
+    while (variable->Status() != platform::kRequestDone) {
+        if (variable->Status() == platform::kRequestFailed) {
+            The().boxes.MessageBox(
+                QStringLiteral("Tumble Wick has detected a problem which is probably related to your soundcard. Please "
+                               "check that your soundcard is working correctly and the soundcard drivers are installed "
+                               "properly"));
+            ShowScreen(frmMenu1::Shared(), current);
+            return false;
+        }
+        The().events.Pump();
+    }
+    return true;
+}
+
+} // namespace tumblewick

@@ -1,0 +1,285 @@
+#include "game/frmSpell1.h"
+#include "platform/forms/FileListBox.h"
+#include "setup/frmChooseList1.h"
+#include "setup/frmNumPlayers1.h"
+#include "setup/frmPlayerNames1.h"
+#include "shell/SharedState.h"
+#include "shell/frmMenu1.h"
+#include "support/Desk.h"
+
+#include <QDir>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QRadioButton>
+#include <QtTest>
+
+using namespace tumblewick;
+using support::Desk;
+
+// The three screens between the menu and the game.
+class TestSetUp : public QObject {
+    Q_OBJECT
+
+private slots:
+    void init() { m_desk.emplace(); }
+    void cleanup()
+    {
+        QVERIFY(m_desk->boxes.AllAnswered());
+        m_desk.reset();
+    }
+
+    void theNumberIsTakenFromTheOption_data()
+    {
+        QTest::addColumn<int>("players");
+        for (int players = 1; players <= 5; ++players)
+            QTest::newRow(qPrintable(QString::number(players))) << players;
+    }
+    void theNumberIsTakenFromTheOption()
+    {
+        QFETCH(int, players);
+        ChoosePlayers(players);
+        QCOMPARE(int(State().NumPlayers), players);
+        QVERIFY(frmPlayerNames1::Shared().IsActive());
+        QVERIFY(!frmNumPlayers1::Shared().IsLoaded());
+    }
+
+    void comingBackOffersOnePlayerAgain()
+    {
+        ChoosePlayers(4);
+        m_desk->Press("cmdback");
+        QVERIFY(m_desk->Find<QRadioButton>("opt1")->isChecked());
+    }
+
+    void backFromTheNumberIsTheMenu()
+    {
+        Show(frmNumPlayers1::Shared());
+        m_desk->Press("cmdback");
+        QVERIFY(frmMenu1::Shared().IsActive());
+    }
+
+    void onePlayerSeesOneBox()
+    {
+        ChoosePlayers(1);
+        QCOMPARE(m_desk->Find<QLabel>("lblPlayer_0")->text(), QString("Enter your name"));
+        QVERIFY(m_desk->Find<QLineEdit>("txtPlayer_0")->isVisible());
+        QCOMPARE(m_desk->Focus(), QString("txtPlayer_0"));
+        for (const char *hidden : { "lblPlayer_1", "txtPlayer_1", "txtPlayer_4" })
+            QVERIFY(m_desk->Find<QWidget>(hidden)->isHidden());
+    }
+
+    void fivePlayersSeeFiveBoxes()
+    {
+        ChoosePlayers(5);
+        QStringList labels;
+        for (int index = 0; index < 5; ++index) {
+            labels << m_desk->Find<QLabel>(QString("lblPlayer_%1").arg(index))->text();
+            QVERIFY(m_desk->Find<QLineEdit>(QString("txtPlayer_%1").arg(index))->isVisible());
+        }
+        QCOMPARE(labels, QStringList({ "First player's name", "Second player's name", "Third player's name",
+                                       "Fouth player's name", "Fifth player's name" }));
+    }
+
+    void anEmptyNameIsRefused_data()
+    {
+        QTest::addColumn<QStringList>("names");
+        QTest::newRow("the only one") << QStringList({ "" });
+        QTest::newRow("the second of three") << QStringList({ "Ann", "", "Cat" });
+        QTest::newRow("all five") << QStringList({ "", "", "", "", "" });
+    }
+    void anEmptyNameIsRefused()
+    {
+        QFETCH(QStringList, names);
+        ChoosePlayers(static_cast<int>(names.size()));
+        m_desk->boxes.Expect("You haven't entered names for all of the players. If you have less than "
+                             + QString::number(names.size())
+                             + " players, click Back and change the number of players. Otherwise enter a name for each "
+                               "player.");
+        EnterNames(names);
+        QVERIFY(frmPlayerNames1::Shared().IsActive());
+        QCOMPARE(State().Players.Count(), 0);
+    }
+
+    void namesAreTakenAsTheyAre()
+    {
+        ChoosePlayers(3);
+        EnterNames({ " ", "Ann <b>&\"_%1", "Ann <b>&\"_%1" });
+        QCOMPARE(State().Players.Text(0, Players::kName), QString(" "));
+        QCOMPARE(State().Players.Text(1, Players::kName), QString("Ann <b>&\"_%1"));
+        QCOMPARE(State().Players.Text(2, Players::kHints), QString("0"));
+        QVERIFY(frmChooseList1::Shared().IsActive());
+    }
+
+    void theNamesScreenHasItsWaysOut()
+    {
+        ChoosePlayers(2);
+        m_desk->Press("cmdback");
+        QVERIFY(frmNumPlayers1::Shared().IsActive());
+        m_desk->Press("cmdNext");
+        m_desk->Press("cmdMenu");
+        QVERIFY(frmMenu1::Shared().IsActive());
+        QVERIFY(!frmPlayerNames1::Shared().IsLoaded());
+    }
+
+    void listsOfTheModeAreOffered_data()
+    {
+        QTest::addColumn<QString>("mode");
+        QTest::addColumn<QStringList>("files");
+        QTest::addColumn<QString>("label");
+        QTest::newRow("spelling") << "Spelling" << QStringList({ "Animals", "odd.name.txt" }) << "Choose a spelling list";
+        QTest::newRow("quiz") << "Quiz" << QStringList({ "Space" }) << "Select a Quiz";
+        QTest::newRow("any other word is a quiz") << "spelling" << QStringList({ "Space" }) << "Select a Quiz";
+    }
+    void listsOfTheModeAreOffered()
+    {
+        QFETCH(QString, mode);
+        WriteSomeLists();
+        State().GameMode = mode;
+        Show(frmChooseList1::Shared());
+        QTEST(Files(), "files");
+        QTEST(m_desk->Find<QLabel>("Label1")->text(), "label");
+        QCOMPARE(m_desk->Find<QLabel>("lblmsg")->text(), QString());
+    }
+
+    void aClickTellsWhatIsSelected()
+    {
+        WriteSomeLists();
+        State().GameMode = "Spelling";
+        Show(frmChooseList1::Shared());
+        Select("odd.name.txt");
+        QCOMPARE(m_desk->Find<QLabel>("lblmsg")->text(),
+                 QString("You have selected odd.name.txt. Click Next to play."));
+        QCOMPARE(m_desk->Find<QLabel>("lblmsg")->textFormat(), Qt::PlainText);
+    }
+
+    void withoutASelectionNextAsksForASpellingList_data()
+    {
+        QTest::addColumn<QString>("mode");
+        QTest::newRow("spelling") << "Spelling";
+        QTest::newRow("quiz, the same words") << "Quiz";
+    }
+    void withoutASelectionNextAsksForASpellingList()
+    {
+        QFETCH(QString, mode);
+        State().GameMode = mode;
+        Show(frmChooseList1::Shared());
+        QCOMPARE(Files(), QStringList());
+        m_desk->boxes.Expect("Please choose a spelling list");
+        m_desk->Press("cmdNext");
+        QVERIFY(frmChooseList1::Shared().IsActive());
+    }
+
+    void aMissingFolderIsReportedAndTheScreenStays()
+    {
+        QVERIFY(QDir(m_desk->folder.path()).rmdir("Lists"));
+        State().GameMode = "Spelling";
+        m_desk->boxes.Expect("Tumblewick has detected a problem. Please email support@tumblewick.example \r\n Please quote "
+                             "the following information 76 Path not found\r\nWe apologise for this inconvenience");
+        Show(frmChooseList1::Shared());
+        QVERIFY(frmChooseList1::Shared().IsActive());
+        QCOMPARE(Files(), QStringList());
+        m_desk->boxes.Expect("Please choose a spelling list");
+        m_desk->Press("cmdNext");
+    }
+
+    void theChosenListIsHandedToTheGame()
+    {
+        m_desk->WriteSpelling("Animals", { "cat" });
+        State().GameMode = "Spelling";
+        ChoosePlayers(1);
+        EnterNames({ "Ann" });
+        Select("Animals");
+        m_desk->Press("cmdNext");
+        QCOMPARE(State().ListName, QString("Animals"));
+        QCOMPARE(State().ListPath, m_desk->folder.path() + "\\Lists\\Animals");
+        QVERIFY(frmSpell1::Shared().IsActive());
+        QVERIFY(!frmChooseList1::Shared().IsLoaded());
+        QVERIFY(m_desk->transcript.Said().contains("Merlin: Ann, how do you spell: \\map=\"cat\"=\"*****\"\\?"));
+    }
+
+    void backLeavesTheListLoadedBehindTheNames()
+    {
+        WriteSomeLists();
+        State().GameMode = "Spelling";
+        ChoosePlayers(1);
+        EnterNames({ "Ann" });
+        Select("Animals");
+        m_desk->Press("cmdback");
+        QVERIFY(frmPlayerNames1::Shared().IsActive());
+        QVERIFY(frmChooseList1::Shared().IsLoaded());
+        QCOMPARE(m_desk->Find<QLineEdit>("txtPlayer_0")->text(), QString());
+        EnterNames({ "Bob" });
+        QVERIFY(frmChooseList1::Shared().IsActive());
+        QCOMPARE(m_desk->Find<QLabel>("lblmsg")->text(), QString());
+        QCOMPARE(m_desk->Find<platform::FileListBox>("File2")->FileName(), QString("Animals"));
+    }
+
+    void theListHasAWayToTheMenu()
+    {
+        State().GameMode = "Quiz";
+        Show(frmChooseList1::Shared());
+        m_desk->Press("cmdMenu");
+        QVERIFY(frmMenu1::Shared().IsActive());
+        QVERIFY(!frmChooseList1::Shared().IsLoaded());
+    }
+
+    void everyStepHasItsHelp()
+    {
+        Show(frmNumPlayers1::Shared());
+        m_desk->Press("cmdHelp");
+        QCOMPARE(m_desk->help.Open().back().topic, QString("Playing the Game.htm"));
+        m_desk->Press("cmdNext");
+        QVERIFY(m_desk->help.Open().empty());
+        m_desk->Press("cmdHelp");
+        QCOMPARE(m_desk->help.Open().back().topic, QString("Playing the Game.htm"));
+        EnterNames({ "Ann" });
+        m_desk->Press("cmdHelp");
+        QCOMPARE(m_desk->help.Open().back().topic, QString("Playing the Game.htm"));
+    }
+
+private:
+    void Show(platform::Screen &screen)
+    {
+        screen.Show();
+        m_desk->Settle();
+    }
+    void ChoosePlayers(int players)
+    {
+        Show(frmNumPlayers1::Shared());
+        m_desk->Find<QRadioButton>(QString("opt%1").arg(players))->click();
+        m_desk->Press("cmdNext");
+    }
+    void EnterNames(const QStringList &names)
+    {
+        for (int index = 0; index < names.size(); ++index)
+            m_desk->Type(QString("txtPlayer_%1").arg(index), names[index]);
+        m_desk->Press("cmdNext");
+    }
+    void WriteSomeLists()
+    {
+        m_desk->WriteSpelling("Animals", { "cat" });
+        m_desk->WriteSpelling("odd.name.txt", { "dog" });
+        m_desk->WriteQuiz("Space", { "Q_a_b_c_d_1_" });
+    }
+    QStringList Files()
+    {
+        QStringList names;
+        const auto *list = m_desk->Find<platform::FileListBox>("File2");
+        for (int row = 0; row < list->count(); ++row)
+            names << list->item(row)->text();
+        return names;
+    }
+    void Select(const QString &file)
+    {
+        auto *list = m_desk->Find<platform::FileListBox>("File2");
+        QListWidgetItem *item = list->findItems(file, Qt::MatchExactly).value(0);
+        QVERIFY(item);
+        QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->visualItemRect(item).center());
+        m_desk->Settle();
+    }
+
+    std::optional<Desk> m_desk;
+};
+
+QTEST_MAIN(TestSetUp)
+#include "TestSetUp.moc"

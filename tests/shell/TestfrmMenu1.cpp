@@ -1,0 +1,191 @@
+#include "shell/frmMenu1.h"
+#include "platform/Error.h"
+#include "setup/frmNumPlayers1.h"
+#include "shell/SharedState.h"
+#include "support/Desk.h"
+
+#include <QFile>
+#include <QLabel>
+#include <QtTest>
+
+using namespace tumblewick;
+using support::Desk;
+
+// The menu: loading the characters, and the ways from it.
+class TestfrmMenu1 : public QObject {
+    Q_OBJECT
+
+private slots:
+    void init() { m_desk.emplace(); }
+    void cleanup()
+    {
+        QVERIFY(m_desk->boxes.AllAnswered());
+        m_desk.reset();
+    }
+
+    void theFirstTimeTheCharactersAreLoadedHiddenAndDoubled()
+    {
+        Open();
+        QVERIFY(State().MenuShown);
+        QVERIFY(State().AgentControl->Connected());
+        for (const auto &character : State().Characters) {
+            QVERIFY(!character->Visible());
+            QCOMPARE(int(character->Height()), 256);
+            QCOMPARE(int(character->Width()), 256);
+        }
+    }
+
+    void aLaterReturnLoadsNothing()
+    {
+        Open();
+        m_desk->transcript.Clear();
+        m_desk->Press("cmdPlay");
+        m_desk->Press("cmdback");
+        QVERIFY(frmMenu1::Shared().IsActive());
+        QVERIFY(m_desk->transcript.Asked().filter("Load").isEmpty());
+        QVERIFY(!State().AgentControl->Connected());
+    }
+
+    void theIconIsShownAsItIs()
+    {
+        Open();
+        QCOMPARE(m_desk->Find<QLabel>("Image1")->pixmap(Qt::ReturnByValue).size(), QSize(8, 8));
+    }
+
+    void theStageLineLiesAboveTheTitle()
+    {
+        Open();
+        QCOMPARE(int(frmMenu1::Shared().IntroStartY), m_desk->Find<QLabel>("Label1")->y() - 100);
+    }
+
+    void aMissingOrBadIconEndsTheProgram_data()
+    {
+        QTest::addColumn<bool>("present");
+        QTest::addColumn<QString>("report");
+        QTest::newRow("missing") << false << "Run-time error '53':\r\n\r\nFile not found";
+        QTest::newRow("no picture") << true << "Run-time error '481':\r\n\r\nInvalid picture";
+    }
+    void aMissingOrBadIconEndsTheProgram()
+    {
+        QFETCH(bool, present);
+        QFETCH(QString, report);
+        QVERIFY(QFile::remove(m_desk->folder.filePath("TWicon4.bmp")));
+        if (present)
+            m_desk->WriteFile("TWicon4.bmp", "not a picture");
+        m_desk->boxes.Expect(report);
+        Open();
+        QVERIFY(m_desk->process.Ended());
+    }
+
+    void aCharacterThatCannotBeLoadedEndsTheProgram()
+    {
+        m_desk->stage.SetFileFailure("Peedy.acs", platform::kNotACharacterFile);
+        m_desk->boxes.ExpectAny();
+        Open();
+        QVERIFY(m_desk->boxes.LastText().startsWith("Run-time error '-2147212796':"));
+        QVERIFY(m_desk->process.Ended());
+    }
+
+    void playHidesTheCharactersAndGoesOn_data()
+    {
+        QTest::addColumn<QString>("button");
+        QTest::addColumn<QString>("mode");
+        QTest::newRow("spelling") << "cmdPlay" << "Spelling";
+        QTest::newRow("quiz") << "Command3" << "Quiz";
+    }
+    void playHidesTheCharactersAndGoesOn()
+    {
+        QFETCH(QString, button);
+        Open();
+        m_desk->transcript.Clear();
+        m_desk->Press(button);
+        QTEST(State().GameMode, "mode");
+        QVERIFY(frmMenu1::Shared().IntroCancelled);
+        QCOMPARE(m_desk->transcript.Asked().mid(0, 3), QStringList({ "Genie Hide", "Peedy Hide", "Merlin Hide" }));
+        QVERIFY(frmNumPlayers1::Shared().IsActive());
+        QVERIFY(!frmMenu1::Shared().IsLoaded());
+    }
+
+    void theNextScreenIsUpBeforeTheMenuGoes()
+    {
+        Open();
+        m_desk->transcript.Clear();
+        m_desk->Press("cmdPlay");
+        QCOMPARE(m_desk->transcript.Lines().filter("screen "),
+                 QStringList({ "screen frmNumPlayers1 load", "screen frmMenu1 unload", "screen frmNumPlayers1 activate" }));
+    }
+
+    void playGoesOnWithoutAControl()
+    {
+        Open();
+        State().AgentControl = nullptr;
+        m_desk->Press("cmdPlay");
+        QVERIFY(frmNumPlayers1::Shared().IsActive());
+    }
+
+    void playReportsOtherErrorsAndStays()
+    {
+        Open();
+        // The control lives, but the characters are those of one that has gone.
+        const auto other = m_desk->agent.CreateControl();
+        other->Load("Merlin", "Merlin.acs");
+        State().Characters[kGenie] = other->Character("Merlin");
+        other->Disconnect();
+        m_desk->boxes.ExpectAny();
+        m_desk->Press("cmdPlay");
+        QVERIFY(m_desk->boxes.LastText().contains("-2147213310"));
+        QVERIFY(frmMenu1::Shared().IsActive());
+    }
+
+    void quitEndsAtOnceAndTellsNobody()
+    {
+        Open();
+        m_desk->transcript.Clear();
+        m_desk->Press("Command1");
+        QVERIFY(m_desk->process.Ended());
+        QCOMPARE(*m_desk->process.ExitCode(), 0);
+        QCOMPARE(m_desk->transcript.Lines(), QStringList());
+        QCOMPARE(m_desk->help.Calls().last(), QString("CloseAll"));
+    }
+
+    void closingTheLastWindowFromItsFrameEndsTheProgram()
+    {
+        Open();
+        frmMenu1::Shared().Window()->close();
+        m_desk->Settle();
+        QVERIFY(m_desk->process.Ended());
+    }
+
+    void helpOpensItsTopic()
+    {
+        Open();
+        m_desk->Press("cmdHelp");
+        QCOMPARE(m_desk->help.Open().front().topic, QString("Introduction.htm"));
+        QCOMPARE(m_desk->help.Open().front().file, m_desk->folder.path() + "\\TumblewickHelp.chm");
+        QVERIFY(frmMenu1::Shared().IsActive());
+    }
+
+    void finalReleaseClearsTheControlAndTheRequests()
+    {
+        Open();
+        State().CurrentRequest = State().Characters[kMerlin]->Show();
+        State().SecondRequest = State().CurrentRequest;
+        platform::ForgetScreens();
+        QVERIFY(State().AgentControl.IsNothing());
+        QVERIFY(State().CurrentRequest.IsNothing());
+        QVERIFY(State().SecondRequest.IsNothing());
+        QVERIFY(!State().Characters[kMerlin].IsNothing());
+    }
+
+private:
+    void Open()
+    {
+        frmMenu1::Shared().Show();
+        m_desk->Settle();
+    }
+
+    std::optional<Desk> m_desk;
+};
+
+QTEST_MAIN(TestfrmMenu1)
+#include "TestfrmMenu1.moc"

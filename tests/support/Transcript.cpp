@@ -1,0 +1,108 @@
+#include "support/Transcript.h"
+
+#include <QFile>
+#include <QLoggingCategory>
+#include <QRegularExpression>
+
+namespace support {
+
+namespace {
+
+Transcript *g_current = nullptr;
+QtMessageHandler g_former = nullptr;
+
+void KeepTrace(QtMsgType type, const QMessageLogContext &context, const QString &text)
+{
+    const QLatin1String category(context.category);
+    if (g_current && (category == QLatin1String("tumblewick.agent") || category == QLatin1String("tumblewick.screen")))
+        g_current->Take(text);
+    else if (g_former)
+        g_former(type, context, text);
+}
+
+} // namespace
+
+Transcript::Transcript()
+{
+    g_current = this;
+    QLoggingCategory::setFilterRules(
+        QStringLiteral("tumblewick.agent.debug=true\ntumblewick.screen.debug=true"));
+    g_former = qInstallMessageHandler(KeepTrace);
+}
+
+Transcript::~Transcript()
+{
+    qInstallMessageHandler(g_former);
+    QLoggingCategory::setFilterRules(QString());
+    g_current = nullptr;
+}
+
+void Transcript::Take(const QString &traceLine)
+{
+    static const QRegularExpression request(
+        QStringLiteral("^agent: (\\d+) (\\w+) (\\S+)(.*) -> (queued|running|done|failed|interrupted)( -?\\d+)?$"),
+        QRegularExpression::DotMatchesEverythingOption);
+    if (traceLine.startsWith(QLatin1String("screen: "))) {
+        m_lines << QStringLiteral("screen ") + traceLine.mid(8);
+        return;
+    }
+    const QRegularExpressionMatch match = request.match(traceLine);
+    if (!match.hasMatch()) {
+        m_lines << traceLine;
+        return;
+    }
+    const QString who = match.captured(2);
+    const QString what = match.captured(3);
+    const QString status = match.captured(5);
+    if (match.captured(1) == QLatin1String("0") || status == QLatin1String("queued"))
+        m_lines << who + QLatin1Char(' ') + what + match.captured(4);
+    else if (status != QLatin1String("running"))
+        m_lines << QStringLiteral(". ") + who + QLatin1Char(' ') + what + QLatin1Char(' ') + status;
+}
+
+QStringList Transcript::Asked() const
+{
+    QStringList asked;
+    for (const QString &line : m_lines) {
+        if (!line.startsWith(QLatin1Char('.')) && !line.startsWith(QLatin1String("screen ")))
+            asked << line;
+    }
+    return asked;
+}
+
+QStringList Transcript::Said() const
+{
+    static const QRegularExpression speak(QStringLiteral("^(\\w+) Speak \"(.*)\"$"),
+                                          QRegularExpression::DotMatchesEverythingOption);
+    QStringList said;
+    for (const QString &line : m_lines) {
+        const QRegularExpressionMatch match = speak.match(line);
+        if (match.hasMatch())
+            said << match.captured(1) + QStringLiteral(": ") + match.captured(2);
+    }
+    return said;
+}
+
+QString Transcript::Difference(const QString &name) const
+{
+    QFile file(QStringLiteral(TEST_DATA "/transcripts/") + name + QStringLiteral(".txt"));
+    const QString present = m_lines.join(QLatin1Char('\n')) + QLatin1Char('\n');
+    if (qEnvironmentVariableIsSet("UPDATE_TRANSCRIPTS")) {
+        if (!file.open(QIODevice::WriteOnly) || file.write(present.toUtf8()) < 0)
+            return QStringLiteral("cannot write ") + file.fileName();
+        return QString();
+    }
+    if (!file.open(QIODevice::ReadOnly))
+        return QStringLiteral("cannot read ") + file.fileName();
+    const QStringList expected = QString::fromUtf8(file.readAll()).split(QLatin1Char('\n'));
+    const QStringList lines = present.split(QLatin1Char('\n'));
+    for (qsizetype index = 0; index < std::max(expected.size(), lines.size()); ++index) {
+        if (expected.value(index) != lines.value(index) || index >= expected.size() || index >= lines.size()) {
+            return QStringLiteral("line %1 of %2.txt is «%3», expected «%4»")
+                .arg(QString::number(index + 1), name, lines.value(index), expected.value(index));
+        }
+    }
+    return QString();
+}
+
+} // namespace support
