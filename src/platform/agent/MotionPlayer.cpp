@@ -61,6 +61,7 @@ void MotionPlayer::Begin(const Motion *motion, double blend)
     m_since = 0;
     m_blend = blend;
     m_flying = false;
+    m_held = false;
     m_from = m_body;
     for (std::size_t index = 0; index < m_drift.size(); ++index) {
         const auto change = static_cast<Change>(index % kChanges);
@@ -142,7 +143,7 @@ void MotionPlayer::AdvanceTime(double seconds)
         std::remove_if(m_accents.begin(), m_accents.end(),
                        [](const Overlay &accent) { return accent.time >= accent.motion->length; }),
         m_accents.end());
-    if (!m_motion)
+    if (!m_motion || m_held)
         return;
     m_time += seconds;
     const std::optional<Stretch> repeated = m_motion->aloft ? m_motion->aloft : m_motion->loop;
@@ -226,9 +227,9 @@ void MotionPlayer::LayMouth()
 
 bool MotionPlayer::IsMoving() const
 {
-    const bool repeats = m_motion && (m_motion->loop || m_motion->aloft);
-    return repeats || !HasEnded() || m_blinkTime || !m_accents.empty() || m_mouth || !m_mouthStill ||
-           m_springs.AreLively();
+    const bool repeats = m_motion && !m_held && (m_motion->loop || m_motion->aloft);
+    return repeats || (!HasEnded() && !m_held) || m_since < m_blend || m_blinkTime || !m_accents.empty() ||
+           m_mouth || !m_mouthStill || m_springs.AreLively();
 }
 
 } // namespace platform

@@ -26,6 +26,9 @@ public:
     // Eases back to rest.
     void Settle();
 
+    // Stops the motion where it is; a later Play or Settle goes on from there.
+    void Hold() { m_held = true; }
+
     // What plays or is held; null while the body settles or is at rest.
     const Motion *Current() const { return m_motion; }
     // Whether the last pose, the flying pose or, after Settle, rest has been reached. A loop never ends.
@@ -68,6 +71,7 @@ private:
     double m_since = 0; // since the motion or the settling began
     double m_blend = 0;
     bool m_flying = false;
+    bool m_held = false;
     Pose m_from;                 // where the blend began
     std::vector<double> m_drift; // and how fast it was moving
     Pose m_target;

@@ -1,0 +1,104 @@
+#include "platform/agent/BalloonPlace.h"
+
+#include <algorithm>
+#include <optional>
+
+namespace platform {
+
+namespace {
+
+int Between(int least, int wanted, int most)
+{
+    return std::max(least, std::min(wanted, most));
+}
+
+class Places {
+public:
+    Places(QSize bubble, const BalloonOwner &owner, const QRect &screen)
+        : m_size(bubble), m_owner(owner), m_screen(screen)
+    {
+    }
+
+    // Centred on the mouth, with its lower edge at `bottom`.
+    QRect AboveAt(int bottom) const { return At(MiddleX(), bottom - m_size.height()); }
+    QRect BelowAt(int top) const { return At(MiddleX(), top); }
+    QRect LeftOf(int right) const { return At(right - m_size.width(), MiddleY()); }
+    QRect RightOf(int left) const { return At(left, MiddleY()); }
+
+    bool IsGood(const QRect &place) const
+    {
+        return m_screen.contains(place) && !place.intersects(m_owner.face);
+    }
+    // Moved into the screen by as little as need be.
+    QRect Inside(const QRect &place) const
+    {
+        const int left = Between(m_screen.left(), place.left(), m_screen.right() + 1 - m_size.width());
+        const int top = Between(m_screen.top(), place.top(), m_screen.bottom() + 1 - m_size.height());
+        return QRect(QPoint(left, top), m_size);
+    }
+
+private:
+    QRect At(int left, int top) const { return QRect(QPoint(left, top), m_size); }
+    int MiddleX() const
+    {
+        return Between(m_screen.left(), m_owner.mouth.x() - m_size.width() / 2,
+                       m_screen.right() + 1 - m_size.width());
+    }
+    int MiddleY() const
+    {
+        return Between(m_screen.top(), m_owner.mouth.y() - m_size.height() / 2,
+                       m_screen.bottom() + 1 - m_size.height());
+    }
+
+    const QSize m_size;
+    const BalloonOwner &m_owner;
+    const QRect &m_screen;
+};
+
+} // namespace
+
+BalloonPlace PlaceBalloon(QSize bubble, const BalloonOwner &owner, const QRect &screen)
+{
+    using Side = BalloonPlace::Side;
+    const Places places(bubble, owner, screen);
+    const QRect &body = owner.body;
+    const QRect &face = owner.face;
+
+    // Above the hat; if the screen ends there, as low as the face allows.
+    const int lowest = face.top() - kBalloonGap / 2;
+    const int wanted = std::min(body.top() - kBalloonGap, lowest);
+    const int bottom = Between(wanted, screen.top() + bubble.height(), lowest);
+    const QRect above = places.AboveAt(std::min(bottom, screen.bottom() + 1));
+
+    // Beside the body where more of the screen is free; beside the face when the screen is narrow.
+    const bool leftFirst = body.center().x() - screen.left() > screen.right() - body.center().x();
+    const QRect left = places.Inside(places.LeftOf(body.left() - kBalloonGap));
+    const QRect right = places.Inside(places.RightOf(body.right() + kBalloonGap));
+    const QRect below = places.Inside(places.BelowAt(body.bottom() + kBalloonGap));
+    const BalloonPlace candidates[] = {
+        { above, Side::Above },
+        { leftFirst ? left : right, leftFirst ? Side::Left : Side::Right },
+        { leftFirst ? right : left, leftFirst ? Side::Right : Side::Left },
+        { below, Side::Below },
+        { places.Inside(places.BelowAt(face.bottom() + kBalloonGap / 2)), Side::Below },
+        { places.Inside(above), Side::Above },
+    };
+    const auto *good = std::find_if(std::begin(candidates), std::end(candidates),
+                                    [&](const BalloonPlace &place) { return places.IsGood(place.bubble); });
+    if (good != std::end(candidates))
+        return *good;
+    // No room at all: where the least of the face is covered.
+    const auto covered = [&face](const BalloonPlace &place) {
+        const QRect common = place.bubble & face;
+        return common.width() * common.height();
+    };
+    BalloonPlace best{ places.Inside(above), Side::Above };
+    for (const BalloonPlace &place : candidates) {
+        const BalloonPlace inside{ places.Inside(place.bubble), place.side };
+        if (covered(inside) < covered(best))
+            best = inside;
+    }
+    return best;
+}
+
+} // namespace platform

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QPoint>
+#include <QRect>
+
+namespace platform {
+
+// Where a balloon stands, in screen units.
+struct BalloonPlace {
+    enum class Side { Above, Left, Right, Below };
+    QRect bubble;
+    Side side = Side::Above;
+};
+
+// What a balloon belongs to, in screen units.
+struct BalloonOwner {
+    QRect body;   // where the figure is seen at rest
+    QRect face;   // not to be covered
+    QPoint mouth; // what the tail points to
+};
+
+// Room between bubble and figure, for the tail.
+constexpr int kBalloonGap = 16;
+
+// The place of a bubble of that size: above the figure when there is room, else above its face, beside it or
+// below it. The bubble is always within `screen`, and off the face whenever any place of the screen allows
+// it. Pure.
+BalloonPlace PlaceBalloon(QSize bubble, const BalloonOwner &owner, const QRect &screen);
+
+} // namespace platform

@@ -1,0 +1,202 @@
+#include "platform/agent/BalloonWindow.h"
+
+#include <QGuiApplication>
+#include <QPainter>
+#include <QPainterPath>
+#include <QScreen>
+
+#include <algorithm>
+#include <cmath>
+
+namespace platform {
+
+namespace {
+
+constexpr int kTypeSize = 18;
+constexpr int kPadding = 12;
+constexpr int kMargin = 40; // round the bubble, for the tail
+constexpr double kTailLength = 34;
+constexpr double kTailWidth = 20;
+constexpr double kCorner = 16;
+constexpr double kBorder = 1.6;
+const QColor kFill(0xff, 0xf8, 0xe0);
+const QColor kLine(0x6b, 0x53, 0x3a);
+const QColor kInk(0x2a, 0x1b, 0x3d);
+
+QFont BalloonFont()
+{
+    QFont font;
+    font.setFamilies({ QStringLiteral("Comic Neue"), QStringLiteral("Comic Sans MS") });
+    font.setPixelSize(kTypeSize);
+    font.setBold(true);
+    return font;
+}
+
+QRect ScreenOf(const QPoint &point)
+{
+    const QScreen *screen = QGuiApplication::screenAt(point);
+    if (!screen)
+        screen = QGuiApplication::primaryScreen();
+    return screen ? screen->availableGeometry() : QRect(0, 0, 1024, 768);
+}
+
+} // namespace
+
+BalloonText BalloonWindow::EmptyText()
+{
+    return BalloonText(BalloonFont());
+}
+
+BalloonWindow::BalloonWindow() : m_text(BalloonFont())
+{
+    setFont(BalloonFont());
+}
+
+void BalloonWindow::Begin(const BalloonText &whole)
+{
+    Empty();
+    m_textWidth = std::min(std::ceil(whole.Widest()), std::ceil(whole.LineLimit())) + 1;
+    m_mostLines = std::clamp<qsizetype>(whole.Lines().size(), 1, BalloonText::kLinesShown);
+}
+
+void BalloonWindow::Append(const QString &piece, bool joined)
+{
+    m_text.Append(piece, joined);
+    if (m_text.Lines().isEmpty())
+        return;
+    setAccessibleName(m_text.Whole());
+    Place();
+    Render();
+    if (!isVisible()) {
+        BringToFront();
+        show();
+    }
+    update();
+}
+
+void BalloonWindow::Follow(const BalloonOwner &owner)
+{
+    m_owner = owner;
+    if (!isVisible())
+        return;
+    const QRect before = m_bubble;
+    const QPointF tipBefore = m_tip;
+    Place();
+    // Mostly the balloon just moves along.
+    if (before.size() != m_bubble.size() || tipBefore != m_tip) {
+        Render();
+        update();
+    }
+}
+
+void BalloonWindow::Empty()
+{
+    hide();
+    m_text.Clear();
+    setAccessibleName(QString());
+}
+
+QSize BalloonWindow::BubbleSize(qsizetype lines) const
+{
+    const double height = double(lines) * m_text.LineHeight();
+    return QSize(std::max(int(m_textWidth), 2 * int(kCorner)) + 2 * kPadding,
+                 int(std::ceil(height)) + 2 * kPadding);
+}
+
+void BalloonWindow::Place()
+{
+    // The place is that of the full balloon, so that it does not change sides while it grows.
+    const BalloonPlace place =
+        PlaceBalloon(BubbleSize(m_mostLines), m_owner, ScreenOf(m_owner.body.center()));
+    const qsizetype lines = std::clamp<qsizetype>(m_text.Lines().size(), 1, m_mostLines);
+    m_bubble = QRect(place.bubble.topLeft(), BubbleSize(lines));
+    m_side = place.side;
+    if (m_side == BalloonPlace::Side::Above)
+        m_bubble.moveBottom(place.bubble.bottom());
+    else if (m_side != BalloonPlace::Side::Below)
+        m_bubble.moveTop(std::clamp(m_owner.mouth.y() - m_bubble.height() / 2, place.bubble.top(),
+                                    place.bubble.bottom() + 1 - m_bubble.height()));
+
+    const QPointF middle = QRectF(m_bubble).center();
+    const QRectF inner = QRectF(m_bubble).adjusted(kCorner, kCorner, -kCorner, -kCorner);
+    const QPointF mouth(m_owner.mouth);
+    QPointF root;
+    switch (m_side) {
+    case BalloonPlace::Side::Above:
+        root = QPointF(std::clamp(mouth.x(), inner.left(), std::max(inner.left(), inner.right())),
+                       m_bubble.bottom());
+        break;
+    case BalloonPlace::Side::Below:
+        root = QPointF(std::clamp(mouth.x(), inner.left(), std::max(inner.left(), inner.right())),
+                       m_bubble.top());
+        break;
+    case BalloonPlace::Side::Left:
+        root = QPointF(m_bubble.right(), middle.y());
+        break;
+    case BalloonPlace::Side::Right:
+        root = QPointF(m_bubble.left(), middle.y());
+        break;
+    }
+    const QPointF way = mouth - root;
+    const double distance = std::hypot(way.x(), way.y());
+    const double length = std::min(kTailLength, distance);
+    const QPointF tip = distance > 1 ? root + way * (length / distance) : root;
+    const QRect window = m_bubble.adjusted(-kMargin, -kMargin, kMargin, kMargin);
+    m_tip = tip - QPointF(window.topLeft());
+    setGeometry(window);
+}
+
+void BalloonWindow::Render()
+{
+    const double ratio = devicePixelRatioF();
+    const QSize pixels = (QSizeF(size()) * ratio).toSize();
+    if (m_image.size() != pixels)
+        m_image = QImage(pixels, QImage::Format_ARGB32_Premultiplied);
+    m_image.setDevicePixelRatio(ratio);
+    m_image.fill(Qt::transparent);
+    QPainter painter(&m_image);
+    painter.setRenderHint(QPainter::Antialiasing);
+
+    const QRectF bubble = QRectF(rect()).adjusted(kMargin, kMargin, -kMargin, -kMargin);
+    QPainterPath shape;
+    shape.addRoundedRect(bubble, kCorner, kCorner);
+    const bool upright = m_side == BalloonPlace::Side::Above || m_side == BalloonPlace::Side::Below;
+    QPointF root;
+    if (upright) {
+        const double x = std::clamp(
+            m_tip.x(), bubble.left() + kCorner + kTailWidth / 2,
+            std::max(bubble.left() + kCorner + kTailWidth / 2, bubble.right() - kCorner - kTailWidth / 2));
+        root = QPointF(x, m_side == BalloonPlace::Side::Above ? bubble.bottom() - 2 : bubble.top() + 2);
+    } else {
+        root = QPointF(m_side == BalloonPlace::Side::Left ? bubble.right() - 2 : bubble.left() + 2,
+                       bubble.center().y());
+    }
+    const QPointF half = upright ? QPointF(kTailWidth / 2, 0) : QPointF(0, kTailWidth / 2);
+    QPainterPath tail(root - half);
+    tail.quadTo(root + (m_tip - root) * 0.35 - half * 0.3, m_tip);
+    tail.quadTo(root + (m_tip - root) * 0.35 + half * 0.3, root + half);
+    tail.closeSubpath();
+    painter.setPen(QPen(kLine, kBorder, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    painter.setBrush(kFill);
+    painter.drawPath(shape.united(tail));
+
+    painter.setPen(kInk);
+    painter.setFont(font());
+    const QFontMetricsF metrics(font());
+    double baseline = bubble.top() + kPadding + metrics.ascent();
+    for (const QString &line : m_text.ShownLines()) {
+        painter.drawText(QPointF(bubble.left() + kPadding, baseline), line);
+        baseline += m_text.LineHeight();
+    }
+    painter.end();
+    ShapeBy(m_image);
+}
+
+void BalloonWindow::paintEvent(QPaintEvent *)
+{
+    QPainter painter(this);
+    painter.setCompositionMode(QPainter::CompositionMode_Source);
+    painter.drawImage(0, 0, m_image);
+}
+
+} // namespace platform

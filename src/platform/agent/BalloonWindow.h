@@ -1,0 +1,49 @@
+#pragma once
+
+#include "platform/agent/BalloonPlace.h"
+#include "platform/agent/BalloonText.h"
+#include "platform/agent/StageWindow.h"
+
+namespace platform {
+
+// The word balloon of a figure: a cream bubble with a tail to the mouth, which grows downwards or upwards,
+// away from its figure, as the words come. Its accessible name is its text.
+class BalloonWindow : public StageWindow {
+    Q_OBJECT
+
+public:
+    BalloonWindow();
+
+    // Empties the balloon and makes room for `whole`, which is going to come; hidden until the first words.
+    void Begin(const BalloonText &whole);
+    // Shows the balloon with these words more.
+    void Append(const QString &piece, bool joined);
+    // The figure is there now.
+    void Follow(const BalloonOwner &owner);
+    void Empty();
+
+    // An empty text in the balloon's type.
+    static BalloonText EmptyText();
+    // The bubble on the screen.
+    QRect Bubble() const { return m_bubble; }
+    QString ShownText() const { return m_text.ShownLines().join(QLatin1Char('\n')); }
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    void Place();
+    QSize BubbleSize(qsizetype lines) const;
+    void Render();
+
+    BalloonText m_text;
+    double m_textWidth = 0;
+    qsizetype m_mostLines = 1;
+    BalloonOwner m_owner;
+    QRect m_bubble;
+    BalloonPlace::Side m_side = BalloonPlace::Side::Above;
+    QPointF m_tip;
+    QImage m_image;
+};
+
+} // namespace platform

@@ -1,0 +1,47 @@
+#pragma once
+
+#include "platform/agent/StageWindow.h"
+
+#include <functional>
+
+namespace platform {
+
+// The window of a figure. Its place is kept by the owner, who is told of the user's drag and moves the window
+// himself; the desktop's idea of where the window is never counts.
+class CharacterWindow : public StageWindow {
+    Q_OBJECT
+
+public:
+    // `image` is the picture in pixels, which the owner keeps up to date and alive.
+    CharacterWindow(const QString &name, const QImage &image);
+
+    // That part of the picture is new.
+    void PictureChanged(const QRect &changed);
+
+    // The user presses on the figure, takes it along and lets it go. `moved` gives the way from where it was
+    // taken.
+    std::function<void()> pressed;
+    std::function<void()> dragBegins;
+    std::function<void(QPoint way)> dragged;
+    std::function<void()> dragEnds;
+    // The user chose Hide in the figure's menu.
+    std::function<void()> hideChosen;
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
+    void mouseMoveEvent(QMouseEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
+    void hideEvent(QHideEvent *event) override;
+    void contextMenuEvent(QContextMenuEvent *event) override;
+
+private:
+    void EndDrag();
+
+    const QImage &m_image;
+    bool m_isPressed = false;
+    bool m_isDragged = false;
+    QPoint m_grab;
+};
+
+} // namespace platform

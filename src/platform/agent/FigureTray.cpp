@@ -1,0 +1,19 @@
+#include "platform/agent/FigureTray.h"
+
+namespace platform {
+
+FigureTray::FigureTray(const QString &name, const QIcon &face, std::function<void()> wanted) : m_icon(face)
+{
+    m_icon.setToolTip(name);
+    QAction *show = m_menu.addAction(QObject::tr("&Show %1").arg(name));
+    QObject::connect(show, &QAction::triggered, &m_icon, wanted);
+    QObject::connect(&m_icon, &QSystemTrayIcon::activated, &m_icon,
+                     [wanted](QSystemTrayIcon::ActivationReason reason) {
+                         if (reason == QSystemTrayIcon::Trigger || reason == QSystemTrayIcon::DoubleClick)
+                             wanted();
+                     });
+    m_icon.setContextMenu(&m_menu);
+    m_icon.show();
+}
+
+} // namespace platform

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QIcon>
+#include <QMenu>
+#include <QSystemTrayIcon>
+
+#include <functional>
+
+namespace platform {
+
+// The way back for a figure that the user has hidden: an icon with its face and name.
+class FigureTray {
+public:
+    FigureTray(const QString &name, const QIcon &face, std::function<void()> wanted);
+
+private:
+    QMenu m_menu;
+    QSystemTrayIcon m_icon;
+};
+
+} // namespace platform

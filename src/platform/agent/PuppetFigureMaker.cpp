@@ -1,0 +1,37 @@
+#include "platform/agent/CharacterFile.h"
+#include "platform/agent/PuppetFigure.h"
+
+#include <QDir>
+
+#include <random>
+
+namespace platform {
+
+PuppetFigureMaker::PuppetFigureMaker(QString folder, SpeechEngine &engine, AudioOut &audio, Events &events,
+                                     MakeTicker makeTicker)
+    : m_folder(std::move(folder)), m_engine(engine), m_audio(audio), m_events(events),
+      m_makeTicker(makeTicker ? std::move(makeTicker) : [] { return std::make_unique<QtTicker>(); })
+{
+}
+
+// Names are those of files in the folder and never lead out of it; their letter case does not matter.
+QString PuppetFigureMaker::PathOf(const QString &file) const
+{
+    const QDir folder(m_folder);
+    for (const QString &entry : folder.entryList(QDir::Files)) {
+        if (entry.compare(file, Qt::CaseInsensitive) == 0)
+            return folder.filePath(entry);
+    }
+    return QString();
+}
+
+std::unique_ptr<Figure> PuppetFigureMaker::Make(const QString &, const QString &file)
+{
+    std::shared_ptr<const CharacterData> &character = m_characters[file.toLower()];
+    if (!character)
+        character = LoadCharacterFile(PathOf(file));
+    return std::make_unique<PuppetFigure>(character, m_engine, m_audio, m_events, m_makeTicker(),
+                                          std::random_device()());
+}
+
+} // namespace platform

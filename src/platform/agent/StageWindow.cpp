@@ -1,0 +1,225 @@
+#include "platform/agent/StageWindow.h"
+
+#include <QApplication>
+#include <QTimer>
+#include <QtGui/qguiapplication_platform.h>
+
+#include <algorithm>
+#include <vector>
+#include <xcb/shape.h>
+#include <xcb/xcb.h>
+
+namespace platform {
+
+namespace {
+
+constexpr int kAskForCompositor = 2000; // milliseconds
+// The clickable outline may be a little behind the picture; the visible one may not.
+constexpr int kInputShapeInterval = 120; // milliseconds
+constexpr int kSolid = 128;
+constexpr int kTouchable = 40;
+
+// Null when the windows are not those of an X server.
+xcb_connection_t *Connection()
+{
+    // Other platforms have the native interface too, and would crash on its use.
+    if (QGuiApplication::platformName() != QLatin1String("xcb"))
+        return nullptr;
+    auto *native = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
+    return native ? native->connection() : nullptr;
+}
+
+bool CompositorRuns(xcb_connection_t *connection)
+{
+    static const xcb_atom_t selection = [connection] {
+        const QByteArray name("_NET_WM_CM_S0");
+        const auto cookie = xcb_intern_atom(connection, 0, std::uint16_t(name.size()), name.constData());
+        xcb_intern_atom_reply_t *reply = xcb_intern_atom_reply(connection, cookie, nullptr);
+        const xcb_atom_t atom = reply ? reply->atom : xcb_atom_t(XCB_ATOM_NONE);
+        free(reply);
+        return atom;
+    }();
+    const auto cookie = xcb_get_selection_owner(connection, selection);
+    xcb_get_selection_owner_reply_t *reply = xcb_get_selection_owner_reply(connection, cookie, nullptr);
+    const bool runs = reply && reply->owner != XCB_NONE;
+    free(reply);
+    return runs;
+}
+
+// The parts of the image that are at least so opaque, one rectangle for each run of pixels; equal runs below
+// each other share one.
+std::vector<xcb_rectangle_t> RunsOf(const QImage &image, int opaque)
+{
+    std::vector<xcb_rectangle_t> runs;
+    std::size_t rowBefore = 0;
+    for (int y = 0; y < image.height(); ++y) {
+        const auto *line = reinterpret_cast<const QRgb *>(image.constScanLine(y));
+        const std::size_t row = runs.size();
+        for (int x = 0; x < image.width();) {
+            if (qAlpha(line[x]) < opaque) {
+                ++x;
+                continue;
+            }
+            const int start = x;
+            while (x < image.width() && qAlpha(line[x]) >= opaque)
+                ++x;
+            runs.push_back({ std::int16_t(start), std::int16_t(y), std::uint16_t(x - start), 1 });
+        }
+        const bool same = row > rowBefore && runs.size() - row == row - rowBefore &&
+                          std::equal(runs.begin() + std::ptrdiff_t(row), runs.end(),
+                                     runs.begin() + std::ptrdiff_t(rowBefore),
+                                     [y](const xcb_rectangle_t &left, const xcb_rectangle_t &right) {
+                                         return left.x == right.x && left.width == right.width &&
+                                                right.y + right.height == y;
+                                     });
+        if (same) {
+            for (std::size_t index = rowBefore; index < row; ++index)
+                ++runs[index].height;
+            runs.resize(row);
+        } else {
+            rowBefore = row;
+        }
+    }
+    return runs;
+}
+
+// Keeps the order of the windows and their place above the forms.
+class Stack : public QObject {
+public:
+    static Stack &The()
+    {
+        static Stack stack;
+        return stack;
+    }
+
+    void Add(StageWindow *window)
+    {
+        if (m_windows.empty()) {
+            qApp->installEventFilter(this);
+            m_ask.start(kAskForCompositor);
+            AskForCompositor();
+        }
+        m_windows.push_back(window);
+    }
+    void Remove(StageWindow *window)
+    {
+        m_windows.erase(std::remove(m_windows.begin(), m_windows.end(), window), m_windows.end());
+        if (m_windows.empty()) {
+            m_ask.stop();
+            if (qApp)
+                qApp->removeEventFilter(this);
+        }
+    }
+    void BringToFront(StageWindow *window)
+    {
+        m_windows.erase(std::remove(m_windows.begin(), m_windows.end(), window), m_windows.end());
+        m_windows.push_back(window);
+    }
+    bool HasCompositor() const { return m_compositor; }
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        const bool comesForward = event->type() == QEvent::Show || event->type() == QEvent::WindowActivate;
+        if (comesForward && watched->isWidgetType() && !m_raising) {
+            const auto *widget = static_cast<QWidget *>(watched);
+            if (widget->isWindow() && widget->windowType() == Qt::Window) {
+                m_raising = true;
+                // Later, when the form has its place.
+                QTimer::singleShot(0, this, [this] { RaiseAll(); });
+            }
+        }
+        return false;
+    }
+
+private:
+    Stack()
+    {
+        m_ask.setTimerType(Qt::VeryCoarseTimer);
+        QObject::connect(&m_ask, &QTimer::timeout, this, [this] { AskForCompositor(); });
+    }
+    void RaiseAll()
+    {
+        m_raising = false;
+        for (StageWindow *window : m_windows) {
+            if (window->isVisible())
+                window->raise();
+        }
+    }
+    void AskForCompositor()
+    {
+        xcb_connection_t *connection = Connection();
+        m_compositor = connection && CompositorRuns(connection);
+    }
+
+    std::vector<StageWindow *> m_windows;
+    QTimer m_ask;
+    bool m_compositor = false;
+    bool m_raising = false;
+};
+
+} // namespace
+
+StageWindow::StageWindow() : QWidget(nullptr, Qt::ToolTip | Qt::FramelessWindowHint)
+{
+    setAttribute(Qt::WA_TranslucentBackground);
+    setAttribute(Qt::WA_ShowWithoutActivating);
+    // The program does not end, and does not stay, because of a window of the stage.
+    setAttribute(Qt::WA_QuitOnClose, false);
+    Stack::The().Add(this);
+}
+
+StageWindow::~StageWindow()
+{
+    Stack::The().Remove(this);
+}
+
+void StageWindow::BringToFront()
+{
+    Stack::The().BringToFront(this);
+    if (isVisible())
+        raise();
+}
+
+void StageWindow::showEvent(QShowEvent *event)
+{
+    m_shaped = false;
+    QWidget::showEvent(event);
+    Shape();
+}
+
+void StageWindow::ShapeBy(const QImage &image)
+{
+    m_picture = image;
+    if (isVisible())
+        Shape();
+}
+
+void StageWindow::Shape()
+{
+    xcb_connection_t *connection = Connection();
+    if (!connection || m_picture.isNull())
+        return;
+    const bool compositor = Stack::The().HasCompositor();
+    const bool changed = !m_shaped || compositor != m_shapedWithCompositor;
+    if (!changed && compositor && m_sinceShape.elapsed() < kInputShapeInterval) {
+        m_picture = QImage();
+        return;
+    }
+    const auto window = xcb_window_t(winId());
+    if (changed) {
+        const auto other = compositor ? XCB_SHAPE_SK_BOUNDING : XCB_SHAPE_SK_INPUT;
+        xcb_shape_mask(connection, XCB_SHAPE_SO_SET, other, window, 0, 0, XCB_PIXMAP_NONE);
+    }
+    const auto kind = compositor ? XCB_SHAPE_SK_INPUT : XCB_SHAPE_SK_BOUNDING;
+    const std::vector<xcb_rectangle_t> runs = RunsOf(m_picture, compositor ? kTouchable : kSolid);
+    xcb_shape_rectangles(connection, XCB_SHAPE_SO_SET, kind, XCB_CLIP_ORDERING_YX_BANDED, window, 0, 0,
+                         std::uint32_t(runs.size()), runs.data());
+    xcb_flush(connection);
+    m_shaped = true;
+    m_shapedWithCompositor = compositor;
+    m_sinceShape.start();
+    m_picture = QImage();
+}
+
+} // namespace platform

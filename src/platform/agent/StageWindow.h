@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QElapsedTimer>
+#include <QImage>
+#include <QWidget>
+
+namespace platform {
+
+// A window of the stage, for a character or a balloon: without frame, translucent, over all other windows,
+// placed where its owner says and never by the desktop. Clicks go through where its picture is transparent;
+// without a compositor the window is cut out along the picture, since transparency would be black there.
+//
+// The windows keep above the program's forms: all of them are raised when a form is shown or comes forward,
+// those brought to the front last on top.
+class StageWindow : public QWidget {
+    Q_OBJECT
+
+public:
+    StageWindow();
+    ~StageWindow() override;
+
+    // Above all other windows of the stage, now and when forms come forward.
+    void BringToFront();
+
+protected:
+    // Tells that the picture shown is `image` now, in pixels. Costs little when called for every frame.
+    void ShapeBy(const QImage &image);
+    void showEvent(QShowEvent *event) override;
+
+private:
+    void Shape();
+
+    QImage m_picture;
+    bool m_shapedWithCompositor = false;
+    bool m_shaped = false;
+    QElapsedTimer m_sinceShape;
+};
+
+} // namespace platform
