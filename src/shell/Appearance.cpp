@@ -2,6 +2,7 @@
 
 #include "platform/forms/Backdrop.h"
 
+#include <QAbstractTextDocumentLayout>
 #include <QApplication>
 #include <QColor>
 #include <QEvent>
@@ -21,6 +22,10 @@
 #include <QString>
 #include <QStyleFactory>
 #include <QStyledItemDelegate>
+#include <QTextBlock>
+#include <QTextDocument>
+#include <QTextEdit>
+#include <QTextFrame>
 #include <QWidget>
 
 #include <algorithm>
@@ -202,6 +207,53 @@ private:
     QListView &m_view;
 };
 
+// Lets the text of the score panel sink to its foot, as far as there is room: the genie's mist hangs over the
+// top of the panel.
+class SunkenText : public QObject {
+public:
+    explicit SunkenText(QTextEdit &panel) : QObject(&panel), m_panel(panel)
+    {
+        panel.viewport()->installEventFilter(this);
+        QObject::connect(panel.document(), &QTextDocument::contentsChanged, this, [this] { Sink(); });
+        // A panel that was not shown yet has no lines to measure.
+        QObject::connect(panel.document()->documentLayout(),
+                         &QAbstractTextDocumentLayout::documentSizeChanged, this, [this] { Sink(); });
+        Sink();
+    }
+
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        if (event->type() == QEvent::Resize)
+            Sink();
+        return QObject::eventFilter(watched, event);
+    }
+
+private:
+    void Sink()
+    {
+        if (m_isSinking)
+            return;
+        const QTextDocument &document = *m_panel.document();
+        qreal textHeight = 0;
+        for (QTextBlock block = document.begin(); block.isValid(); block = block.next())
+            if (block.next().isValid() || block.length() > 1) // the line behind the last line feed is empty
+                textHeight += document.documentLayout()->blockBoundingRect(block).height();
+        const qreal room = m_panel.viewport()->height() - textHeight - document.documentMargin();
+        QTextFrameFormat format = document.rootFrame()->frameFormat();
+        const qreal margin = std::clamp(std::floor(room), document.documentMargin(), kMistReaches);
+        if (format.topMargin() == margin)
+            return;
+        m_isSinking = true;
+        format.setTopMargin(margin);
+        document.rootFrame()->setFrameFormat(format);
+        m_isSinking = false;
+    }
+
+    static constexpr qreal kMistReaches = 40;
+    QTextEdit &m_panel;
+    bool m_isSinking = false;
+};
+
 // Keeps the picture of a button as large against the button as it was designed.
 class PictureScale : public QObject {
 public:
@@ -334,6 +386,8 @@ void DressWindow(QWidget &window, Room room)
         }
     if (auto *answers = window.findChild<QListView *>(QStringLiteral("lvwAnswer")))
         answers->setItemDelegate(new AnswerDelegate(*answers));
+    if (auto *scores = window.findChild<QTextEdit *>(QStringLiteral("txtScore")))
+        new SunkenText(*scores);
     if (room == Room::Menu)
         if (auto *title = window.findChild<QLabel *>(QStringLiteral("Label1")))
             title->setGraphicsEffect(new LampLetters(title));

@@ -1,3 +1,4 @@
+#include "game/ScorePanel.h"
 #include "platform/forms/Resizer.h"
 #include "shell/Appearance.h"
 #include "ui_frmChooseList1.h"
@@ -6,10 +7,14 @@
 #include "ui_frmPlayerNames1.h"
 #include "ui_frmSpell1.h"
 
+#include <QAbstractTextDocumentLayout>
 #include <QFontInfo>
 #include <QGroupBox>
 #include <QLabel>
 #include <QPushButton>
+#include <QScrollBar>
+#include <QTextBlock>
+#include <QTextEdit>
 #include <QtTest>
 
 #include <functional>
@@ -150,6 +155,42 @@ private slots:
         DressWindow(window, Room::Study);
         QCOMPARE(control.property("rank").toString(), rank);
         QCOMPARE(control.icon().pixmap(32, 32).isNull(), rank.isEmpty());
+    }
+
+    // The scores stand as low in their panel as they can, but none is pushed out of it.
+    void theScoresSinkInTheirPanel_data()
+    {
+        QTest::addColumn<int>("players");
+        QTest::addColumn<int>("pointSize");
+        QTest::addColumn<bool>("isShownFirst");
+        QTest::newRow("one") << 1 << 24 << true;
+        QTest::newRow("three") << 3 << 24 << true;
+        QTest::newRow("three, not shown yet") << 3 << 24 << false;
+        QTest::newRow("four") << 4 << 20 << true;
+        QTest::newRow("five") << 5 << 16 << true;
+        QTest::newRow("five, not shown yet") << 5 << 16 << false;
+    }
+    void theScoresSinkInTheirPanel()
+    {
+        QFETCH(int, players);
+        QFETCH(int, pointSize);
+        QFETCH(bool, isShownFirst);
+        const auto window = kScreens.back().make();
+        auto *panel = window->findChild<QTextEdit *>("txtScore");
+        if (isShownFirst)
+            window->show();
+        ShowInPanel(*panel, "typed", kTypedWordSize);
+        ShowInPanel(*panel, QString("Rosa    3 out of 3 100%\n").repeated(players), pointSize);
+        window->show();
+        const QTextDocument &document = *panel->document();
+        const QAbstractTextDocumentLayout &layout = *document.documentLayout();
+        const qreal first = layout.blockBoundingRect(document.firstBlock()).top();
+        const qreal last = layout.blockBoundingRect(document.findBlockByNumber(players - 1)).bottom();
+        const qreal descent = 4; // what no letter of a score reaches at the foot of a line
+        QVERIFY2(last - descent <= panel->viewport()->height(), qPrintable(QString::number(last)));
+        QVERIFY2(first >= std::min(40.0, panel->viewport()->height() - (last - first) - 6),
+                 qPrintable(QString::number(first)));
+        QCOMPARE(panel->verticalScrollBar()->value(), 0);
     }
 
     void aPictureGrowsWithItsButton()
