@@ -170,10 +170,12 @@ QString WithSignsSaid(const QString &text)
             say("percent");
             break;
         case u'$':
-            if (IsDigit(after) && !IsDigit(before))
+        case u'£':
+        case u'€':
+            // Signs of money begin a word of their own, and only with a number behind them.
+            said += u' ';
+            if (IsDigit(after))
                 said += character;
-            else
-                said += u' ';
             break;
         case u'#':
             say(IsDigit(after) ? "number" : "");
@@ -367,10 +369,6 @@ private:
             const auto unit = word[0] == u'£' ? QStringLiteral("pounds") : QStringLiteral("euros");
             AddWord(word.mid(1));
             Append(unit);
-        } else if (word.contains(u'£') || word.contains(u'€')) {
-            const auto parts = word.replace(u'£', u'€').split(u'€', Qt::SkipEmptyParts);
-            for (const auto &part : parts)
-                AddWord(part);
         } else if (word[0] == u'.') {
             Append(QStringLiteral("0") + word.left(kMostDigits));
         } else if (IsNumber(word)) {

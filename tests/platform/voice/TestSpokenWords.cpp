@@ -89,6 +89,8 @@ void TestSpokenWords::lineBecomesWords_data()
     row("x in a word", "x-ray box 5 xylophones", "|x| ray box 5 xylophones");
     row("halves and squares", "½ of 3² at 20°", "one half of 3 squared at 20 degrees");
     row("money", "$5 £5 €3.50 $", "$5 5 pounds 3.50 euros");
+    row("money alone and doubled", "£ ££5 a£5 5€6 $$7 £1,000",
+        "5 pounds a 5 pounds 5 6 euros $7 1,000 pounds");
     row("decimals", "3.14 .5 5.", "3.14 0.5 5.");
     row("groups of digits", "1,000 1000000 12345 1,2", "1,000 1,000,000 12,345 1, 2");
     row("years", "1492 1905 1900 2000 2024 1990-1995", "14 92 19 oh 5 19 hundred 2000 20 24 19 90 to 19 95");
