@@ -1,0 +1,167 @@
+// Puts characters on the screen as the game does, lets them act and speak, and measures what that costs.
+
+#include "platform/Error.h"
+#include "platform/agent/AgentEngine.h"
+#include "platform/agent/CharacterFile.h"
+#include "platform/agent/PuppetFigure.h"
+#include "platform/system/QtEvents.h"
+#include "platform/voice/FliteEngine.h"
+#include "platform/voice/QtAudioOut.h"
+
+#include <QApplication>
+#include <QCommandLineParser>
+#include <QDir>
+#include <QFile>
+#include <QScreen>
+#include <QTemporaryDir>
+
+#include <cstdio>
+#include <sys/resource.h>
+
+using namespace platform;
+
+namespace {
+
+constexpr int kRoom = 40; // between the figures
+
+int Refuse(const QString &message)
+{
+    std::fprintf(stderr, "show-character: %s\n", qPrintable(message));
+    return 1;
+}
+
+double SecondsOfWork()
+{
+    rusage usage{};
+    getrusage(RUSAGE_SELF, &usage);
+    const auto seconds = [](const timeval &time) { return double(time.tv_sec) + double(time.tv_usec) / 1e6; };
+    return seconds(usage.ru_utime) + seconds(usage.ru_stime);
+}
+
+struct Actor {
+    QString id;
+    CharacterReference character;
+    QStringList motions;
+    qsizetype next = 0;
+    RequestReference last;
+};
+
+} // namespace
+
+int main(int argumentCount, char **arguments)
+{
+    QApplication application(argumentCount, arguments);
+    QApplication::setQuitOnLastWindowClosed(false);
+    QCommandLineParser parser;
+    parser.setApplicationDescription(
+        QStringLiteral("Shows characters that act and speak; the first one does the talking."));
+    parser.addHelpOption();
+    const QCommandLineOption motionOption(
+        QStringLiteral("motion"),
+        QStringLiteral(
+            "A motion to play, again and again; may be given several times. All of them if left out."),
+        QStringLiteral("name"));
+    const QCommandLineOption sayOption(
+        QStringLiteral("say"), QStringLiteral("A line to say, again and again."), QStringLiteral("text"));
+    const QCommandLineOption stillOption(QStringLiteral("still"), QStringLiteral("Play nothing."));
+    const QCommandLineOption sizeOption(QStringLiteral("size"), QStringLiteral("The side of a figure."),
+                                        QStringLiteral("pixels"), QStringLiteral("256"));
+    const QCommandLineOption secondsOption(
+        QStringLiteral("seconds"),
+        QStringLiteral("End then, and tell how much of one processor core was used."),
+        QStringLiteral("seconds"));
+    const QCommandLineOption topOption(QStringLiteral("top"), QStringLiteral("Where the figures stand."),
+                                       QStringLiteral("pixels"));
+    parser.addOptions({ motionOption, sayOption, stillOption, sizeOption, secondsOption, topOption });
+    parser.addPositionalArgument(QStringLiteral("folders"),
+                                 QStringLiteral("Characters, such as characters/merlin."),
+                                 QStringLiteral("folder..."));
+    parser.process(application);
+    if (parser.positionalArguments().isEmpty())
+        parser.showHelp(1);
+
+    QTemporaryDir folder;
+    QtEvents events;
+    FliteEngine voices;
+    QtAudioOut audio;
+    PuppetFigureMaker maker(folder.path(), voices, audio, events);
+    AgentEngine engine(events, maker);
+    AgentControlReference control = engine.CreateControl();
+
+    std::vector<Actor> actors;
+    const int size = parser.value(sizeOption).toInt();
+    try {
+        for (const QString &place : parser.positionalArguments()) {
+            const CharacterSource source = ReadCharacterFolder(place);
+            const CharacterData data = ReadCharacter(source.drawing, source.figure, source.motions);
+            QFile file(QDir(folder.path()).filePath(data.name + QStringLiteral(".acs")));
+            if (!file.open(QIODevice::WriteOnly) || file.write(PackCharacter(source)) < 0)
+                return Refuse(QStringLiteral("no room for a temporary file"));
+            file.close();
+            control->Load(data.name, data.name + QStringLiteral(".acs"));
+            Actor actor{ data.name, control->Character(data.name), parser.values(motionOption), 0, {} };
+            if (actor.motions.isEmpty()) {
+                for (const auto &[key, motion] : data.motions) {
+                    if (!motion.loop && motion.name != QLatin1String("Show") &&
+                        motion.name != QLatin1String("Hide"))
+                        actor.motions << motion.name;
+                }
+            }
+            actors.push_back(actor);
+        }
+    } catch (const CharacterFault &fault) {
+        return Refuse(fault.Text());
+    } catch (const Error &error) {
+        return Refuse(error.Description());
+    }
+
+    const QRect screen = application.primaryScreen()->geometry();
+    const int top =
+        parser.isSet(topOption) ? parser.value(topOption).toInt() : screen.height() - size - kRoom;
+    int left = kRoom;
+    for (Actor &actor : actors) {
+        actor.character->SetWidth(Integer16(size));
+        actor.character->SetHeight(Integer16(size));
+        actor.character->MoveTo(Integer16(left), Integer16(top), 0);
+        actor.character->Show();
+        left += size + kRoom;
+    }
+
+    // Whoever has nothing to do gets the next thing to do.
+    QTimer director;
+    QObject::connect(&director, &QTimer::timeout, &director, [&] {
+        for (Actor &actor : actors) {
+            const bool busy = !actor.last.IsNothing() && (actor.last->Status() == kRequestRunning ||
+                                             actor.last->Status() == kRequestQueued);
+            if (busy || parser.isSet(stillOption))
+                continue;
+            const QString motion = actor.motions[actor.next++ % actor.motions.size()];
+            try {
+                actor.last = actor.character->Play(motion);
+            } catch (const Error &) {
+                continue; // the others may have it
+            }
+            if (parser.isSet(sayOption) && &actor == &actors.front())
+                actor.last = actor.character->Speak(parser.value(sayOption));
+        }
+    });
+    director.start(100);
+
+    double workBefore = 0;
+    QElapsedTimer elapsed;
+    if (parser.isSet(secondsOption)) {
+        // The entrance is not counted.
+        QTimer::singleShot(3000, &application, [&] {
+            workBefore = SecondsOfWork();
+            elapsed.start();
+            QTimer::singleShot(parser.value(secondsOption).toInt() * 1000, &application, &QApplication::quit);
+        });
+    }
+    application.exec();
+    if (elapsed.isValid()) {
+        const double share = (SecondsOfWork() - workBefore) / (double(elapsed.nsecsElapsed()) / 1e9);
+        std::printf("%d figures of %d pixels: %.1f %% of one core\n", int(actors.size()), size, share * 100);
+    }
+    control->Disconnect();
+    return 0;
+}
