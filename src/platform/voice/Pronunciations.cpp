@@ -20,6 +20,27 @@ constexpr Entry kEntries[] = {
     { "genie",       "jh iy1 n iy0" },
     { "merlin",      "m er1 l ax0 n" },
     { "tumblewick",  "t ah1 m b ax0 l w ih1 k" },
+    // Contractions, which the engine reads without their apostrophe.
+    { "couldn't",    "k uh1 d ax0 n t" },
+    { "doesn't",     "d ah1 z ax0 n t" },
+    { "hadn't",      "hh ae1 d ax0 n t" },
+    { "hasn't",      "hh ae1 z ax0 n t" },
+    { "haven't",     "hh ae1 v ax0 n t" },
+    { "isn't",       "ih1 z ax0 n t" },
+    { "mustn't",     "m ah1 s ax0 n t" },
+    { "needn't",     "n iy1 d ax0 n t" },
+    { "shouldn't",   "sh uh1 d ax0 n t" },
+    { "they're",     "dh eh1 r" },
+    { "wasn't",      "w aa1 z ax0 n t" },
+    { "wouldn't",    "w uh1 d ax0 n t" },
+    { "rock'n'roll", "r aa1 k ax0 n r ow1 l" },
+    // Words of lists and lines.
+    { "hmm",           "hh m" },
+    { "practise",      "p r ae1 k t ih0 s" },
+    { "realise",       "r iy1 ax0 l ay0 z" },
+    { "triceratops",   "t r ay0 s eh1 r ax0 t aa0 p s" },
+    { "tyrannosaurus", "t ih0 r ae1 n ax0 s ao1 r ax0 s" },
+    { "wammy",         "w ae1 m iy0" },
 };
 
 constexpr const char *kLetterNames[] = {

@@ -2,6 +2,7 @@
 #include "platform/voice/FliteVoice.h"
 #include "platform/voice/SoundShaping.h"
 #include "platform/voice/SpokenLine.h"
+#include "platform/voice/SpokenWords.h"
 #include "support/Loops.h"
 
 #include <QElapsedTimer>
@@ -84,6 +85,8 @@ private slots:
     void spelledWordHasAPausePerLetter_data();
     void spelledWordHasAPausePerLetter();
     void wordStandsApartInTheQuestion();
+    void ownPronunciationsAreSaid_data();
+    void ownPronunciationsAreSaid();
     void mapIsCoveredByItsUnit();
     void soundsLieInTheirUnits();
     void mouthRestsWhileNothingIsHeard();
@@ -148,6 +151,32 @@ void TestFliteEngine::wordStandsApartInTheQuestion()
         QVERIFY(made->units[5].begins - made->units[4].ends >= 180ms);
         QVERIFY(made->units[1].begins - made->units[0].ends >= 80ms);
         QVERIFY(made->units[3].begins - made->units[2].ends < 20ms);
+    }
+}
+
+void TestFliteEngine::ownPronunciationsAreSaid_data()
+{
+    QTest::addColumn<QString>("word");
+    for (const char *word :
+         { "Peedy", "Peedy's", "Genie", "Merlin", "Tumblewick", "isn't", "HAVEN'T", "they're", "hmm",
+           "realise", "triceratops", "tyrannosaurus", "wammy", "a,", "W.", "z" })
+        QTest::newRow(word) << word;
+}
+
+void TestFliteEngine::ownPronunciationsAreSaid()
+{
+    QFETCH(QString, word);
+    const auto spoken = platform::SpokenWords::Of(SpeechText::Parse(word)).words;
+    QCOMPARE(spoken.size(), 1U);
+    auto wanted = QString::fromLatin1(spoken[0].phones);
+    wanted.removeIf([](QChar c) { return c.isDigit(); });
+    QVERIFY(!wanted.isEmpty());
+    for (const auto &settings : kVoices) {
+        QStringList said;
+        for (const auto &sound : FliteVoice::Find(settings.voice)->Say(spoken, 1, 1).sounds)
+            if (sound.phone != "pau")
+                said << QString::fromStdString(sound.phone);
+        QCOMPARE(said.join(u' '), wanted);
     }
 }
 
