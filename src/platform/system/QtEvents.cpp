@@ -1,9 +1,12 @@
 #include "platform/system/QtEvents.h"
 
+#include <QAbstractEventDispatcher>
 #include <QCoreApplication>
+#include <QThread>
 #include <QTimer>
 
 #include <algorithm>
+#include <utility>
 
 namespace platform {
 
@@ -38,9 +41,37 @@ private:
 
 } // namespace
 
+QtEvents::QtEvents()
+{
+    auto *const dispatcher = QCoreApplication::eventDispatcher();
+    // With each pass of any loop a new handler may begin.
+    QObject::connect(dispatcher, &QAbstractEventDispatcher::awake, &m_receiver, [this] {
+        m_isDrained = false;
+        ++m_passes;
+    });
+    QObject::connect(dispatcher, &QAbstractEventDispatcher::aboutToBlock, &m_receiver, [this, dispatcher] {
+        m_isDrained = false;
+        // Some dispatchers deliver what is posted and then sleep all the same when a handler's own loop has
+        // used up the wake-up call.
+        if (QThread::currentThread()->loopLevel() == m_pump.loopLevel && m_passes > m_pump.firstPass + 1)
+            dispatcher->wakeUp();
+    });
+}
+
 void QtEvents::Pump()
 {
+    // A handler that was posted runs in the midst of a batch. What stands behind it in the batch does not
+    // wake the dispatcher any more, so a pump from within would sleep on it. Hence no pump blocks before one
+    // has drained.
+    if (!m_isDrained) {
+        QCoreApplication::sendPostedEvents();
+        QCoreApplication::processEvents(QEventLoop::AllEvents);
+        m_isDrained = true;
+        return;
+    }
+    const Blocking outer = std::exchange(m_pump, { m_passes, QThread::currentThread()->loopLevel() });
     QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
+    m_pump = outer;
 }
 
 void QtEvents::PumpPending()
