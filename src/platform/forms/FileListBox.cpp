@@ -73,4 +73,14 @@ void FileListBox::keyPressEvent(QKeyEvent *event)
         emit Clicked();
 }
 
+QItemSelectionModel::SelectionFlags FileListBox::selectionCommand(const QModelIndex &index,
+                                                                  const QEvent *event) const
+{
+    // The base class would let a click beside the files, or with Ctrl, select none.
+    const auto usual = QListWidget::selectionCommand(index, event);
+    if (!index.isValid() || usual == QItemSelectionModel::NoUpdate)
+        return QItemSelectionModel::NoUpdate;
+    return QItemSelectionModel::ClearAndSelect;
+}
+
 } // namespace platform

@@ -154,7 +154,7 @@ QWidget *MakeText(const QString &given, QDialog &box)
     label->setText(Breakable(text, metrics, widest));
     int width = std::clamp(natural, kNarrowestText, widest);
     const int tallest = space.height() / 2;
-    int height = label->heightForWidth(width);
+    int height = std::max(label->heightForWidth(width), metrics.lineSpacing());
     if (height > tallest) {
         height = tallest;
         width += scroller->verticalScrollBar()->sizeHint().width();
