@@ -1,0 +1,250 @@
+#include "platform/agent/BalloonPlace.h"
+#include "platform/agent/BalloonText.h"
+#include "platform/agent/BalloonWindow.h"
+
+#include <QGuiApplication>
+#include <QScreen>
+#include <QtTest>
+
+using namespace platform;
+
+namespace {
+
+// A figure of 256 units whose frame stands there.
+BalloonOwner OwnerAt(int x, int y)
+{
+    return { QRect(x + 30, y + 10, 196, 244), QRect(x + 84, y + 62, 88, 84), QPoint(x + 128, y + 124) };
+}
+
+} // namespace
+
+class TestBalloon : public QObject {
+    Q_OBJECT
+
+private slots:
+    void balloonsStandWhereTheyCanBeRead_data()
+    {
+        QTest::addColumn<QPoint>("frame");
+        QTest::addColumn<QSize>("bubble");
+        QTest::addColumn<QRect>("screen");
+        QTest::addColumn<int>("side");
+        using Side = BalloonPlace::Side;
+        const QRect screen(0, 0, 1024, 768);
+        const QSize ordinary(300, 120);
+        const auto row = [&](const char *name, QPoint frame, QSize bubble, const QRect &on, Side side) {
+            QTest::newRow(name) << frame << bubble << on << int(side);
+        };
+        row("middle", { 400, 400 }, ordinary, screen, Side::Above);
+        row("on the stage, left", { 50, 300 }, ordinary, screen, Side::Above);
+        row("at the left edge", { 0, 400 }, ordinary, screen, Side::Above);
+        row("beyond the left edge", { -40, 400 }, ordinary, screen, Side::Above);
+        row("at the right edge", { 768, 400 }, ordinary, screen, Side::Above);
+        row("at the upper edge", { 400, 0 }, ordinary, screen, Side::Left);
+        row("upper left corner", { 0, 0 }, ordinary, screen, Side::Right);
+        row("upper right corner", { 768, 0 }, ordinary, screen, Side::Left);
+        row("lower left corner", { 0, 512 }, ordinary, screen, Side::Above);
+        row("lower right corner", { 768, 512 }, ordinary, screen, Side::Above);
+        row("a little room above", { 400, 130 }, ordinary, screen, Side::Above);
+        row("above the face only", { 400, 80 }, ordinary, screen, Side::Above);
+        row("half beyond the upper edge", { 300, -130 }, ordinary, screen, Side::Right);
+        row("beyond the lower edge", { 400, 900 }, ordinary, screen, Side::Above);
+        row("far beyond the right edge", { 3000, 300 }, ordinary, screen, Side::Above);
+        row("wide, small screen", { 272, 0 }, { 380, 180 }, { 0, 0, 800, 600 }, Side::Below);
+        row("wide, at 1024", { 272, 10 }, { 380, 180 }, screen, Side::Right);
+        row("a second screen", { 1400, 300 }, ordinary, { 1024, 0, 1280, 1024 }, Side::Above);
+        row("a second screen to the left", { -900, 0 }, ordinary, { -1280, 0, 1280, 1024 }, Side::Right);
+    }
+    void balloonsStandWhereTheyCanBeRead()
+    {
+        QFETCH(QPoint, frame);
+        QFETCH(QSize, bubble);
+        QFETCH(QRect, screen);
+        QFETCH(int, side);
+        const BalloonOwner owner = OwnerAt(frame.x(), frame.y());
+        const BalloonPlace place = PlaceBalloon(bubble, owner, screen);
+        QCOMPARE(place.bubble.size(), bubble);
+        QVERIFY2(screen.contains(place.bubble), qPrintable(QDebug::toString(place.bubble)));
+        QVERIFY2(!place.bubble.intersects(owner.face), qPrintable(QDebug::toString(place.bubble)));
+        QCOMPARE(int(place.side), side);
+    }
+
+    void noPlaceOfTheScreenMakesABalloonCoverTheFace()
+    {
+        for (const QRect &screen :
+             { QRect(0, 0, 800, 600), QRect(0, 0, 1024, 768), QRect(0, 24, 1536, 840) }) {
+            for (const QSize &bubble : { QSize(90, 48), QSize(300, 120), QSize(370, 170) }) {
+                for (int x = -200; x < screen.width() + 100; x += 37) {
+                    for (int y = -200; y < screen.height() + 100; y += 31) {
+                        const BalloonOwner owner = OwnerAt(x, y);
+                        const BalloonPlace place = PlaceBalloon(bubble, owner, screen);
+                        QVERIFY(screen.contains(place.bubble));
+                        QVERIFY2(!place.bubble.intersects(owner.face),
+                                 qPrintable(QStringLiteral("%1,%2").arg(x).arg(y)));
+                    }
+                }
+            }
+        }
+    }
+
+    void aBalloonThatFitsNowhereStaysOnTheScreen()
+    {
+        const QRect screen(0, 0, 300, 260);
+        const BalloonPlace place = PlaceBalloon(QSize(290, 250), OwnerAt(20, 0), screen);
+        QVERIFY(screen.contains(place.bubble));
+    }
+
+    void linesHaveAboutThirtyTwoCharacters()
+    {
+        BalloonText text = BalloonWindow::EmptyText();
+        for (int word = 0; word < 60; ++word)
+            text.Append(QStringLiteral("child%1").arg(word), false);
+        for (const QString &line : text.Lines().mid(0, text.Lines().size() - 1))
+            QVERIFY2(line.size() >= 20 && line.size() <= 42, qPrintable(line));
+        QCOMPARE(text.Lines().join(' '), text.Whole());
+    }
+
+    void olderLinesGo()
+    {
+        BalloonText text = BalloonWindow::EmptyText();
+        for (int word = 0; word < 100; ++word)
+            text.Append(QStringLiteral("word%1").arg(word), false);
+        QVERIFY(text.Lines().size() > BalloonText::kLinesShown);
+        QCOMPARE(text.ShownLines().size(), qsizetype(BalloonText::kLinesShown));
+        QVERIFY(text.ShownLines().last().endsWith("word99"));
+        QVERIFY(!text.ShownLines().join(' ').contains("word0 "));
+    }
+
+    void joinedPiecesStandWithoutABlank()
+    {
+        BalloonText text = BalloonWindow::EmptyText();
+        text.Append("Is it", false);
+        text.Append("***", false);
+        text.Append("?", true);
+        QCOMPARE(text.Whole(), QStringLiteral("Is it ***?"));
+        QCOMPARE(text.Lines(), QStringList{ "Is it ***?" });
+    }
+
+    void textIsPlain_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("shown");
+        QTest::newRow("ampersand") << "salt & pepper"
+                                   << "salt & pepper";
+        QTest::newRow("entity") << "&lt;&amp;"
+                                << "&lt;&amp;";
+        QTest::newRow("markup") << "<b>bold</b><img src=x>"
+                                << "<b>bold</b><img src=x>";
+        QTest::newRow("percent") << "100 %1 %s"
+                                 << "100 %1 %s";
+        QTest::newRow("line ends") << "one\r\ntwo\tthree"
+                                   << "one two three";
+        QTest::newRow("nothing") << ""
+                                 << "";
+        QTest::newRow("blanks") << "   "
+                                << "";
+        QTest::newRow("a null") << QString(QChar(0)) + "a"
+                                << "a";
+    }
+    void textIsPlain()
+    {
+        QFETCH(QString, text);
+        QFETCH(QString, shown);
+        BalloonWindow balloon;
+        balloon.Follow(OwnerAt(300, 300));
+        BalloonText whole = BalloonWindow::EmptyText();
+        whole.Append(text, false);
+        balloon.Begin(whole);
+        balloon.Append(text, false);
+        QCOMPARE(balloon.ShownText(), shown);
+        QCOMPARE(balloon.accessibleName(), shown);
+        QCOMPARE(balloon.isVisible(), !shown.isEmpty());
+    }
+
+    void markupIsPaintedAsItIsWritten()
+    {
+        // The picture of a tag differs from that of what the tag would make of it.
+        QCOMPARE(Inked("<b>x</b>") > Inked("x") + 100, true);
+        QCOMPARE(Inked("&amp;") > Inked("&") + 50, true);
+    }
+
+    void aBalloonGrowsWithItsWordsAndStaysOnTheScreen()
+    {
+        const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+        BalloonWindow balloon;
+        BalloonText whole = BalloonWindow::EmptyText();
+        for (int word = 0; word < 40; ++word)
+            whole.Append("letters", false);
+        balloon.Follow(OwnerAt(200, 400));
+        balloon.Begin(whole);
+        QVERIFY(!balloon.isVisible());
+        balloon.Append("letters", false);
+        QVERIFY(balloon.isVisible());
+        const QRect first = balloon.Bubble();
+        for (int word = 1; word < 40; ++word) {
+            balloon.Append("letters", false);
+            QVERIFY(screen.contains(balloon.Bubble()));
+            QCOMPARE(balloon.Bubble().bottom(), first.bottom());
+            QCOMPARE(balloon.Bubble().width(), first.width());
+        }
+        QVERIFY(balloon.Bubble().height() > 3 * first.height() / 2);
+        balloon.Follow(OwnerAt(300, 420));
+        QCOMPARE(balloon.Bubble().bottom(), first.bottom() + 20);
+        balloon.Empty();
+        QVERIFY(!balloon.isVisible());
+        QCOMPARE(balloon.accessibleName(), QString());
+    }
+
+    void aWordOfTenThousandLettersNeitherHangsNorLeavesTheScreen()
+    {
+        const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+        const QString word(10000, QLatin1Char('m'));
+        QElapsedTimer timer;
+        timer.start();
+        BalloonWindow balloon;
+        BalloonText whole = BalloonWindow::EmptyText();
+        whole.Append(word, false);
+        balloon.Follow(OwnerAt(0, 0));
+        balloon.Begin(whole);
+        balloon.Append(word, false);
+        QVERIFY2(timer.elapsed() < 1500, qPrintable(QString::number(timer.elapsed())));
+        QVERIFY(screen.contains(balloon.Bubble()));
+        QVERIFY(!balloon.Bubble().intersects(OwnerAt(0, 0).face));
+        QCOMPARE(whole.Lines().join(QString()), word);
+        for (const QString &line : whole.Lines())
+            QVERIFY(line.size() <= 60);
+    }
+
+    void brokenWordsKeepTheirCharactersWhole()
+    {
+        const QString family =
+            QString::fromUtf8("\xf0\x9f\x91\xa9\xe2\x80\x8d\xf0\x9f\x91\xa7"); // one character of five units
+        BalloonText text = BalloonWindow::EmptyText();
+        text.Append(family.repeated(200), false);
+        QVERIFY(text.Lines().size() > 3);
+        for (const QString &line : text.Lines())
+            QCOMPARE(line.size() % family.size(), qsizetype(0));
+    }
+
+private:
+    static int Inked(const QString &text)
+    {
+        BalloonWindow balloon;
+        balloon.Follow(OwnerAt(300, 300));
+        BalloonText whole = BalloonWindow::EmptyText();
+        whole.Append(QStringLiteral("mmmmmmmmmmmm"), false); // all bubbles are of one width
+        balloon.Begin(whole);
+        balloon.Append(text, false);
+        const QImage image = balloon.grab().toImage();
+        int dark = 0;
+        for (int y = 0; y < image.height(); ++y) {
+            for (int x = 0; x < image.width(); ++x) {
+                const QRgb pixel = image.pixel(x, y);
+                dark += qAlpha(pixel) > 200 && qGray(pixel) < 60;
+            }
+        }
+        return dark;
+    }
+};
+
+QTEST_MAIN(TestBalloon)
+#include "TestBalloon.moc"
