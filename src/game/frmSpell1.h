@@ -31,7 +31,7 @@ private:
     void OnActivate() override { StartGame(); }
     void OnUnload() override;
     void OnResize() override;
-    bool OpensMaximised() const override { return true; }
+    bool FillsDisplay() const override { return true; }
 
     // StartGame.cpp: from the first appearance to the first question.
     void StartGame();

@@ -5,6 +5,7 @@
 #include "game/frmSpell1.h"
 #include "platform/Services.h"
 #include "platform/forms/Boxes.h"
+#include "platform/forms/EnterKey.h"
 #include "platform/system/Process.h"
 #include "setup/frmPlayerNames1.h"
 #include "shell/Appearance.h"
@@ -30,6 +31,7 @@ void frmChooseList1::OnLoad(QWidget &window)
     m_ui = std::make_unique<Ui::frmChooseList1>();
     m_ui->setupUi(&window);
     DressWindow(window, Room::SetUp);
+    platform::InstallEnterKey(window, m_ui->cmdNext);
     m_resizer = std::make_unique<platform::Resizer>(window, platform::HoldAllButLeft({ "CommandButton", "Label" }));
     Connect(m_ui->File2, &platform::FileListBox::Clicked, [this] { File2_Click(); });
     Connect(m_ui->cmdNext, &QPushButton::clicked, [this] { cmdNext_Click(); });

@@ -22,7 +22,7 @@ private:
     void OnActivate() override;
     void OnUnload() override;
     void OnResize() override;
-    bool OpensMaximised() const override { return true; }
+    bool FillsDisplay() const override { return true; }
 
     void File2_Click();
     void cmdNext_Click();

@@ -2,6 +2,7 @@
 
 #include "ui_frmNumPlayers1.h"
 
+#include "platform/forms/EnterKey.h"
 #include "setup/frmPlayerNames1.h"
 #include "shell/Appearance.h"
 #include "shell/HelpTopics.h"
@@ -26,6 +27,7 @@ void frmNumPlayers1::OnLoad(QWidget &window)
     m_ui = std::make_unique<Ui::frmNumPlayers1>();
     m_ui->setupUi(&window);
     DressWindow(window, Room::SetUp);
+    platform::InstallEnterKey(window, m_ui->cmdNext);
     Connect(m_ui->cmdNext, &QPushButton::clicked, [this] { cmdNext_Click(); });
     Connect(m_ui->cmdback, &QPushButton::clicked, [this] { cmdback_Click(); });
     Connect(m_ui->cmdHelp, &QPushButton::clicked, [] { ShowHelpTopic(kPlayingTopic); });

@@ -4,6 +4,7 @@
 
 #include "platform/Services.h"
 #include "platform/forms/Boxes.h"
+#include "platform/forms/EnterKey.h"
 #include "setup/frmChooseList1.h"
 #include "setup/frmNumPlayers1.h"
 #include "shell/Appearance.h"
@@ -26,6 +27,7 @@ void frmPlayerNames1::OnLoad(QWidget &window)
     m_ui = std::make_unique<Ui::frmPlayerNames1>();
     m_ui->setupUi(&window);
     DressWindow(window, Room::SetUp);
+    platform::InstallEnterKey(window, m_ui->cmdNext);
     lblPlayer = { m_ui->lblPlayer_0, m_ui->lblPlayer_1, m_ui->lblPlayer_2, m_ui->lblPlayer_3, m_ui->lblPlayer_4 };
     txtPlayer = { m_ui->txtPlayer_0, m_ui->txtPlayer_1, m_ui->txtPlayer_2, m_ui->txtPlayer_3, m_ui->txtPlayer_4 };
     Connect(m_ui->cmdNext, &QPushButton::clicked, [this] { cmdNext_Click(); });

@@ -3,6 +3,7 @@
 #include "ui_frmMenu1.h"
 
 #include "platform/Services.h"
+#include "platform/forms/EnterKey.h"
 #include "platform/forms/Picture.h"
 #include "platform/system/Process.h"
 #include "setup/frmNumPlayers1.h"
@@ -30,6 +31,7 @@ void frmMenu1::OnLoad(QWidget &window)
     m_ui = std::make_unique<Ui::frmMenu1>();
     m_ui->setupUi(&window);
     DressWindow(window, Room::Menu);
+    platform::InstallEnterKey(window);
     m_resizer = std::make_unique<platform::Resizer>(window, platform::HoldAllButLeft({ "CommandButton" }));
     m_agent1 = The().agent.CreateControl();
     Connect(m_ui->cmdPlay, &QPushButton::clicked, [this] { cmdPlay_Click(); });

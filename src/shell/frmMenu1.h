@@ -28,7 +28,7 @@ private:
     void OnActivate() override;
     void OnUnload() override;
     void OnResize() override;
-    bool OpensMaximised() const override { return true; }
+    bool FillsDisplay() const override { return true; }
 
     void cmdPlay_Click();
     void Command3_Click();

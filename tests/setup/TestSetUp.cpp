@@ -223,6 +223,19 @@ private slots:
         QVERIFY(!frmChooseList1::Shared().IsLoaded());
     }
 
+    void enterGoesOn()
+    {
+        Show(frmNumPlayers1::Shared());
+        QTest::keyClick(m_desk->Find<QRadioButton>("opt1"), Qt::Key_Return);
+        m_desk->Settle();
+        QVERIFY(frmPlayerNames1::Shared().IsActive());
+        auto *name = m_desk->Find<QLineEdit>("txtPlayer_0");
+        QTest::keyClicks(name, "Ann");
+        QTest::keyClick(name, Qt::Key_Return);
+        m_desk->Settle();
+        QVERIFY(frmChooseList1::Shared().IsActive());
+    }
+
     void everyStepHasItsHelp()
     {
         Show(frmNumPlayers1::Shared());

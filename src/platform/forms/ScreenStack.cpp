@@ -122,7 +122,7 @@ void ScreenStack::OpenWindow(Screen &screen)
 {
     QWidget &window = *screen.m_window;
     const QScreen &display = *window.screen();
-    if (screen.OpensMaximised()) {
+    if (screen.FillsDisplay()) {
         // Without a window manager nobody else would give it the size of the display.
         window.setGeometry(display.geometry());
     } else {
@@ -136,8 +136,8 @@ void ScreenStack::OpenWindow(Screen &screen)
     screen.Enter([&screen] { screen.OnResize(); });
     if (screen.m_window != &window)
         return;
-    if (screen.OpensMaximised())
-        window.showMaximized();
+    if (screen.FillsDisplay())
+        window.showFullScreen();
     else
         window.show();
 }

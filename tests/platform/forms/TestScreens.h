@@ -64,7 +64,7 @@ protected:
         g_log << QStringLiteral("%1 resize").arg(m_scribbledName);
         Call(onResize);
     }
-    bool OpensMaximised() const override { return m_maximised; }
+    bool FillsDisplay() const override { return m_maximised; }
 
 private:
     static void Call(const std::function<void()> &handler)

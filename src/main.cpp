@@ -1,0 +1,58 @@
+#include "platform/Services.h"
+#include "platform/agent/AgentEngine.h"
+#include "platform/agent/PuppetFigure.h"
+#include "platform/display/Scale.h"
+#include "platform/files/DiskFiles.h"
+#include "platform/forms/QtBoxes.h"
+#include "platform/forms/Screen.h"
+#include "platform/help/QtHelp.h"
+#include "platform/system/QtEvents.h"
+#include "platform/system/QtProcess.h"
+#include "platform/system/SystemChance.h"
+#include "platform/system/SystemClock.h"
+#include "platform/voice/FliteEngine.h"
+#include "platform/voice/QtAudioOut.h"
+#include "shell/Appearance.h"
+#include "shell/DisplayCheck.h"
+#include "shell/SharedState.h"
+#include "shell/frmMenu1.h"
+
+#include <QApplication>
+#include <QScreen>
+
+#include <cstdio>
+
+int main(int argc, char *argv[])
+{
+    if (!platform::PrepareDisplay()) {
+        std::fputs("Tumblewick needs a graphical display.\n", stderr);
+        return 1;
+    }
+    QApplication application(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("Tumblewick"));
+    // Characters are windows too; the screens themselves know when the last of them has gone.
+    QApplication::setQuitOnLastWindowClosed(false);
+    tumblewick::ApplyAppearance(application);
+
+    platform::QtEvents events;
+    platform::SystemClock clock;
+    platform::SystemChance chance;
+    platform::QtProcess process;
+    platform::DiskFiles files;
+    platform::QtBoxes boxes;
+    platform::QtHelp help(files);
+    platform::FliteEngine speech;
+    platform::QtAudioOut audio;
+    platform::PuppetFigureMaker figures(process.ApplicationFolder() + QStringLiteral("/characters"), speech, audio,
+                                        events);
+    platform::AgentEngine agent(events, figures);
+    platform::Services services{ events, clock, chance, process, files, boxes, help, agent };
+    platform::InstallServices(&services);
+
+    const QScreen *display = application.primaryScreen();
+    tumblewick::State().DisplayWidth =
+        tumblewick::DisplayWidthFor(display->geometry().width(), display->depth());
+
+    tumblewick::frmMenu1::Shared().Show();
+    return application.exec();
+}
