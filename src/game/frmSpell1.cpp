@@ -6,6 +6,7 @@
 #include "platform/Services.h"
 #include "platform/forms/EnterKey.h"
 #include "platform/forms/Holds.h"
+#include "platform/forms/SelectionKeys.h"
 #include "shell/Appearance.h"
 #include "shell/HelpTopics.h"
 #include "shell/SharedState.h"
@@ -26,6 +27,7 @@ void frmSpell1::OnLoad(QWidget &window)
     // Buttons keep their size but move up and down with the rest.
     m_resizer = std::make_unique<platform::Resizer>(window, platform::HoldSize({ "CommandButton" }));
     platform::InstallEnterKey(window, m_ui->cmdGo);
+    platform::InstallSelectionKeys(*m_ui->lvwAnswer);
     m_agent1 = The().agent.CreateControl();
     m_agent1->command = [this](const platform::UserInput &input) {
         Guarded([this, input] { Agent1_Command(input); })();

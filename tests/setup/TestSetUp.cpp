@@ -152,6 +152,19 @@ private slots:
         QCOMPARE(m_desk->Find<QLabel>("lblmsg")->textFormat(), Qt::PlainText);
     }
 
+    void anArrowKeySelectsTheFirstList()
+    {
+        WriteSomeLists();
+        State().GameMode = "Spelling";
+        Show(frmChooseList1::Shared());
+        auto *list = m_desk->Find<platform::FileListBox>("File2");
+        QTest::keyClick(list, Qt::Key_Down);
+        QCOMPARE(list->FileName(), QString("Animals"));
+        QCOMPARE(m_desk->Find<QLabel>("lblmsg")->text(), QString("You have selected Animals. Click Next to play."));
+        QTest::keyClick(list, Qt::Key_Down);
+        QCOMPARE(list->FileName(), QString("odd.name.txt"));
+    }
+
     void withoutASelectionNextAsksForASpellingList_data()
     {
         QTest::addColumn<QString>("mode");

@@ -3,6 +3,7 @@
 #include "platform/Error.h"
 #include "platform/Services.h"
 #include "platform/files/Files.h"
+#include "platform/forms/SelectionKeys.h"
 
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -68,7 +69,8 @@ void FileListBox::mouseReleaseEvent(QMouseEvent *event)
 void FileListBox::keyPressEvent(QKeyEvent *event)
 {
     const QString before = FileName();
-    QListWidget::keyPressEvent(event);
+    if (!SelectByKey(*this, *event))
+        QListWidget::keyPressEvent(event);
     if (FileName() != before)
         emit Clicked();
 }
