@@ -461,7 +461,7 @@ void TestDiskFiles::killRemovesInAnyLetterCase()
 void TestDiskFiles::copyIsExactAndReplaces()
 {
     QByteArray junk;
-    for (int byte = 0; byte < 300'000; ++byte)
+    for (unsigned byte = 0; byte < 300'000; ++byte)
         junk += static_cast<char>((byte * 7919) >> 3);
     Make("/junk", junk);
     Make("/Lists/Target", QByteArray(500'000, 'x'));

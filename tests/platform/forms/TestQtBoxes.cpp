@@ -371,7 +371,5 @@ void TestQtBoxes::boxNeedsNoScreen()
     QCOMPARE(answer, BoxAnswer::No);
 }
 
-Q_DECLARE_METATYPE(BoxButtons)
-Q_DECLARE_METATYPE(BoxAnswer)
 QTEST_MAIN(TestQtBoxes)
 #include "TestQtBoxes.moc"

@@ -316,6 +316,5 @@ void TestResizer::typeIsTold()
     QCOMPARE(Resizer::TypeOf(*control), type);
 }
 
-Q_DECLARE_METATYPE(std::function<QWidget *()>)
 QTEST_MAIN(TestResizer)
 #include "TestResizer.moc"
