@@ -40,6 +40,7 @@ private slots:
     void releaseWhileLoadedKeepsTheScreen();
     void suspendedHandlerSurvivesUnloadAndReleaseOfItsScreen();
     void windowsAreDeletedOnlyWhenNoHandlerRuns();
+    void windowDroppedJustBeforeAWaitLivesUntilItEnds();
     void nestedWaitsEndInnermostFirst();
     void errorWhileUnloadingLeavesTheScreenLoaded();
     void errorWhileLoadingLeavesNoWindow();
@@ -230,6 +231,26 @@ void TestScreen::windowsAreDeletedOnlyWhenNoHandlerRuns()
     const auto finish = m_desk->time.After(2s, [&] { done = true; });
     One::Shared().cmdGo->click();
     QVERIFY(window); // the click's own event may still need it
+    m_desk->Settle();
+    QVERIFY(!window);
+}
+
+void TestScreen::windowDroppedJustBeforeAWaitLivesUntilItEnds()
+{
+    One::Shared().Show();
+    Two::Shared().Show();
+    QPointer<QWidget> window(Two::Shared().Window());
+    bool done = false;
+    Two::Shared().cmdGo_Click = [] { Two::Shared().Unload(); };
+    One::Shared().cmdGo_Click = [&] {
+        WaitUntil(done);
+        QVERIFY(window);
+    };
+    const auto finish = m_desk->time.After(1s, [&] { done = true; });
+    // Two handlers of one event, as when a click both presses a button and moves the focus.
+    Two::Shared().cmdGo->click();
+    One::Shared().cmdGo->click();
+    QVERIFY(window);
     m_desk->Settle();
     QVERIFY(!window);
 }
