@@ -54,7 +54,7 @@ BalloonWindow::BalloonWindow() : m_text(BalloonFont())
 
 void BalloonWindow::Begin(const BalloonText &whole)
 {
-    Empty();
+    m_text.Clear();
     m_textWidth = std::min(std::ceil(whole.Widest()), std::ceil(whole.LineLimit())) + 1;
     m_mostLines = std::clamp<qsizetype>(whole.Lines().size(), 1, BalloonText::kLinesShown);
 }

@@ -14,7 +14,8 @@ class BalloonWindow : public StageWindow {
 public:
     BalloonWindow();
 
-    // Empties the balloon and makes room for `whole`, which is going to come; hidden until the first words.
+    // Makes room for `whole`, which is going to come. A hidden balloon stays hidden, and one that is seen keeps its
+    // old words, until the first words come.
     void Begin(const BalloonText &whole);
     // Shows the balloon with these words more.
     void Append(const QString &piece, bool joined);

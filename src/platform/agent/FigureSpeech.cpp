@@ -78,7 +78,7 @@ void FigureSpeech::Play()
     };
     if (!m_utterance)
         return endSoon(kSpeechEngineUnusable);
-    if (m_balloon)
+    if (m_balloon && !m_wantsBalloon)
         m_balloon->Empty();
     if (m_wantsBalloon) {
         if (!m_balloon)

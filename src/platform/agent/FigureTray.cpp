@@ -2,15 +2,16 @@
 
 namespace platform {
 
-FigureTray::FigureTray(const QString &name, const QIcon &face, std::function<void()> wanted) : m_icon(face)
+FigureTray::FigureTray(const QString &name, const QIcon &face, std::function<void()> wanted)
+    : m_wanted(std::move(wanted)), m_icon(face)
 {
     m_icon.setToolTip(name);
     QAction *show = m_menu.addAction(QObject::tr("&Show %1").arg(name));
-    QObject::connect(show, &QAction::triggered, &m_icon, wanted);
+    QObject::connect(show, &QAction::triggered, &m_icon, m_wanted);
     QObject::connect(&m_icon, &QSystemTrayIcon::activated, &m_icon,
-                     [wanted](QSystemTrayIcon::ActivationReason reason) {
+                     [this](QSystemTrayIcon::ActivationReason reason) {
                          if (reason == QSystemTrayIcon::Trigger || reason == QSystemTrayIcon::DoubleClick)
-                             wanted();
+                             m_wanted();
                      });
     m_icon.setContextMenu(&m_menu);
     m_icon.show();

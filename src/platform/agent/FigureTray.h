@@ -13,7 +13,11 @@ class FigureTray {
 public:
     FigureTray(const QString &name, const QIcon &face, std::function<void()> wanted);
 
+    // As if the user chose it.
+    void Choose() { m_wanted(); }
+
 private:
+    std::function<void()> m_wanted;
     QMenu m_menu;
     QSystemTrayIcon m_icon;
 };

@@ -39,6 +39,7 @@ public:
     const MotionPlayer &Player() const { return m_player; }
     const QImage &Picture() const { return m_puppet.Image(); }
     CharacterWindow &Window() { return m_window; }
+    FigureTray *Tray() { return m_tray.get(); } // null unless the user has hidden the figure
 
 private:
     // An activity, or what the figure does by itself, is a row of steps.

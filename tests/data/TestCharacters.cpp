@@ -1,0 +1,265 @@
+#include "platform/agent/CharacterFile.h"
+#include "platform/agent/MotionPlayer.h"
+#include "platform/agent/Puppet.h"
+
+#include <QDir>
+#include <QtTest>
+
+#include <cmath>
+#include <set>
+
+using namespace platform;
+
+namespace {
+
+const QDir kCharacters(QStringLiteral(CHARACTERS_FOLDER));
+constexpr double kFrame = 1.0 / 60;
+
+// Whatever the game asks of all three.
+const char *const kPlayed[] = { "Show",         "Hide",         "RestPose",  "Blink",        "Alert",
+                                "Congratulate", "GetAttention", "Pleased",   "Process",      "Read",
+                                "ReadReturn",   "Wave",         "MoveLeft",  "MoveRight",    "MoveUp",
+                                "MoveDown",     "GestureLeft",  "GestureUp", "GestureRight", "GestureDown",
+                                "Greet",        "Announce",     "DoMagic1",  "DoMagic2",     "Surprised",
+                                "Confused",     "LookLeft",     "LookRight", "LookUp",       "LookDown",
+                                "Idle3_2",      "Think",        "Suggest",   "Acknowledge",  "Explain" };
+
+bool CloseTo(double left, double right, double by)
+{
+    return std::abs(left - right) <= by;
+}
+
+} // namespace
+
+// The characters as they are shipped.
+class TestCharacters : public QObject {
+    Q_OBJECT
+
+private slots:
+    void initTestCase()
+    {
+        for (const QString &folder : kCharacters.entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
+            try {
+                const CharacterSource source = ReadCharacterFolder(kCharacters.filePath(folder));
+                const auto character = std::make_shared<const CharacterData>(
+                    ReadCharacter(source.drawing, source.figure, source.motions));
+                m_characters[character->name] = character;
+                m_packed[character->name] = PackCharacter(source);
+            } catch (const CharacterFault &fault) {
+                QFAIL(qPrintable(folder + QStringLiteral(": ") + fault.Text()));
+            }
+        }
+        QCOMPARE(m_characters.keys(), (QStringList{ "Genie", "Merlin", "Peedy" }));
+    }
+
+    void theirFilesReadBack()
+    {
+        for (const QString &name : m_characters.keys()) {
+            const auto read = CharacterFromFile(m_packed[name]);
+            QCOMPARE(read->name, name);
+            QCOMPARE(read->motions.size(), m_characters[name]->motions.size());
+            QCOMPARE(read->parts.size(), m_characters[name]->parts.size());
+            QCOMPARE(read->size, QSize(128, 128));
+        }
+    }
+
+    void theyHaveWhatTheGamePlays()
+    {
+        for (const auto &character : m_characters) {
+            for (const char *motion : kPlayed) {
+                QVERIFY2(character->FindMotion(QLatin1String(motion)),
+                         qPrintable(character->name + QStringLiteral(" lacks ") + QLatin1String(motion)));
+            }
+        }
+        QVERIFY(m_characters["Merlin"]->FindMotion("Congratulate_2"));
+        QVERIFY(m_characters["Genie"]->FindMotion("Congratulate_2"));
+        // The game counts on the fault that this raises.
+        QVERIFY(!m_characters["Peedy"]->FindMotion("Congratulate_2"));
+    }
+
+    void onlyTheRightOnesGoOnForEver()
+    {
+        for (const auto &character : m_characters) {
+            for (const auto &[key, motion] : character->motions) {
+                const bool loops = key.startsWith("hearing_") || key == "idle3_2" || key == "processing" ||
+                                   key == "reading" || key == "searching" || key == "thinking" ||
+                                   key == "writing" || (key == "idle3_3" && character->name == "Peedy");
+                QVERIFY2(loops == motion.loop.has_value(), qPrintable(character->name + ' ' + motion.name));
+                const bool flies = QStringList{ "moveleft", "moveright", "moveup", "movedown" }.contains(key);
+                QVERIFY2(flies == motion.aloft.has_value(), qPrintable(character->name + ' ' + motion.name));
+            }
+        }
+    }
+
+    void showAndHideBeginAndEndUnseen()
+    {
+        for (const auto &character : m_characters) {
+            Puppet puppet(character);
+            puppet.SetSize(QSize(128, 128));
+            MotionPlayer player(character);
+            player.PlayAtOnce(*character->FindMotion("Show"));
+            QVERIFY2(Inked(puppet, player) < 40, qPrintable(character->name));
+            Run(player, character->FindMotion("Show")->length + 0.6);
+            QVERIFY2(Inked(puppet, player) > 3000, qPrintable(character->name));
+            player.Play(*character->FindMotion("Hide"));
+            Run(player, character->FindMotion("Hide")->length + 0.3);
+            QVERIFY2(Inked(puppet, player) < 40, qPrintable(character->name));
+        }
+    }
+
+    void motionsThatEndAtRestDo()
+    {
+        for (const auto &character : m_characters) {
+            Pose pose(character->parts.size());
+            for (const auto &[key, motion] : character->motions) {
+                if (motion.comesBack != Motion::Return::None || key == "hide")
+                    continue;
+                PoseAt(motion, motion.length, pose);
+                for (std::size_t index = 0; index < pose.numbers.size(); ++index) {
+                    const Part &part = character->parts[index / kChanges];
+                    // A part that is not seen may end anywhere.
+                    if (part.hidden && pose.At(int(index / kChanges), Change::Fade) <= 0)
+                        continue;
+                    const auto change = static_cast<Change>(index % kChanges);
+                    const double off = change == Change::Turn ? std::remainder(pose.numbers[index], 360.0)
+                                                              : pose.numbers[index];
+                    QVERIFY2(CloseTo(off, 0, 0.35),
+                             qPrintable(QStringLiteral("%1 %2: %3 ends %4 off")
+                                            .arg(character->name, motion.name, part.name)
+                                            .arg(off)));
+                }
+            }
+        }
+    }
+
+    void repeatedStretchesEndWhereTheyBegin()
+    {
+        for (const auto &character : m_characters) {
+            Pose first(character->parts.size());
+            Pose last(character->parts.size());
+            std::vector<PartFrame> before, after;
+            const std::vector<double> still(character->parts.size(), 0.0);
+            for (const auto &[key, motion] : character->motions) {
+                const auto stretch = motion.loop ? motion.loop : motion.aloft;
+                if (!stretch)
+                    continue;
+                PoseAt(motion, stretch->from, first);
+                PoseAt(motion, stretch->to, last);
+                ComputeFrames(*character, first, still, before);
+                ComputeFrames(*character, last, still, after);
+                for (std::size_t index = 0; index < before.size(); ++index) {
+                    if (before[index].opacity < 0.01 || after[index].opacity < 0.01)
+                        continue;
+                    // A corner some way off the pivot tells of turns, shifts and scales.
+                    const QPointF corner = character->parts[index].pivot + QPointF(20, 20);
+                    const QPointF jump = after[index].place.Map(corner) - before[index].place.Map(corner);
+                    QVERIFY2(std::hypot(jump.x(), jump.y()) < 3,
+                             qPrintable(QStringLiteral("%1 %2: %3 jumps by %4 units")
+                                            .arg(character->name, motion.name, character->parts[index].name)
+                                            .arg(std::hypot(jump.x(), jump.y()))));
+                }
+            }
+        }
+    }
+
+    void everyMouthLooksDifferent()
+    {
+        for (const auto &character : m_characters) {
+            Puppet puppet(character);
+            puppet.SetSize(QSize(256, 256));
+            std::vector<QImage> images;
+            for (std::size_t mouth = 0; mouth < kMouths; ++mouth) {
+                MotionPlayer player(character);
+                player.ShowMouth(static_cast<Mouth>(mouth));
+                Run(player, 0.1);
+                puppet.Draw(player.Shown(), player.Frames());
+                for (std::size_t other = 0; other < images.size(); ++other) {
+                    QVERIFY2(Difference(images[other], puppet.Image()) > 60,
+                             qPrintable(character->name + ' ' + MouthName(static_cast<Mouth>(mouth)) +
+                                        " and " + MouthName(static_cast<Mouth>(other))));
+                }
+                images.push_back(puppet.Image().copy());
+            }
+        }
+    }
+
+    void whatMovesIsBoundedAndFinite()
+    {
+        for (const auto &character : m_characters) {
+            MotionPlayer player(character);
+            for (const auto &[key, motion] : character->motions) {
+                player.Play(motion);
+                for (double time = 0; time < motion.length + 0.5; time += kFrame) {
+                    player.Advance(kFrame);
+                    for (const PartFrame &frame : player.Frames()) {
+                        const Affine &place = frame.place;
+                        for (const double number : { place.a, place.b, place.c, place.d, place.e, place.f })
+                            QVERIFY(std::isfinite(number) && std::abs(number) < 3000);
+                    }
+                }
+            }
+        }
+    }
+
+    void aRepaintOfWhatChangedEqualsARepaintOfAll()
+    {
+        for (const auto &character : m_characters) {
+            Puppet sparing(character);
+            sparing.SetSize(QSize(256, 256));
+            MotionPlayer player(character);
+            for (const char *name : { "Wave", "Congratulate", "Read", "MoveLeft" }) {
+                player.Play(*character->FindMotion(QLatin1String(name)));
+                for (int frame = 0; frame < 40; ++frame) {
+                    player.Advance(0.04);
+                    player.ShowMouth(frame % 3 ? std::optional(Mouth::AA) : std::nullopt);
+                    sparing.Draw(player.Shown(), player.Frames());
+                    if (frame % 8 != 7)
+                        continue;
+                    Puppet whole(character);
+                    whole.SetSize(QSize(256, 256));
+                    whole.Draw(player.Shown(), player.Frames());
+                    QVERIFY2(Difference(sparing.Image(), whole.Image()) < 30,
+                             qPrintable(character->name + ' ' + name));
+                }
+            }
+        }
+    }
+
+private:
+    static void Run(MotionPlayer &player, double seconds)
+    {
+        for (double time = 0; time < seconds; time += kFrame)
+            player.Advance(kFrame);
+    }
+    static int Inked(Puppet &puppet, const MotionPlayer &player)
+    {
+        puppet.Draw(player.Shown(), player.Frames());
+        const QImage &image = puppet.Image();
+        int inked = 0;
+        for (int y = 0; y < image.height(); ++y) {
+            for (int x = 0; x < image.width(); ++x)
+                inked += qAlpha(image.pixel(x, y)) > 40;
+        }
+        return inked;
+    }
+    // How many pixels differ clearly.
+    static int Difference(const QImage &left, const QImage &right)
+    {
+        int different = 0;
+        for (int y = 0; y < left.height(); ++y) {
+            for (int x = 0; x < left.width(); ++x) {
+                const QRgb one = left.pixel(x, y), two = right.pixel(x, y);
+                different += std::abs(qRed(one) - qRed(two)) + std::abs(qGreen(one) - qGreen(two)) +
+                                 std::abs(qBlue(one) - qBlue(two)) + std::abs(qAlpha(one) - qAlpha(two)) >
+                             60;
+            }
+        }
+        return different;
+    }
+
+    QMap<QString, std::shared_ptr<const CharacterData>> m_characters;
+    QMap<QString, QByteArray> m_packed;
+};
+
+QTEST_GUILESS_MAIN(TestCharacters)
+#include "TestCharacters.moc"

@@ -1,0 +1,770 @@
+#include "platform/Error.h"
+#include "platform/agent/PuppetFigure.h"
+#include "support/FakeVoice.h"
+#include "support/SmallCharacter.h"
+
+#include <QApplication>
+#include <QLoggingCategory>
+#include <QMenu>
+#include <QSystemTrayIcon>
+#include <QtTest>
+
+#include <set>
+
+using namespace platform;
+using std::chrono::milliseconds;
+
+namespace {
+
+QStringList g_mouths;
+
+void KeepMouths(QtMsgType, const QMessageLogContext &context, const QString &text)
+{
+    if (QLatin1String(context.category) == QLatin1String("tumblewick.mouth"))
+        g_mouths << text;
+}
+
+constexpr qint32 kNotEnded = -1;
+
+} // namespace
+
+// One real figure in a window of its own, with a fake voice and a time that the test lets pass.
+class TestPuppetFigure : public QObject {
+    Q_OBJECT
+
+private slots:
+    void init()
+    {
+        m_time = std::make_unique<support::FakeTime>();
+        m_engine = std::make_unique<support::FakeSpeechEngine>(*m_time);
+        m_audio = std::make_unique<support::FakeAudioOut>(*m_time, *m_time);
+        m_character = support::SmallCharacter();
+        auto ticker = std::make_unique<support::FakeTicker>(*m_time);
+        m_ticker = ticker.get();
+        m_figure =
+            std::make_unique<PuppetFigure>(m_character, *m_engine, *m_audio, *m_time, std::move(ticker), 7);
+        m_number = kNotEnded;
+        m_ends = 0;
+    }
+    void cleanup()
+    {
+        m_figure.reset();
+        m_audio.reset();
+        m_engine.reset();
+        m_time.reset();
+    }
+
+    void aNewFigureIsHiddenAtTheUpperLeftCorner()
+    {
+        QCOMPARE(m_figure->Frame(), QRect(0, 0, 128, 128));
+        QVERIFY(!m_figure->Window().isVisible());
+        QCOMPARE(m_ticker->Rate(), 0);
+        QVERIFY(m_figure->HasMotion("wAvE"));
+        QVERIFY(!m_figure->HasMotion("Juggle"));
+    }
+
+    void theWindowFollowsTheFrame()
+    {
+        m_figure->SetFrame(QRect(-40, 90, 256, 256));
+        m_figure->Appear();
+        QVERIFY(m_figure->Window().isVisible());
+        QCOMPARE(m_figure->Window().geometry(), QRect(-40, 90, 256, 256));
+        QCOMPARE(m_figure->Picture().size(), QSize(256, 256));
+        m_figure->SetFrame(QRect(10, 20, 64, 64));
+        QCOMPARE(m_figure->Window().geometry(), QRect(10, 20, 64, 64));
+        QCOMPARE(m_figure->Picture().size(), QSize(64, 64));
+        m_figure->Disappear();
+        QVERIFY(!m_figure->Window().isVisible());
+    }
+
+    void theWindowIsOfTheRightKind()
+    {
+        const CharacterWindow &window = m_figure->Window();
+        QCOMPARE(window.windowType(), Qt::ToolTip);
+        QVERIFY(window.windowFlags() & Qt::FramelessWindowHint);
+        QVERIFY(window.testAttribute(Qt::WA_TranslucentBackground));
+        QVERIFY(window.testAttribute(Qt::WA_ShowWithoutActivating));
+        QVERIFY(!window.testAttribute(Qt::WA_QuitOnClose));
+        QCOMPARE(window.accessibleName(), QStringLiteral("Merlin"));
+    }
+
+    void appearingShowsTheRestPoseAtOnce()
+    {
+        m_figure->Appear();
+        QVERIFY(Inked() > 1000);
+    }
+
+    void showBeginsUnseen()
+    {
+        m_figure->Appear();
+        QVERIFY(QTest::qWaitForWindowExposed(&m_figure->Window()));
+        m_figure->Perform("Show", End());
+        QCOMPARE(Inked(), 0);
+        m_time->Run(milliseconds(500));
+        QVERIFY(Inked() > 1000);
+        QCOMPARE(m_number, kNotEnded);
+        m_time->Run(milliseconds(700));
+        QCOMPARE(m_number, 0);
+    }
+
+    void aMotionEndsOnceAndFromTheLoop()
+    {
+        m_figure->Appear();
+        m_figure->Perform("wave", End());
+        QCOMPARE(m_number, kNotEnded);
+        m_time->Run(milliseconds(1100));
+        QCOMPARE(m_number, kNotEnded);
+        m_time->Run(milliseconds(200));
+        QCOMPARE(m_number, 0);
+        m_time->Run(milliseconds(60000));
+        QCOMPARE(m_ends, 1);
+    }
+
+    void anUnknownMotionFails()
+    {
+        m_figure->Appear();
+        m_figure->Perform("Juggle", End());
+        QCOMPARE(m_number, kNotEnded);
+        m_time->Run(milliseconds(20));
+        QCOMPARE(m_number, qint32(kNoSuchAnimation));
+    }
+
+    void theBodyComesBackBeforeTheNextMotion_data()
+    {
+        QTest::addColumn<QString>("first");
+        QTest::addColumn<QString>("second");
+        QTest::addColumn<int>("longest"); // ms from the call to the end of the second
+        QTest::newRow("ends at rest") << "Nod"
+                                      << "Nod" << 900;
+        QTest::newRow("blends back") << "Wave"
+                                     << "Nod" << 900 + 350 + 40;
+        QTest::newRow("has a return") << "Read"
+                                      << "Nod" << 900 + 600 + 40;
+        QTest::newRow("is the return") << "Read"
+                                       << "ReadReturn" << 700;
+        QTest::newRow("shares the return") << "Read"
+                                           << "ReadContinued" << 1100;
+        QTest::newRow("was flying") << "MoveLeft"
+                                    << "Nod" << 900 + 350 + 40;
+    }
+    void theBodyComesBackBeforeTheNextMotion()
+    {
+        QFETCH(QString, first);
+        QFETCH(QString, second);
+        QFETCH(int, longest);
+        m_figure->Appear();
+        m_figure->Perform(first, End());
+        m_time->Run(milliseconds(1500));
+        QCOMPARE(m_number, 0);
+        m_number = kNotEnded;
+        m_figure->Perform(second, End());
+        m_time->Run(milliseconds(longest - 160));
+        QCOMPARE(m_number, kNotEnded);
+        m_time->Run(milliseconds(160));
+        QCOMPARE(m_number, 0);
+    }
+
+    void aBookStaysOpenWhileItIsSharedOrTalkedFrom()
+    {
+        m_figure->Appear();
+        m_figure->Perform("Read", End());
+        m_time->Run(milliseconds(1100));
+        m_figure->Rest(); // the queue is empty for a moment
+        m_time->Run(milliseconds(30));
+        m_figure->Speak(SpeechText::Parse("Once upon a time"), true, End());
+        for (int count = 0; count < 15; ++count) {
+            m_time->Run(milliseconds(50));
+            QVERIFY(Prop() > 0.99);
+        }
+        QVERIFY(m_audio->Playing());
+    }
+
+    void aLoopGoesOnUntilItIsHalted()
+    {
+        m_figure->Appear();
+        m_figure->Perform("Doze", End());
+        m_time->Run(milliseconds(60000));
+        QCOMPARE(m_number, kNotEnded);
+        m_figure->Halt();
+        m_figure->Rest();
+        m_time->Run(milliseconds(500));
+        QCOMPARE(m_number, kNotEnded);
+        QVERIFY(std::abs(m_figure->Player().Shown().At(3, Change::Turn)) < 0.01);
+    }
+
+    void afterAHaltNothingIsToldAndTheNextBegins()
+    {
+        m_figure->Appear();
+        m_figure->Perform("Wave", End());
+        m_time->Run(milliseconds(300));
+        m_figure->Halt();
+        m_time->Run(milliseconds(5000));
+        QCOMPARE(m_ends, 0);
+        m_figure->Perform("Nod", End());
+        m_time->Run(milliseconds(1400));
+        QCOMPARE(m_ends, 1);
+    }
+
+    void anEndOnItsWayIsNotToldAfterAHalt()
+    {
+        m_figure->Appear();
+        m_figure->Perform("Juggle", End()); // its end is on its way at once
+        m_figure->Halt();
+        m_time->Run(milliseconds(100));
+        QCOMPARE(m_ends, 0);
+    }
+
+    void aSlideArrivesAtItsTimeAndPlace_data()
+    {
+        QTest::addColumn<QPoint>("to");
+        QTest::addColumn<int>("time");
+        QTest::newRow("right") << QPoint(500, 100) << 1000;
+        QTest::newRow("off the screen") << QPoint(-90, -60) << 1000;
+        QTest::newRow("where he is") << QPoint(100, 100) << 1000;
+        QTest::newRow("in no time") << QPoint(300, 200) << 0;
+    }
+    void aSlideArrivesAtItsTimeAndPlace()
+    {
+        QFETCH(QPoint, to);
+        QFETCH(int, time);
+        m_figure->SetFrame(QRect(100, 100, 128, 128));
+        m_figure->Appear();
+        m_figure->Perform("MoveLeft", End());
+        m_time->Run(milliseconds(450));
+        QCOMPARE(m_number, 0);
+        m_number = kNotEnded;
+        m_figure->Slide(to, milliseconds(time), End());
+        m_time->Run(milliseconds(time / 2));
+        if (time > 0) {
+            const QPoint middle = (QPoint(100, 100) + to) / 2;
+            QVERIFY((m_figure->Frame().topLeft() - middle).manhattanLength() < 20);
+            QCOMPARE(m_figure->Window().pos(), m_figure->Frame().topLeft());
+            QCOMPARE(m_number, kNotEnded);
+        }
+        m_time->Run(milliseconds(time / 2 + 40));
+        QCOMPARE(m_number, 0);
+        QCOMPARE(m_figure->Frame(), QRect(to, QSize(128, 128)));
+        QCOMPARE(m_figure->Window().pos(), to);
+    }
+
+    void wingsMoveInFlight()
+    {
+        m_figure->Appear();
+        m_figure->Perform("MoveLeft", End());
+        m_time->Run(milliseconds(450));
+        m_figure->Slide(QPoint(600, 0), milliseconds(2000), End());
+        std::set<int> turns;
+        for (int count = 0; count < 30; ++count) {
+            m_time->Run(milliseconds(50));
+            turns.insert(int(m_figure->Player().Shown().At(1, Change::Turn) * 10));
+        }
+        QVERIFY(turns.size() > 8);
+    }
+
+    void aHaltedSlideStaysWhereItIs()
+    {
+        m_figure->Appear();
+        m_figure->Perform("MoveLeft", End());
+        m_time->Run(milliseconds(450));
+        m_figure->Slide(QPoint(600, 0), milliseconds(1000), End());
+        m_time->Run(milliseconds(500));
+        m_figure->Halt();
+        const QRect frame = m_figure->Frame();
+        QVERIFY(frame.left() > 200 && frame.left() < 400);
+        m_time->Run(milliseconds(2000));
+        QCOMPARE(m_figure->Frame(), frame);
+        QCOMPARE(m_ends, 1); // the flight's beginning
+    }
+
+    void afterAFlightHeSettlesAtOnce()
+    {
+        m_figure->Appear();
+        m_figure->Perform("MoveLeft", End());
+        m_time->Run(milliseconds(450));
+        m_figure->Slide(QPoint(60, 0), milliseconds(100), End());
+        m_time->Run(milliseconds(140));
+        m_figure->Rest();
+        m_time->Run(milliseconds(420));
+        QVERIFY(std::abs(m_figure->Player().Shown().At(1, Change::Turn)) < 0.01);
+    }
+
+    void settlingDelaysNothing()
+    {
+        m_figure->Appear();
+        m_figure->Perform("Read", End());
+        m_time->Run(milliseconds(1100));
+        m_figure->Rest();
+        m_time->Run(milliseconds(400)); // the book is being closed
+        m_number = kNotEnded;
+        m_figure->Perform("Nod", End());
+        m_time->Run(milliseconds(850));
+        QCOMPARE(m_number, 0);
+        QVERIFY(Prop() < 0.01);
+    }
+
+    void aLineIsHeardSeenAndShown()
+    {
+        QLoggingCategory::setFilterRules("tumblewick.mouth.debug=true");
+        g_mouths.clear();
+        const auto before = qInstallMessageHandler(KeepMouths);
+        m_figure->SetFrame(QRect(300, 300, 256, 256));
+        m_figure->Appear();
+        m_figure->Speak(SpeechText::Parse("Hello \\map=\"kat\"=\"***\"\\ & <b>"), true, End());
+        QVERIFY(!m_figure->BalloonVisible());
+        m_time->Run(milliseconds(140)); // made, and the first word begun
+        QVERIFY(m_audio->Playing());
+        QVERIFY(m_figure->BalloonVisible());
+        QCOMPARE(BalloonText(), QStringLiteral("Hello"));
+        m_time->Run(milliseconds(60));
+        QCOMPARE(int(m_figure->Player().Shown().swaps[5]), int(Mouth::AA));
+        m_time->Run(milliseconds(240));
+        QCOMPARE(BalloonText(), QStringLiteral("Hello ***"));
+        QCOMPARE(m_number, kNotEnded);
+        m_time->Run(milliseconds(400));
+        QCOMPARE(m_number, 0);
+        QVERIFY(!m_audio->Playing());
+        QCOMPARE(BalloonText(), QStringLiteral("Hello *** & <b>"));
+        m_time->Run(milliseconds(1000));
+        QCOMPARE(int(m_figure->Player().Shown().swaps[5]), int(Mouth::Rest));
+        QVERIFY(m_figure->BalloonVisible());
+        m_time->Run(milliseconds(600));
+        QVERIFY(!m_figure->BalloonVisible());
+        QCOMPARE(m_ends, 1);
+        qInstallMessageHandler(before);
+        QLoggingCategory::setFilterRules(QString());
+        QVERIFY(g_mouths.size() >= 5);
+        QCOMPARE(g_mouths.first(), QStringLiteral("mouth: Merlin Rest 0"));
+        for (const QString &line : g_mouths)
+            QVERIFY2(QRegularExpression("^mouth: Merlin (Rest|AA) \\d+$").match(line).hasMatch(),
+                     qPrintable(line));
+        QVERIFY(g_mouths.last().startsWith("mouth: Merlin Rest "));
+    }
+
+    void theMouthLogIsOffByDefault()
+    {
+        g_mouths.clear();
+        const auto before = qInstallMessageHandler(KeepMouths);
+        m_figure->Appear();
+        m_figure->Speak(SpeechText::Parse("Hello"), true, End());
+        m_time->Run(milliseconds(2000));
+        qInstallMessageHandler(before);
+        QVERIFY(g_mouths.isEmpty());
+        QCOMPARE(m_number, 0);
+    }
+
+    void aLineWithoutBalloonShowsNone()
+    {
+        m_figure->Appear();
+        m_figure->Speak(SpeechText::Parse("Hello there"), true, End());
+        m_time->Run(milliseconds(900));
+        QCOMPARE(m_number, 0);
+        QVERIFY(m_figure->BalloonVisible());
+        m_figure->Speak(SpeechText::Parse("spell it"), false, End());
+        for (int count = 0; count < 40; ++count) {
+            m_time->Run(milliseconds(50));
+            if (m_audio->Playing())
+                QVERIFY(!m_figure->BalloonVisible());
+        }
+        QCOMPARE(m_ends, 2);
+    }
+
+    void theNextLineCancelsTheEndOfTheBalloon()
+    {
+        m_figure->Appear();
+        m_figure->Speak(SpeechText::Parse("One"), true, End());
+        m_time->Run(milliseconds(400));
+        QCOMPARE(m_ends, 1);
+        m_time->Run(milliseconds(1300));
+        m_figure->Speak(SpeechText::Parse("This is a long line that takes its time to be said"), true, End());
+        for (int count = 0; count < 30; ++count) {
+            m_time->Run(milliseconds(50));
+            QVERIFY(m_figure->BalloonVisible());
+        }
+        QVERIFY(BalloonText().startsWith("This is"));
+    }
+
+    void aHiddenBalloonStaysHiddenForItsLine()
+    {
+        m_figure->Appear();
+        m_figure->Speak(SpeechText::Parse("One two three four five six"), true, End());
+        m_time->Run(milliseconds(400));
+        QVERIFY(m_figure->BalloonVisible());
+        m_figure->HideBalloon();
+        for (int count = 0; count < 20; ++count) {
+            m_time->Run(milliseconds(50));
+            QVERIFY(!m_figure->BalloonVisible());
+        }
+        m_time->Run(milliseconds(1000));
+        QCOMPARE(m_number, 0);
+    }
+
+    void whatCannotBeHeardFailsWithoutBalloon_data()
+    {
+        QTest::addColumn<QString>("fault");
+        QTest::addColumn<qint32>("number");
+        QTest::newRow("no engine") << "engine" << qint32(kSpeechEngineUnusable);
+        QTest::newRow("no device") << "device" << qint32(kAudioDeviceUnusable);
+        QTest::newRow("the device goes before the sound") << "late" << qint32(kAudioDeviceUnusable);
+        QTest::newRow("the device goes on the way") << "way" << qint32(kAudioDeviceUnusable);
+    }
+    void whatCannotBeHeardFailsWithoutBalloon()
+    {
+        QFETCH(QString, fault);
+        QFETCH(qint32, number);
+        m_figure->Appear();
+        m_engine->SetUsable(fault != "engine");
+        m_audio->SetUsable(fault != "device");
+        if (fault == "way")
+            m_audio->FailAfter(milliseconds(200));
+        m_figure->Speak(SpeechText::Parse("Hello there, children"), true, End());
+        if (fault == "late")
+            m_audio->SetUsable(false);
+        QCOMPARE(m_number, kNotEnded);
+        m_time->Run(milliseconds(600));
+        QCOMPARE(m_number, number);
+        QVERIFY(!m_figure->BalloonVisible());
+        QVERIFY(!m_audio->Playing());
+        m_time->Run(milliseconds(3000));
+        QCOMPARE(m_ends, 1);
+    }
+
+    void heComesBackToRestBeforeHeSpeaks()
+    {
+        m_figure->Appear();
+        m_figure->Perform("Acknowledge", End()); // nobody can speak from its last pose
+        m_time->Run(milliseconds(900));
+        m_figure->Speak(SpeechText::Parse("Hello"), true, End());
+        m_time->Run(milliseconds(250));
+        QVERIFY(!m_audio->Playing());
+        m_time->Run(milliseconds(150));
+        QVERIFY(m_audio->Playing());
+        QVERIFY(!m_figure->Player().Current());
+    }
+
+    void heSpeaksFromAPoseThatAllowsIt()
+    {
+        m_figure->Appear();
+        m_figure->Perform("Wave", End());
+        m_time->Run(milliseconds(1300));
+        m_figure->Speak(SpeechText::Parse("Hello there"), true, End());
+        m_time->Run(milliseconds(100));
+        QVERIFY(m_audio->Playing());
+        QCOMPARE(m_figure->Player().Shown().At(6, Change::Turn), -90.0);
+    }
+
+    void aHaltSilencesHim()
+    {
+        m_figure->Appear();
+        m_figure->Speak(SpeechText::Parse("Hello there, children"), true, End());
+        m_time->Run(milliseconds(400));
+        m_figure->Halt();
+        QVERIFY(!m_audio->Playing());
+        QVERIFY(!m_figure->BalloonVisible());
+        m_time->Run(milliseconds(200));
+        QCOMPARE(int(m_figure->Player().Shown().swaps[5]), int(Mouth::Rest));
+        m_time->Run(milliseconds(5000));
+        QCOMPARE(m_ends, 0);
+    }
+
+    void aHaltBeforeTheSoundSilencesHimToo()
+    {
+        m_figure->Appear();
+        m_figure->Speak(SpeechText::Parse("Hello there"), true, End());
+        m_figure->Halt();
+        m_time->Run(milliseconds(3000));
+        QVERIFY(m_audio->Played().empty());
+        QCOMPARE(m_ends, 0);
+    }
+
+    void goingMeansSilence()
+    {
+        m_figure->Appear();
+        m_figure->Speak(SpeechText::Parse("Hello there"), true, End());
+        m_time->Run(milliseconds(300));
+        m_figure->Disappear();
+        QVERIFY(!m_audio->Playing());
+        QVERIFY(!m_figure->BalloonVisible());
+        QCOMPARE(m_ticker->Rate(), 0);
+        m_time->Run(milliseconds(3000));
+        QCOMPARE(m_ends, 0);
+    }
+
+    void destructionTellsNobody()
+    {
+        m_figure->Appear();
+        m_figure->Speak(SpeechText::Parse("Hello there"), true, End());
+        m_time->Run(milliseconds(300));
+        m_figure.reset();
+        QVERIFY(!m_audio->Playing());
+        m_time->Run(milliseconds(3000));
+        QCOMPARE(m_ends, 0);
+    }
+
+    void whatNobodySeesIsNotDrawn()
+    {
+        m_figure->Appear();
+        QVERIFY(QTest::qWaitForWindowExposed(&m_figure->Window()));
+        m_figure->Perform("Wave", End());
+        const qint64 before = m_figure->Picture().cacheKey();
+        m_time->Run(milliseconds(300));
+        QVERIFY(m_figure->Picture().cacheKey() != before);
+        m_figure->Window().windowHandle()->setVisible(false);
+        QTRY_VERIFY(!m_figure->Window().windowHandle()->isExposed());
+        const qint64 unseen = m_figure->Picture().cacheKey();
+        m_time->Run(milliseconds(300));
+        QCOMPARE(m_figure->Picture().cacheKey(), unseen);
+    }
+
+    void framesComeAsOftenAsTheyAreNeeded()
+    {
+        m_figure->Appear();
+        m_time->Run(milliseconds(1000));
+        QCOMPARE(m_ticker->Rate(), 20);
+        m_figure->Perform("Wave", End());
+        QCOMPARE(m_ticker->Rate(), 60);
+        m_time->Run(milliseconds(3000));
+        QCOMPARE(m_ticker->Rate(), 20);
+        m_figure->Disappear();
+        QCOMPARE(m_ticker->Rate(), 0);
+    }
+
+    void heIdlesByHimselfAndBlinks()
+    {
+        m_figure->Appear();
+        m_figure->Rest();
+        int idles = 0;
+        int blinks = 0;
+        bool wasIdle = false;
+        bool wasShut = false;
+        int first = 0;
+        for (int time = 0; time < 60000; time += 50) {
+            m_time->Run(milliseconds(50));
+            const Motion *motion = m_figure->Player().Current();
+            const bool idle = motion && !m_figure->Player().HasEnded();
+            if (idle && !wasIdle) {
+                ++idles;
+                first = first == 0 ? time : first;
+            }
+            wasIdle = idle;
+            const bool shut = m_figure->Player().Shown().swaps[4] == 1;
+            blinks += shut && !wasShut;
+            wasShut = shut;
+        }
+        QVERIFY2(first >= 9900 && first < 10500, qPrintable(QString::number(first)));
+        QVERIFY2(idles >= 5 && idles <= 13, qPrintable(QString::number(idles)));
+        QVERIFY2(blinks >= 9 && blinks <= 30, qPrintable(QString::number(blinks)));
+        QCOMPARE(m_ends, 0);
+    }
+
+    void heFallsAsleepAndWakesAtOnce()
+    {
+        m_figure->Appear();
+        m_figure->Rest();
+        const auto sleeps = [this] {
+            const Motion *motion = m_figure->Player().Current();
+            return motion && motion->name == QLatin1String("Doze");
+        };
+        int time = 0;
+        for (; time < 120000 && !sleeps(); time += 100)
+            m_time->Run(milliseconds(100));
+        QVERIFY(sleeps() && time > 69000);
+        m_time->Run(milliseconds(2000));
+        QVERIFY(sleeps());
+        m_figure->Perform("Nod", End());
+        m_time->Run(milliseconds(860));
+        QCOMPARE(m_number, 0); // no return of the sleep came before it
+    }
+
+    void anIdleNeverDelaysASpeech()
+    {
+        m_figure->Appear();
+        m_figure->Rest();
+        while (!m_figure->Player().Current())
+            m_time->Run(milliseconds(20));
+        m_figure->Speak(SpeechText::Parse("Hello"), true, End());
+        m_time->Run(milliseconds(80));
+        QVERIFY(m_audio->Playing());
+    }
+
+    void theUserDragsHim()
+    {
+        QStringList told;
+        m_figure->dragged = [&told](bool begins) { told << (begins ? "begins" : "ends"); };
+        m_figure->SetFrame(QRect(100, 100, 128, 128));
+        m_figure->Appear();
+        CharacterWindow &window = m_figure->Window();
+        Mouse(QEvent::MouseButtonPress, QPoint(160, 160), Qt::LeftButton);
+        Mouse(QEvent::MouseMove, QPoint(161, 160), Qt::LeftButton);
+        QCOMPARE(m_figure->Frame().topLeft(), QPoint(100, 100)); // a tremble
+        Mouse(QEvent::MouseMove, QPoint(260, 120), Qt::LeftButton);
+        QCOMPARE(m_figure->Frame().topLeft(), QPoint(200, 60));
+        QCOMPARE(window.pos(), QPoint(200, 60));
+        QVERIFY(told.isEmpty()); // the loop tells
+        m_time->Run(milliseconds(20));
+        QCOMPARE(told, QStringList{ "begins" });
+        Mouse(QEvent::MouseButtonRelease, QPoint(260, 120), Qt::LeftButton);
+        m_time->Run(milliseconds(20));
+        QCOMPARE(told, (QStringList{ "begins", "ends" }));
+        Mouse(QEvent::MouseMove, QPoint(300, 120), Qt::NoButton);
+        QCOMPARE(m_figure->Frame().topLeft(), QPoint(200, 60));
+    }
+
+    void aSlideGivesWayToTheUsersHand()
+    {
+        m_figure->SetFrame(QRect(100, 100, 128, 128));
+        m_figure->Appear();
+        m_figure->Slide(QPoint(500, 100), milliseconds(1000), End());
+        m_time->Run(milliseconds(300));
+        const QPoint at = m_figure->Frame().topLeft();
+        Mouse(QEvent::MouseButtonPress, at + QPoint(60, 60), Qt::LeftButton);
+        Mouse(QEvent::MouseMove, at + QPoint(60, 160), Qt::LeftButton);
+        m_time->Run(milliseconds(800));
+        QCOMPARE(m_number, 0);
+        QCOMPARE(m_figure->Frame().topLeft(), at + QPoint(0, 100));
+        Mouse(QEvent::MouseButtonRelease, at + QPoint(60, 160), Qt::LeftButton);
+    }
+
+    void aClickHidesTheBalloonOfOneWhoIsSilent()
+    {
+        m_figure->SetFrame(QRect(300, 300, 128, 128));
+        m_figure->Appear();
+        m_figure->Speak(SpeechText::Parse("Hello there"), true, End());
+        m_time->Run(milliseconds(300));
+        Mouse(QEvent::MouseButtonPress, QPoint(360, 360), Qt::LeftButton);
+        Mouse(QEvent::MouseButtonRelease, QPoint(360, 360), Qt::LeftButton);
+        QVERIFY(m_figure->BalloonVisible());
+        m_time->Run(milliseconds(700));
+        QCOMPARE(m_number, 0);
+        QVERIFY(m_figure->BalloonVisible());
+        Mouse(QEvent::MouseButtonPress, QPoint(360, 360), Qt::LeftButton);
+        QVERIFY(!m_figure->BalloonVisible());
+    }
+
+    void theMenuHidesHimAndTheTrayBringsHimBack()
+    {
+        QList<bool> asked;
+        m_figure->hideAsked = [&asked](bool hide) { asked << hide; };
+        m_figure->Appear();
+        QContextMenuEvent event(QContextMenuEvent::Mouse, QPoint(20, 20), QPoint(20, 20));
+        QCoreApplication::sendEvent(&m_figure->Window(), &event);
+        auto *menu = m_figure->Window().findChild<QMenu *>();
+        QVERIFY(menu);
+        QCOMPARE(menu->actions().size(), 1);
+        QCOMPARE(menu->actions().front()->text(), QStringLiteral("&Hide"));
+        menu->actions().front()->trigger();
+        QVERIFY(asked.isEmpty());
+        m_time->Run(milliseconds(20));
+        QCOMPARE(asked, QList<bool>{ true });
+        menu->close();
+        m_figure->Disappear();
+        QVERIFY(m_figure->Tray());
+        m_figure->Tray()->Choose();
+        m_time->Run(milliseconds(20));
+        QCOMPARE(asked, (QList<bool>{ true, false }));
+        m_figure->Appear();
+        QVERIFY(!m_figure->Tray());
+    }
+
+    void whoGoesByHimselfLeavesNoTrace()
+    {
+        m_figure->Appear();
+        m_figure->Disappear();
+        QVERIFY(!m_figure->Tray());
+    }
+
+    void aWholeLifeLeavesNoDoneBehind()
+    {
+        // Random calls; every activity that is neither halted nor replaced ends exactly once.
+        quint32 random = 99;
+        const auto draw = [&random](quint32 count) {
+            random = random * 1664525 + 1013904223;
+            return (random >> 16) % count;
+        };
+        const QStringList motions{ "Wave", "Nod",  "Read",     "ReadReturn",
+                                   "Show", "Hide", "MoveLeft", "Acknowledge" };
+        m_figure->Appear();
+        for (int round = 0; round < 300; ++round) {
+            int ends = 0;
+            const auto end = [&ends](qint32 number) {
+                ++ends;
+                QCOMPARE(number, 0);
+            };
+            switch (draw(3)) {
+            case 0:
+                m_figure->Perform(motions[draw(quint32(motions.size()))], end);
+                break;
+            case 1:
+                m_figure->Slide(QPoint(int(draw(900)), int(draw(600))), milliseconds(draw(1500)), end);
+                break;
+            default:
+                m_figure->Speak(SpeechText::Parse("Some words"), draw(2) == 0, end);
+            }
+            if (draw(3) == 0) {
+                m_time->Run(milliseconds(draw(900)));
+                m_figure->Halt();
+                const int before = ends;
+                if (draw(2) == 0)
+                    m_figure->Rest();
+                m_time->Run(milliseconds(draw(3000)));
+                QCOMPARE(ends, before);
+            } else {
+                m_time->Run(milliseconds(3500));
+                QCOMPARE(ends, 1);
+                if (draw(2) == 0)
+                    m_figure->Rest();
+                m_time->Run(milliseconds(draw(20000)));
+                QCOMPARE(ends, 1);
+            }
+        }
+    }
+
+private:
+    Figure::Done End()
+    {
+        return [this](qint32 number) {
+            m_number = number;
+            ++m_ends;
+        };
+    }
+    int Inked() const
+    {
+        int inked = 0;
+        const QImage &image = m_figure->Picture();
+        for (int y = 0; y < image.height(); ++y) {
+            for (int x = 0; x < image.width(); ++x)
+                inked += qAlpha(image.pixel(x, y)) > 20;
+        }
+        return inked;
+    }
+    double Prop() const { return m_figure->Player().Frames()[7].opacity; }
+    static QString BalloonText()
+    {
+        for (QWidget *widget : QApplication::topLevelWidgets()) {
+            if (auto *balloon = qobject_cast<BalloonWindow *>(widget); balloon && balloon->isVisible())
+                return balloon->ShownText();
+        }
+        return QString();
+    }
+    void Mouse(QEvent::Type type, QPoint at, Qt::MouseButton button)
+    {
+        const QPoint local = at - m_figure->Frame().topLeft();
+        const bool moves = type == QEvent::MouseMove;
+        const Qt::MouseButtons held =
+            type == QEvent::MouseButtonRelease ? Qt::NoButton : Qt::MouseButtons(button);
+        QMouseEvent event(type, QPointF(local), QPointF(at), moves ? Qt::NoButton : button, held,
+                          Qt::NoModifier);
+        QCoreApplication::sendEvent(&m_figure->Window(), &event);
+    }
+
+    std::unique_ptr<support::FakeTime> m_time;
+    std::unique_ptr<support::FakeSpeechEngine> m_engine;
+    std::unique_ptr<support::FakeAudioOut> m_audio;
+    std::shared_ptr<const CharacterData> m_character;
+    support::FakeTicker *m_ticker = nullptr;
+    std::unique_ptr<PuppetFigure> m_figure;
+    qint32 m_number = kNotEnded;
+    int m_ends = 0;
+};
+
+QTEST_MAIN(TestPuppetFigure)
+#include "TestPuppetFigure.moc"
