@@ -1,4 +1,5 @@
 #include "support/AgentService.h"
+#include "support/PuppetService.h"
 
 #include <QtTest>
 
@@ -97,11 +98,16 @@ void TestAgentContract::initTestCase_data()
 {
     QTest::addColumn<QString>("service");
     QTest::newRow("fake figures") << "fake";
+    QTest::newRow("real figures") << "real";
 }
 
 void TestAgentContract::init()
 {
-    m_service = std::make_unique<support::FakeAgentService>();
+    QFETCH_GLOBAL(QString, service);
+    if (service == "real")
+        m_service = std::make_unique<support::PuppetAgentService>(QStringLiteral(CHARACTERS_FOLDER));
+    else
+        m_service = std::make_unique<support::FakeAgentService>();
     m_control = m_service->Engine().CreateControl();
 }
 
