@@ -17,6 +17,7 @@
 #include <QScrollBar>
 #include <QShortcut>
 #include <QVBoxLayout>
+#include <QWindow>
 
 #include <algorithm>
 #include <array>
@@ -69,7 +70,7 @@ int ResultOf(BoxAnswer answer)
 // box's modality; a modality of the whole program would keep them from the characters too.
 class OtherScreensOff : public QObject {
 public:
-    OtherScreensOff()
+    explicit OtherScreensOff(QDialog &box) : m_box(box)
     {
         ScreenStack::Instance().BoxOpened();
         qApp->installEventFilter(this);
@@ -96,10 +97,29 @@ public:
                 return false;
             event->ignore();
             return true;
+        case QEvent::WindowActivate:
+            // A click on a screen takes the focus there, where the keys for the box would be lost.
+            if (auto *widget = qobject_cast<QWidget *>(watched);
+                widget && widget->isWindow() &&
+                ScreenStack::Instance().IsScreenWindow(widget->windowHandle()))
+                QMetaObject::invokeMethod(
+                    this, [this] { TakeFocusBack(); }, Qt::QueuedConnection);
+            return false;
         default:
             return false;
         }
     }
+
+private:
+    void TakeFocusBack()
+    {
+        if (!m_box.isVisible() || QApplication::activeModalWidget() != &m_box)
+            return; // another box lies over it
+        m_box.raise();
+        m_box.activateWindow();
+    }
+
+    QDialog &m_box;
 };
 
 // What a label may break where it has to: words that are wider than the box get invisible places to break at.
@@ -266,7 +286,7 @@ QString QtBoxes::InputBox(const QString &prompt, const QString &title, const QSt
 
 void QtBoxes::Run(QDialog &box)
 {
-    const OtherScreensOff off;
+    const OtherScreensOff off(box);
     QDialog *const outer = m_open;
     m_open = &box;
     box.setWindowFlag(Qt::WindowContextHelpButtonHint, false);

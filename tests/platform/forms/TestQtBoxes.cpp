@@ -48,6 +48,7 @@ private slots:
     void typedTextComesBack_data();
     void typedTextComesBack();
     void screensAreOffWhileABoxIsOpen();
+    void clickOnAScreenDoesNotTakeTheKeysFromABox();
     void timersTickWhileABoxIsOpen();
     void boxOverABoxHoldsOffTheFirstOne();
     void boxOutlivesTheScreenItCameFrom();
@@ -309,6 +310,21 @@ void TestQtBoxes::screensAreOffWhileABoxIsOpen()
     QCOMPARE(g_log, QStringList({ "character poked" }));
     pressAll();
     QCOMPARE(g_log, QStringList({ "character poked", "One go", "Two go", "character poked" }));
+}
+
+void TestQtBoxes::clickOnAScreenDoesNotTakeTheKeysFromABox()
+{
+    for (QWidget *window : { Two::Shared().Window(), One::Shared().Window() }) {
+        With(
+            [&](QDialog &box) {
+                window->activateWindow();
+                QApplication::processEvents();
+                QApplication::processEvents();
+                QVERIFY(box.isActiveWindow());
+                box.close();
+            },
+            [&] { return m_boxes.MessageBox("Text", BoxButtons::Ok, {}); });
+    }
 }
 
 void TestQtBoxes::timersTickWhileABoxIsOpen()
