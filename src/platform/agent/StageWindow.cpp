@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QTimer>
+#include <QWindow>
 #include <QtGui/qguiapplication_platform.h>
 
 #include <algorithm>
@@ -198,15 +199,21 @@ void StageWindow::ShapeBy(const QImage &image)
 void StageWindow::Shape()
 {
     xcb_connection_t *connection = Connection();
-    if (!connection || m_picture.isNull())
+    const QWindow *handle = windowHandle();
+    if (!connection || !handle || m_picture.isNull())
         return;
+    // The widget's own number may be that of a window which has been replaced.
+    const auto window = xcb_window_t(handle->winId());
+    if (window != m_shapedWindow) {
+        m_shapedWindow = window;
+        m_shaped = false;
+    }
     const bool compositor = Stack::The().HasCompositor();
     const bool changed = !m_shaped || compositor != m_shapedWithCompositor;
     if (!changed && compositor && m_sinceShape.elapsed() < kInputShapeInterval) {
         m_picture = QImage();
         return;
     }
-    const auto window = xcb_window_t(winId());
     if (changed) {
         const auto other = compositor ? XCB_SHAPE_SK_BOUNDING : XCB_SHAPE_SK_INPUT;
         xcb_shape_mask(connection, XCB_SHAPE_SO_SET, other, window, 0, 0, XCB_PIXMAP_NONE);

@@ -31,6 +31,7 @@ private:
     void Shape();
 
     QImage m_picture;
+    quint32 m_shapedWindow = 0;
     bool m_shapedWithCompositor = false;
     bool m_shaped = false;
     QElapsedTimer m_sinceShape;
