@@ -7,14 +7,14 @@
 
 // Text files with the manners that lists are written for.
 //
-// Paths: `\` and `/` both separate, doubled separators count once, and each component is matched without regard
-// to letter case when an exact match is missing. A component that holds / \ : * ? " < > | or control characters, or
-// is a device name such as con, raises 52 in every call that opens, makes, copies or removes; a folder that is there
-// already under such a name may be passed through.
+// Paths: `\` and `/` both separate, doubled separators count once, and each component is matched without
+// regard to letter case when an exact match is missing. A component that holds / \ : * ? " < > | or control
+// characters, or is a device name such as con, raises 52 in every call that opens, makes, copies or removes;
+// a folder that is there already under such a name may be passed through.
 //
 // Text: 8-bit, lines end in CR LF, no mark. A line is written in Windows-1252 when that holds it all without
-// becoming valid multi-byte UTF-8, else in UTF-8, and read the same way round. A lone LF or CR ends a line too. A UTF-8 mark at the
-// start of a foreign file is passed over.
+// becoming valid multi-byte UTF-8, else in UTF-8, and read the same way round. A lone LF or CR ends a line
+// too. A UTF-8 mark at the start of a foreign file is passed over.
 namespace platform {
 
 // A text file open for reading, closed by its destruction.
@@ -44,22 +44,23 @@ public:
     // Never raise.
     virtual bool FileExists(const QString &path) const = 0;
     virtual bool FolderExists(const QString &path) const = 0;
-    // The real path that `path` stands for, for services that open it by themselves; as it is when there is none.
+    // The real path that `path` stands for, for services that open it by themselves; as it is when there is
+    // none.
     virtual QString Resolve(const QString &path) const = 0;
 
-    // The names of all files of a folder, hidden ones left out, in alphabetical order without regard to letter
-    // case. Raises 76 when there is no such folder, 75 when it cannot be read.
+    // The names of all files of a folder, hidden ones left out, in alphabetical order without regard to
+    // letter case. Raises 76 when there is no such folder, 75 when it cannot be read.
     virtual QStringList FileNames(const QString &folder) const = 0;
 
-    // Raise 53 when there is no such file, 76 when its folder is missing, 70 without permission, 75 for a folder
-    // or an unreadable file.
+    // Raise 53 when there is no such file, 76 when its folder is missing, 70 without permission, 75 for a
+    // folder or an unreadable file.
     virtual std::unique_ptr<TextReader> OpenForReading(const QString &path) = 0;
     virtual std::unique_ptr<TextWriter> OpenForWriting(const QString &path, FileWriting how, bool create) = 0;
 
     // Removes a file. Raises 53, 70, 75 for a folder, or 76.
     virtual void Kill(const QString &path) = 0;
-    // Copies a file byte by byte, replacing what is there. Raises 53, 57, 61, 70, 75 or 76; 70 also for a file onto
-    // itself. After a failure on the way the target is gone.
+    // Copies a file byte by byte, replacing what is there. Raises 53, 57, 61, 70, 75 or 76; 70 also for a
+    // file onto itself. After a failure on the way the target is gone.
     virtual void FileCopy(const QString &from, const QString &to) = 0;
 };
 

@@ -48,8 +48,8 @@ protected:
     virtual void OnUnload() {}
     virtual void OnResize() {} // the window has a new size, also at the first show
 
-    // How the window stands on the display: screens that scale fill all of it, so that their pixels are the display's
-    // own and the characters find their places; the others stand centred at their own size.
+    // How the window stands on the display: screens that scale fill all of it, so that their pixels are the
+    // display's own and the characters find their places; the others stand centred at their own size.
     virtual bool FillsDisplay() const { return false; }
 
     // Connects a control's signal to a handler by way of the door, until the unload.
