@@ -1,7 +1,6 @@
 #include "platform/agent/BalloonPlace.h"
 
 #include <algorithm>
-#include <optional>
 
 namespace platform {
 
@@ -28,6 +27,11 @@ public:
     bool IsGood(const QRect &place) const
     {
         return m_screen.contains(place) && !place.intersects(m_owner.face);
+    }
+    bool LeavesOthersFree(const QRect &place) const
+    {
+        return std::none_of(m_owner.others.begin(), m_owner.others.end(),
+                            [&place](const QRect &face) { return place.intersects(face); });
     }
     // Moved into the screen by as little as need be.
     QRect Inside(const QRect &place) const
@@ -57,7 +61,8 @@ private:
 
 } // namespace
 
-BalloonPlace PlaceBalloon(QSize bubble, const BalloonOwner &owner, const QRect &screen)
+BalloonPlace PlaceBalloon(QSize bubble, const BalloonOwner &owner, const QRect &screen,
+                          std::optional<BalloonPlace::Side> kept)
 {
     using Side = BalloonPlace::Side;
     const Places places(bubble, owner, screen);
@@ -83,22 +88,31 @@ BalloonPlace PlaceBalloon(QSize bubble, const BalloonOwner &owner, const QRect &
         { places.Inside(places.BelowAt(face.bottom() + kBalloonGap / 2)), Side::Below },
         { places.Inside(above), Side::Above },
     };
-    const auto *good = std::find_if(std::begin(candidates), std::end(candidates),
-                                    [&](const BalloonPlace &place) { return places.IsGood(place.bubble); });
-    if (good != std::end(candidates))
-        return *good;
+    const BalloonPlace *best = nullptr;
+    int bestWorth = 0;
+    for (const BalloonPlace &place : candidates) {
+        if (!places.IsGood(place.bubble))
+            continue;
+        const int worth = 1 + (places.LeavesOthersFree(place.bubble) ? 1 : 0) + (place.side == kept ? 2 : 0);
+        if (worth > bestWorth) {
+            best = &place;
+            bestWorth = worth;
+        }
+    }
+    if (best)
+        return *best;
     // No room at all: where the least of the face is covered.
     const auto covered = [&face](const BalloonPlace &place) {
         const QRect common = place.bubble & face;
         return common.width() * common.height();
     };
-    BalloonPlace best{ places.Inside(above), Side::Above };
+    BalloonPlace least{ places.Inside(above), Side::Above };
     for (const BalloonPlace &place : candidates) {
         const BalloonPlace inside{ places.Inside(place.bubble), place.side };
-        if (covered(inside) < covered(best))
-            best = inside;
+        if (covered(inside) < covered(least))
+            least = inside;
     }
-    return best;
+    return least;
 }
 
 } // namespace platform

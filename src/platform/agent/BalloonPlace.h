@@ -3,6 +3,9 @@
 #include <QPoint>
 #include <QRect>
 
+#include <optional>
+#include <vector>
+
 namespace platform {
 
 // Where a balloon stands, in screen units.
@@ -14,17 +17,19 @@ struct BalloonPlace {
 
 // What a balloon belongs to, in screen units.
 struct BalloonOwner {
-    QRect body;   // where the figure is seen at rest
-    QRect face;   // not to be covered
-    QPoint mouth; // what the tail points to
+    QRect body;                // where the figure is seen at rest
+    QRect face;                // not to be covered
+    QPoint mouth;              // what the tail points to
+    std::vector<QRect> others; // faces of other figures, better left free
 };
 
 // Room between bubble and figure, for the tail.
 constexpr int kBalloonGap = 16;
 
 // The place of a bubble of that size: above the figure when there is room, else above its face, beside it or
-// below it. The bubble is always within `screen`, and off the face whenever any place of the screen allows
-// it. Pure.
-BalloonPlace PlaceBalloon(QSize bubble, const BalloonOwner &owner, const QRect &screen);
+// below it; on the side `kept` as long as that is possible. The bubble is always within `screen`, and off the
+// face whenever any place of the screen allows it. Pure.
+BalloonPlace PlaceBalloon(QSize bubble, const BalloonOwner &owner, const QRect &screen,
+                          std::optional<BalloonPlace::Side> kept = std::nullopt);
 
 } // namespace platform

@@ -55,6 +55,7 @@ BalloonWindow::BalloonWindow() : m_text(BalloonFont())
 void BalloonWindow::Begin(const BalloonText &whole)
 {
     m_text.Clear();
+    m_hasSide = false;
     m_textWidth = std::min(std::ceil(whole.Widest()), std::ceil(whole.LineLimit())) + 1;
     m_mostLines = std::clamp<qsizetype>(whole.Lines().size(), 1, BalloonText::kLinesShown);
 }
@@ -106,11 +107,12 @@ QSize BalloonWindow::BubbleSize(qsizetype lines) const
 void BalloonWindow::Place()
 {
     // The place is that of the full balloon, so that it does not change sides while it grows.
-    const BalloonPlace place =
-        PlaceBalloon(BubbleSize(m_mostLines), m_owner, ScreenOf(m_owner.body.center()));
+    const BalloonPlace place = PlaceBalloon(BubbleSize(m_mostLines), m_owner, ScreenOf(m_owner.body.center()),
+                                            m_hasSide ? std::optional(m_side) : std::nullopt);
     const qsizetype lines = std::clamp<qsizetype>(m_text.Lines().size(), 1, m_mostLines);
     m_bubble = QRect(place.bubble.topLeft(), BubbleSize(lines));
     m_side = place.side;
+    m_hasSide = true;
     if (m_side == BalloonPlace::Side::Above)
         m_bubble.moveBottom(place.bubble.bottom());
     else if (m_side != BalloonPlace::Side::Below)

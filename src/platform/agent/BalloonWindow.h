@@ -14,12 +14,12 @@ class BalloonWindow : public StageWindow {
 public:
     BalloonWindow();
 
-    // Makes room for `whole`, which is going to come. A hidden balloon stays hidden, and one that is seen keeps its
-    // old words, until the first words come.
+    // Makes room for `whole`, which is going to come. A hidden balloon stays hidden, and one that is seen
+    // keeps its old words, until the first words come.
     void Begin(const BalloonText &whole);
     // Shows the balloon with these words more.
     void Append(const QString &piece, bool joined);
-    // The figure is there now.
+    // The figure is there now. A balloon that is seen keeps to its side of the figure as long as it can.
     void Follow(const BalloonOwner &owner);
     void Empty();
 
@@ -43,6 +43,7 @@ private:
     BalloonOwner m_owner;
     QRect m_bubble;
     BalloonPlace::Side m_side = BalloonPlace::Side::Above;
+    bool m_hasSide = false;
     QPointF m_tip;
     QImage m_image;
 };

@@ -22,6 +22,9 @@ constexpr double kDragCarry = 0.6;
 constexpr int kSeen = 60; // of 255
 constexpr int kFaceIconSize = 128;
 
+// All figures of the program, so that the balloon of one may leave the faces of the others free.
+std::vector<const PuppetFigure *> g_figures;
+
 QRectF SeenArea(const QImage &image)
 {
     QRect area;
@@ -46,6 +49,7 @@ PuppetFigure::PuppetFigure(std::shared_ptr<const CharacterData> character, Speec
       m_window(m_character->name, m_puppet.Image()), m_frame(QPoint(0, 0), m_character->size),
       m_activity(std::make_shared<int>())
 {
+    g_figures.push_back(this);
     m_puppet.SetSize(QSize(kFaceIconSize, kFaceIconSize));
     m_puppet.Draw(m_player.Shown(), m_player.Frames());
     m_seenAtRest = SeenArea(m_puppet.Image());
@@ -78,6 +82,7 @@ PuppetFigure::PuppetFigure(std::shared_ptr<const CharacterData> character, Speec
 
 PuppetFigure::~PuppetFigure()
 {
+    g_figures.erase(std::remove(g_figures.begin(), g_figures.end(), this), g_figures.end());
     m_ticker->SetRate(0);
     m_window.dragEnds = nullptr;
 }
@@ -130,7 +135,12 @@ QRect PuppetFigure::ToScreen(const QRectF &area) const
 void PuppetFigure::FollowWithBalloon()
 {
     const QPoint mouth = ToScreen(QRectF(m_character->mouthPoint, QSizeF(1, 1))).topLeft();
-    m_speech.MoveBalloon({ ToScreen(m_seenAtRest), ToScreen(m_character->face), mouth });
+    std::vector<QRect> others;
+    for (const PuppetFigure *figure : g_figures) {
+        if (figure != this && figure->m_visible)
+            others.push_back(figure->Face());
+    }
+    m_speech.MoveBalloon({ ToScreen(m_seenAtRest), Face(), mouth, std::move(others) });
 }
 
 void PuppetFigure::Appear()
@@ -292,6 +302,7 @@ void PuppetFigure::Speak(const SpeechText &text, bool balloon, Done done)
         m_steps.clear();
         return FinishActivity(obstacle);
     }
+    FollowWithBalloon(); // the others may have moved
     std::deque<Step> steps = ComeBack(nullptr, true);
     if (m_byItself && m_player.Current())
         m_player.Settle();

@@ -60,6 +60,7 @@ private:
     void SlideOn();
     void MoveFrame(const QPoint &topLeft, double carry);
     void FollowWithBalloon();
+    QRect Face() const { return ToScreen(m_character->face); }
     void FitPicture();
     void Draw();
     void ChooseRate();

@@ -13,7 +13,7 @@ namespace {
 // A figure of 256 units whose frame stands there.
 BalloonOwner OwnerAt(int x, int y)
 {
-    return { QRect(x + 30, y + 10, 196, 244), QRect(x + 84, y + 62, 88, 84), QPoint(x + 128, y + 124) };
+    return { QRect(x + 30, y + 10, 196, 244), QRect(x + 84, y + 62, 88, 84), QPoint(x + 128, y + 124), {} };
 }
 
 } // namespace
@@ -66,6 +66,32 @@ private slots:
         QVERIFY2(screen.contains(place.bubble), qPrintable(QDebug::toString(place.bubble)));
         QVERIFY2(!place.bubble.intersects(owner.face), qPrintable(QDebug::toString(place.bubble)));
         QCOMPARE(int(place.side), side);
+    }
+
+    void otherFacesAreLeftFreeWhenThereIsAChoice()
+    {
+        using Side = BalloonPlace::Side;
+        const QRect screen(0, 0, 1024, 768);
+        const QSize bubble(300, 120);
+        BalloonOwner owner = OwnerAt(40, 20);
+        QCOMPARE(int(PlaceBalloon(bubble, owner, screen).side), int(Side::Right));
+        owner.others = { OwnerAt(336, 20).face };
+        const BalloonPlace place = PlaceBalloon(bubble, owner, screen);
+        QCOMPARE(int(place.side), int(Side::Below));
+        QVERIFY(!place.bubble.intersects(owner.others.front()));
+        // Where there is none, the owner's own face counts.
+        owner.others = { screen };
+        QCOMPARE(int(PlaceBalloon(bubble, owner, screen).side), int(Side::Right));
+    }
+
+    void aBalloonKeepsItsSideAsLongAsItCan()
+    {
+        using Side = BalloonPlace::Side;
+        const QRect screen(0, 0, 1024, 768);
+        const QSize bubble(300, 120);
+        QCOMPARE(int(PlaceBalloon(bubble, OwnerAt(100, 400), screen).side), int(Side::Above));
+        QCOMPARE(int(PlaceBalloon(bubble, OwnerAt(100, 400), screen, Side::Right).side), int(Side::Right));
+        QCOMPARE(int(PlaceBalloon(bubble, OwnerAt(768, 400), screen, Side::Right).side), int(Side::Above));
     }
 
     void noPlaceOfTheScreenMakesABalloonCoverTheFace()
