@@ -326,6 +326,31 @@ private slots:
         QVERIFY(std::isfinite(TipLag()));
     }
 
+    void springsSwingAlikeAtAnyStep()
+    {
+        const auto swung = [this](double step) {
+            m_player->Reset();
+            m_player->Advance(kFrame);
+            m_player->Advance(kFrame);
+            m_player->Advance(kFrame, QPointF(20, 0)); // a push
+            m_player->Advance(kFrame, QPointF(40, 0));
+            m_player->Advance(kFrame, QPointF(40, 0)); // and the stop
+            QVector<double> lags;
+            for (int fifth = 0; fifth < 5; ++fifth) {
+                for (double time = 0; time < 0.2 - 1e-9; time += step)
+                    m_player->Advance(step, QPointF(40, 0));
+                lags << TipLag();
+            }
+            return lags;
+        };
+        const QVector<double> fine = swung(0.001);
+        QVERIFY(std::abs(fine[0]) > 1);
+        const QVector<double> coarse = swung(0.2);
+        for (int fifth = 0; fifth < 5; ++fifth)
+            QVERIFY2(std::abs(fine[fifth] - coarse[fifth]) < 2,
+                     qPrintable(QStringLiteral("%1 and %2").arg(fine[fifth]).arg(coarse[fifth])));
+    }
+
     void noTimeChangesNothing()
     {
         Play("Wave");
