@@ -132,7 +132,7 @@ int main(int argumentCount, char **arguments)
     QObject::connect(&director, &QTimer::timeout, &director, [&] {
         for (Actor &actor : actors) {
             const bool busy = !actor.last.IsNothing() && (actor.last->Status() == kRequestRunning ||
-                                             actor.last->Status() == kRequestQueued);
+                                                          actor.last->Status() == kRequestQueued);
             if (busy || parser.isSet(stillOption))
                 continue;
             const QString motion = actor.motions[actor.next++ % actor.motions.size()];

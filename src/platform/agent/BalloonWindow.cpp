@@ -15,7 +15,7 @@ namespace {
 constexpr int kTypeSize = 18;
 constexpr int kPadding = 12;
 constexpr int kMargin = 40; // round the bubble, for the tail
-constexpr double kTailLength = 34;
+constexpr double kTailLength = 22;
 constexpr double kTailWidth = 20;
 constexpr double kCorner = 16;
 constexpr double kBorder = 1.6;

@@ -1,58 +1,20 @@
-#include "platform/Error.h"
-#include "platform/agent/PuppetFigure.h"
-#include "support/FakeVoice.h"
-#include "support/SmallCharacter.h"
+#include "FigureFixture.h"
 
-#include <QApplication>
-#include <QLoggingCategory>
+#include "platform/Error.h"
+
 #include <QMenu>
-#include <QSystemTrayIcon>
-#include <QtTest>
 
 #include <set>
 
 using namespace platform;
-using std::chrono::milliseconds;
 
-namespace {
-
-QStringList g_mouths;
-
-void KeepMouths(QtMsgType, const QMessageLogContext &context, const QString &text)
-{
-    if (QLatin1String(context.category) == QLatin1String("tumblewick.mouth"))
-        g_mouths << text;
-}
-
-constexpr qint32 kNotEnded = -1;
-
-} // namespace
-
-// One real figure in a window of its own, with a fake voice and a time that the test lets pass.
-class TestPuppetFigure : public QObject {
+// How a figure moves, idles and is handled.
+class TestPuppetFigure : public FigureFixture {
     Q_OBJECT
 
 private slots:
-    void init()
-    {
-        m_time = std::make_unique<support::FakeTime>();
-        m_engine = std::make_unique<support::FakeSpeechEngine>(*m_time);
-        m_audio = std::make_unique<support::FakeAudioOut>(*m_time, *m_time);
-        m_character = support::SmallCharacter();
-        auto ticker = std::make_unique<support::FakeTicker>(*m_time);
-        m_ticker = ticker.get();
-        m_figure =
-            std::make_unique<PuppetFigure>(m_character, *m_engine, *m_audio, *m_time, std::move(ticker), 7);
-        m_number = kNotEnded;
-        m_ends = 0;
-    }
-    void cleanup()
-    {
-        m_figure.reset();
-        m_audio.reset();
-        m_engine.reset();
-        m_time.reset();
-    }
+    void init() { MakeFigure(); }
+    void cleanup() { DropFigure(); }
 
     void aNewFigureIsHiddenAtTheUpperLeftCorner()
     {
@@ -162,21 +124,6 @@ private slots:
         QCOMPARE(m_number, kNotEnded);
         m_time->Run(milliseconds(160));
         QCOMPARE(m_number, 0);
-    }
-
-    void aBookStaysOpenWhileItIsSharedOrTalkedFrom()
-    {
-        m_figure->Appear();
-        m_figure->Perform("Read", End());
-        m_time->Run(milliseconds(1100));
-        m_figure->Rest(); // the queue is empty for a moment
-        m_time->Run(milliseconds(30));
-        m_figure->Speak(SpeechText::Parse("Once upon a time"), true, End());
-        for (int count = 0; count < 15; ++count) {
-            m_time->Run(milliseconds(50));
-            QVERIFY(Prop() > 0.99);
-        }
-        QVERIFY(m_audio->Playing());
     }
 
     void aLoopGoesOnUntilItIsHalted()
@@ -302,204 +249,6 @@ private slots:
         QVERIFY(Prop() < 0.01);
     }
 
-    void aLineIsHeardSeenAndShown()
-    {
-        QLoggingCategory::setFilterRules("tumblewick.mouth.debug=true");
-        g_mouths.clear();
-        const auto before = qInstallMessageHandler(KeepMouths);
-        m_figure->SetFrame(QRect(300, 300, 256, 256));
-        m_figure->Appear();
-        m_figure->Speak(SpeechText::Parse("Hello \\map=\"kat\"=\"***\"\\ & <b>"), true, End());
-        QVERIFY(!m_figure->BalloonVisible());
-        m_time->Run(milliseconds(140)); // made, and the first word begun
-        QVERIFY(m_audio->Playing());
-        QVERIFY(m_figure->BalloonVisible());
-        QCOMPARE(BalloonText(), QStringLiteral("Hello"));
-        m_time->Run(milliseconds(60));
-        QCOMPARE(int(m_figure->Player().Shown().swaps[5]), int(Mouth::AA));
-        m_time->Run(milliseconds(240));
-        QCOMPARE(BalloonText(), QStringLiteral("Hello ***"));
-        QCOMPARE(m_number, kNotEnded);
-        m_time->Run(milliseconds(400));
-        QCOMPARE(m_number, 0);
-        QVERIFY(!m_audio->Playing());
-        QCOMPARE(BalloonText(), QStringLiteral("Hello *** & <b>"));
-        m_time->Run(milliseconds(1000));
-        QCOMPARE(int(m_figure->Player().Shown().swaps[5]), int(Mouth::Rest));
-        QVERIFY(m_figure->BalloonVisible());
-        m_time->Run(milliseconds(600));
-        QVERIFY(!m_figure->BalloonVisible());
-        QCOMPARE(m_ends, 1);
-        qInstallMessageHandler(before);
-        QLoggingCategory::setFilterRules(QString());
-        QVERIFY(g_mouths.size() >= 5);
-        QCOMPARE(g_mouths.first(), QStringLiteral("mouth: Merlin Rest 0"));
-        for (const QString &line : g_mouths)
-            QVERIFY2(QRegularExpression("^mouth: Merlin (Rest|AA) \\d+$").match(line).hasMatch(),
-                     qPrintable(line));
-        QVERIFY(g_mouths.last().startsWith("mouth: Merlin Rest "));
-    }
-
-    void theMouthLogIsOffByDefault()
-    {
-        g_mouths.clear();
-        const auto before = qInstallMessageHandler(KeepMouths);
-        m_figure->Appear();
-        m_figure->Speak(SpeechText::Parse("Hello"), true, End());
-        m_time->Run(milliseconds(2000));
-        qInstallMessageHandler(before);
-        QVERIFY(g_mouths.isEmpty());
-        QCOMPARE(m_number, 0);
-    }
-
-    void aLineWithoutBalloonShowsNone()
-    {
-        m_figure->Appear();
-        m_figure->Speak(SpeechText::Parse("Hello there"), true, End());
-        m_time->Run(milliseconds(900));
-        QCOMPARE(m_number, 0);
-        QVERIFY(m_figure->BalloonVisible());
-        m_figure->Speak(SpeechText::Parse("spell it"), false, End());
-        for (int count = 0; count < 40; ++count) {
-            m_time->Run(milliseconds(50));
-            if (m_audio->Playing())
-                QVERIFY(!m_figure->BalloonVisible());
-        }
-        QCOMPARE(m_ends, 2);
-    }
-
-    void theNextLineCancelsTheEndOfTheBalloon()
-    {
-        m_figure->Appear();
-        m_figure->Speak(SpeechText::Parse("One"), true, End());
-        m_time->Run(milliseconds(400));
-        QCOMPARE(m_ends, 1);
-        m_time->Run(milliseconds(1300));
-        m_figure->Speak(SpeechText::Parse("This is a long line that takes its time to be said"), true, End());
-        for (int count = 0; count < 30; ++count) {
-            m_time->Run(milliseconds(50));
-            QVERIFY(m_figure->BalloonVisible());
-        }
-        QVERIFY(BalloonText().startsWith("This is"));
-    }
-
-    void aHiddenBalloonStaysHiddenForItsLine()
-    {
-        m_figure->Appear();
-        m_figure->Speak(SpeechText::Parse("One two three four five six"), true, End());
-        m_time->Run(milliseconds(400));
-        QVERIFY(m_figure->BalloonVisible());
-        m_figure->HideBalloon();
-        for (int count = 0; count < 20; ++count) {
-            m_time->Run(milliseconds(50));
-            QVERIFY(!m_figure->BalloonVisible());
-        }
-        m_time->Run(milliseconds(1000));
-        QCOMPARE(m_number, 0);
-    }
-
-    void whatCannotBeHeardFailsWithoutBalloon_data()
-    {
-        QTest::addColumn<QString>("fault");
-        QTest::addColumn<qint32>("number");
-        QTest::newRow("no engine") << "engine" << qint32(kSpeechEngineUnusable);
-        QTest::newRow("no device") << "device" << qint32(kAudioDeviceUnusable);
-        QTest::newRow("the device goes before the sound") << "late" << qint32(kAudioDeviceUnusable);
-        QTest::newRow("the device goes on the way") << "way" << qint32(kAudioDeviceUnusable);
-    }
-    void whatCannotBeHeardFailsWithoutBalloon()
-    {
-        QFETCH(QString, fault);
-        QFETCH(qint32, number);
-        m_figure->Appear();
-        m_engine->SetUsable(fault != "engine");
-        m_audio->SetUsable(fault != "device");
-        if (fault == "way")
-            m_audio->FailAfter(milliseconds(200));
-        m_figure->Speak(SpeechText::Parse("Hello there, children"), true, End());
-        if (fault == "late")
-            m_audio->SetUsable(false);
-        QCOMPARE(m_number, kNotEnded);
-        m_time->Run(milliseconds(600));
-        QCOMPARE(m_number, number);
-        QVERIFY(!m_figure->BalloonVisible());
-        QVERIFY(!m_audio->Playing());
-        m_time->Run(milliseconds(3000));
-        QCOMPARE(m_ends, 1);
-    }
-
-    void heComesBackToRestBeforeHeSpeaks()
-    {
-        m_figure->Appear();
-        m_figure->Perform("Acknowledge", End()); // nobody can speak from its last pose
-        m_time->Run(milliseconds(900));
-        m_figure->Speak(SpeechText::Parse("Hello"), true, End());
-        m_time->Run(milliseconds(250));
-        QVERIFY(!m_audio->Playing());
-        m_time->Run(milliseconds(150));
-        QVERIFY(m_audio->Playing());
-        QVERIFY(!m_figure->Player().Current());
-    }
-
-    void heSpeaksFromAPoseThatAllowsIt()
-    {
-        m_figure->Appear();
-        m_figure->Perform("Wave", End());
-        m_time->Run(milliseconds(1300));
-        m_figure->Speak(SpeechText::Parse("Hello there"), true, End());
-        m_time->Run(milliseconds(100));
-        QVERIFY(m_audio->Playing());
-        QCOMPARE(m_figure->Player().Shown().At(6, Change::Turn), -90.0);
-    }
-
-    void aHaltSilencesHim()
-    {
-        m_figure->Appear();
-        m_figure->Speak(SpeechText::Parse("Hello there, children"), true, End());
-        m_time->Run(milliseconds(400));
-        m_figure->Halt();
-        QVERIFY(!m_audio->Playing());
-        QVERIFY(!m_figure->BalloonVisible());
-        m_time->Run(milliseconds(200));
-        QCOMPARE(int(m_figure->Player().Shown().swaps[5]), int(Mouth::Rest));
-        m_time->Run(milliseconds(5000));
-        QCOMPARE(m_ends, 0);
-    }
-
-    void aHaltBeforeTheSoundSilencesHimToo()
-    {
-        m_figure->Appear();
-        m_figure->Speak(SpeechText::Parse("Hello there"), true, End());
-        m_figure->Halt();
-        m_time->Run(milliseconds(3000));
-        QVERIFY(m_audio->Played().empty());
-        QCOMPARE(m_ends, 0);
-    }
-
-    void goingMeansSilence()
-    {
-        m_figure->Appear();
-        m_figure->Speak(SpeechText::Parse("Hello there"), true, End());
-        m_time->Run(milliseconds(300));
-        m_figure->Disappear();
-        QVERIFY(!m_audio->Playing());
-        QVERIFY(!m_figure->BalloonVisible());
-        QCOMPARE(m_ticker->Rate(), 0);
-        m_time->Run(milliseconds(3000));
-        QCOMPARE(m_ends, 0);
-    }
-
-    void destructionTellsNobody()
-    {
-        m_figure->Appear();
-        m_figure->Speak(SpeechText::Parse("Hello there"), true, End());
-        m_time->Run(milliseconds(300));
-        m_figure.reset();
-        QVERIFY(!m_audio->Playing());
-        m_time->Run(milliseconds(3000));
-        QCOMPARE(m_ends, 0);
-    }
-
     void whatNobodySeesIsNotDrawn()
     {
         m_figure->Appear();
@@ -575,17 +324,6 @@ private slots:
         QCOMPARE(m_number, 0); // no return of the sleep came before it
     }
 
-    void anIdleNeverDelaysASpeech()
-    {
-        m_figure->Appear();
-        m_figure->Rest();
-        while (!m_figure->Player().Current())
-            m_time->Run(milliseconds(20));
-        m_figure->Speak(SpeechText::Parse("Hello"), true, End());
-        m_time->Run(milliseconds(80));
-        QVERIFY(m_audio->Playing());
-    }
-
     void theUserDragsHim()
     {
         QStringList told;
@@ -622,22 +360,6 @@ private slots:
         QCOMPARE(m_number, 0);
         QCOMPARE(m_figure->Frame().topLeft(), at + QPoint(0, 100));
         Mouse(QEvent::MouseButtonRelease, at + QPoint(60, 160), Qt::LeftButton);
-    }
-
-    void aClickHidesTheBalloonOfOneWhoIsSilent()
-    {
-        m_figure->SetFrame(QRect(300, 300, 128, 128));
-        m_figure->Appear();
-        m_figure->Speak(SpeechText::Parse("Hello there"), true, End());
-        m_time->Run(milliseconds(300));
-        Mouse(QEvent::MouseButtonPress, QPoint(360, 360), Qt::LeftButton);
-        Mouse(QEvent::MouseButtonRelease, QPoint(360, 360), Qt::LeftButton);
-        QVERIFY(m_figure->BalloonVisible());
-        m_time->Run(milliseconds(700));
-        QCOMPARE(m_number, 0);
-        QVERIFY(m_figure->BalloonVisible());
-        Mouse(QEvent::MouseButtonPress, QPoint(360, 360), Qt::LeftButton);
-        QVERIFY(!m_figure->BalloonVisible());
     }
 
     void theMenuHidesHimAndTheTrayBringsHimBack()
@@ -717,53 +439,6 @@ private slots:
             }
         }
     }
-
-private:
-    Figure::Done End()
-    {
-        return [this](qint32 number) {
-            m_number = number;
-            ++m_ends;
-        };
-    }
-    int Inked() const
-    {
-        int inked = 0;
-        const QImage &image = m_figure->Picture();
-        for (int y = 0; y < image.height(); ++y) {
-            for (int x = 0; x < image.width(); ++x)
-                inked += qAlpha(image.pixel(x, y)) > 20;
-        }
-        return inked;
-    }
-    double Prop() const { return m_figure->Player().Frames()[7].opacity; }
-    static QString BalloonText()
-    {
-        for (QWidget *widget : QApplication::topLevelWidgets()) {
-            if (auto *balloon = qobject_cast<BalloonWindow *>(widget); balloon && balloon->isVisible())
-                return balloon->ShownText();
-        }
-        return QString();
-    }
-    void Mouse(QEvent::Type type, QPoint at, Qt::MouseButton button)
-    {
-        const QPoint local = at - m_figure->Frame().topLeft();
-        const bool moves = type == QEvent::MouseMove;
-        const Qt::MouseButtons held =
-            type == QEvent::MouseButtonRelease ? Qt::NoButton : Qt::MouseButtons(button);
-        QMouseEvent event(type, QPointF(local), QPointF(at), moves ? Qt::NoButton : button, held,
-                          Qt::NoModifier);
-        QCoreApplication::sendEvent(&m_figure->Window(), &event);
-    }
-
-    std::unique_ptr<support::FakeTime> m_time;
-    std::unique_ptr<support::FakeSpeechEngine> m_engine;
-    std::unique_ptr<support::FakeAudioOut> m_audio;
-    std::shared_ptr<const CharacterData> m_character;
-    support::FakeTicker *m_ticker = nullptr;
-    std::unique_ptr<PuppetFigure> m_figure;
-    qint32 m_number = kNotEnded;
-    int m_ends = 0;
 };
 
 QTEST_MAIN(TestPuppetFigure)
