@@ -18,6 +18,12 @@ QString Mapped(const QString &spoken, const QString &shown)
     return QStringLiteral("\\map=") + quote + spoken + quote + QLatin1Char('=') + quote + shown + quote;
 }
 
+QString ScoreLine(const Players &players, int player, const QString &words)
+{
+    return players.Text(player, Players::kName) + words + players.Text(player, Players::kCorrect)
+           + QStringLiteral(" out of ") + players.Text(player, Players::kAsked) + QStringLiteral(". ");
+}
+
 } // namespace
 
 QString OpeningLine(const QString &listName)
@@ -101,9 +107,12 @@ QString HintLine(int letters, const QString &word)
 
 QString ScoreReadOutLine(const Players &players, int player)
 {
-    return players.Text(player, Players::kName) + QStringLiteral(", your score is ")
-           + players.Text(player, Players::kCorrect) + QStringLiteral(" out of ")
-           + players.Text(player, Players::kAsked) + QStringLiteral(". ");
+    return ScoreLine(players, player, QStringLiteral(", your score is "));
+}
+
+QString FinalScoreLine(const Players &players, int player)
+{
+    return ScoreLine(players, player, QStringLiteral(", you scored "));
 }
 
 } // namespace tumblewick

@@ -30,6 +30,8 @@ QString SpelledOutLine(const QString &word);
 // `letters` is how many are given away.
 QString HintLine(int letters, const QString &word);
 
+// In the middle of a game and at its end.
 QString ScoreReadOutLine(const Players &players, int player);
+QString FinalScoreLine(const Players &players, int player);
 
 } // namespace tumblewick

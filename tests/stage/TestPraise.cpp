@@ -12,14 +12,28 @@ class TestPraise : public QObject {
     Q_OBJECT
 
 private slots:
-    void eighteenPhrasesEndInABlank()
+    void phrasesAreWordedSo()
     {
-        const QStringList phrases = PraisePhrases();
-        QCOMPARE(phrases.size(), kPraiseCount);
-        for (const QString &phrase : phrases)
-            QVERIFY2(phrase.endsWith(' ') && !phrase.endsWith("  "), qPrintable(phrase));
-        QCOMPARE(phrases[3], QString("You got that one right "));
-        QCOMPARE(phrases[17], QString("Cute and clever too "));
+        const QStringList expected = { "Good answer ",
+                                       "Difficult, I didn't know that one myself ",
+                                       "Very good ",
+                                       "You got that one right ",
+                                       "Excellent ",
+                                       "That's correct ",
+                                       "What a good answer ",
+                                       "You're so clever. That was a hard one ",
+                                       "That's correct. You made that one look easy ",
+                                       "Correct. You're too good ",
+                                       "That's another point to you ",
+                                       "Well done ",
+                                       "That's right ",
+                                       "You're right ",
+                                       "You're so smart ",
+                                       "Congratulations ",
+                                       "You're not just a pretty face ",
+                                       "Cute and clever too " };
+        QCOMPARE(PraisePhrases(), expected);
+        QCOMPARE(PraisePhrases().size(), kPraiseCount);
     }
 
     void spellingNeverPraisesTwiceTheSame_data()
@@ -33,6 +47,9 @@ private slots:
         QTest::newRow("six again") << 6 << 6 << 5;
         QTest::newRow("eighteen again") << 18 << 18 << 17;
         QTest::newRow("the first praise") << 0 << 1 << 1;
+        QTest::newRow("two again") << 2 << 2 << 3;
+        QTest::newRow("seventeen again") << 17 << 17 << 16;
+        QTest::newRow("back after another") << 6 << 5 << 5;
     }
     void spellingNeverPraisesTwiceTheSame()
     {
@@ -56,6 +73,8 @@ private slots:
         QTest::newRow("left over from a spelling game") << 7 << 7 << 8;
         QTest::newRow("left over, the last phrase") << 18 << 18 << 17;
         QTest::newRow("left over, six") << 6 << 6 << 7;
+        QTest::newRow("left over, seventeen") << 17 << 17 << 18;
+        QTest::newRow("left over, one") << 1 << 1 << 2;
     }
     void aQuizComparesButDoesNotRemember()
     {
@@ -94,6 +113,30 @@ private slots:
         for (const Cheer &cheer : CheeringSetFor(spelling ? GameKind::Spelling : GameKind::Quiz, number))
             cheers << QString::number(cheer.who) + ' ' + cheer.animation;
         QTEST(cheers.join(", "), "cheers");
+    }
+
+    void thereIsNoOtherCheeringSet()
+    {
+        for (const int number : { 0, 5 }) {
+            qint32 raised = 0;
+            try {
+                CheeringSetFor(GameKind::Quiz, number);
+            } catch (const platform::Error &error) {
+                raised = error.Number();
+            }
+            QCOMPARE(raised, qint32(platform::kSubscriptOutOfRange));
+        }
+    }
+
+    void thePraiseIsDrawnFromAllEighteen()
+    {
+        support::FakeChance chance;
+        for (const float number : { 0.0F, 0.0555F, 0.0556F, 0.9444F, 0.9445F, 0x1.fffffep-1F })
+            chance.Queue(number);
+        QList<int> drawn;
+        for (int draw = 0; draw < 6; ++draw)
+            drawn << DrawQuizPraise(chance, 0);
+        QCOMPARE(drawn, QList<int>({ 1, 1, 2, 17, 18, 18 }));
     }
 
     void theSetIsDrawnFromFour()
