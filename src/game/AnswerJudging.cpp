@@ -131,14 +131,12 @@ void frmSpell1::ReadOutScores()
 
 void frmSpell1::ShowScores()
 {
-    const int fontSize = ScoreFontSize(State().NumPlayers);
+    QString text = ScoreTextForOne(State().Players);
     if (State().NumPlayers > 1) {
         m_rankOrder = Ranked(State().Players);
-        ScoreText = ScoreTextFor(State().Players, m_rankOrder);
-        ShowInPanel(*m_ui->txtScore, ScoreText, fontSize);
-    } else {
-        ShowInPanel(*m_ui->txtScore, ScoreText + ScoreTextForOne(State().Players), fontSize);
+        text = ScoreTextFor(State().Players, m_rankOrder);
     }
+    ShowInPanel(*m_ui->txtScore, text, ScoreFontSize(State().NumPlayers));
 }
 
 } // namespace tumblewick

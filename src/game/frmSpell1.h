@@ -87,7 +87,6 @@ private:
     int RequestEvents = 0;           // requests that have ended since the last answer
     QuizLine m_quiz;                 // the quiz question in play
     QString CorrectWord;
-    QString ScoreText; // stays empty as long as there is one player
     platform::Integer16 EndingPick;
     platform::Integer16 StageY; // the line from which the characters' places are counted
     platform::RequestReference StageRequest;

@@ -51,6 +51,18 @@ private slots:
         QCOMPARE(Panel(), QString("Ann    1 out of 1 100%\nBob    0 out of 0 0%\n"));
     }
 
+    void theBoardOfAGameBeforeIsNotSeenAgain()
+    {
+        m_desk->BeginSpelling({ "Ann", "Bob" }, { "cat", "cat" });
+        Answer("cat");
+        Answer("cat");
+        QCOMPARE(Panel(), QString("Ann    1 out of 1 100%\nBob    1 out of 1 100%\n"));
+        m_desk->Press("cmdNew");
+        m_desk->BeginSpelling({ "Cat" }, { "cat", "cat" });
+        Answer("cat");
+        QCOMPARE(Panel(), QString("Cat    1 out of 1\n"));
+    }
+
     void aWrongSpellingOfOnePlayer()
     {
         m_desk->BeginSpelling({ "Ann" }, { "knight_nite", "knight_nite" });
