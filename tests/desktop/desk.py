@@ -1,0 +1,318 @@
+"""Runs the real program on a display and a sound sink of its own, plays it with mouse and keyboard, and reads its trace."""
+
+import array
+import math
+import os
+import re
+import shutil
+import signal
+import subprocess
+import tempfile
+import threading
+import time
+import xml.etree.ElementTree as ElementTree
+from pathlib import Path
+
+SOURCE = Path(__file__).resolve().parents[2] / "src"
+FORMS = {
+    "frmMenu1": SOURCE / "shell/frmMenu1.ui",
+    "frmNumPlayers1": SOURCE / "setup/frmNumPlayers1.ui",
+    "frmPlayerNames1": SOURCE / "setup/frmPlayerNames1.ui",
+    "frmChooseList1": SOURCE / "setup/frmChooseList1.ui",
+    "frmSpell1": SOURCE / "game/frmSpell1.ui",
+}
+TITLES = {"frmNumPlayers1": "Number of Players", "frmPlayerNames1": "Players"}
+# What the resizer leaves unscaled, by screen: the classes, and whether the top edge is held too.
+HOLDS = {
+    "frmMenu1": ({"QPushButton"}, True),
+    "frmChooseList1": ({"QPushButton", "QLabel"}, True),
+    "frmSpell1": ({"QPushButton"}, False),
+}
+SILENCE = 60.0  # loudness of samples below which nothing is heard
+
+
+class Failure(Exception):
+    """Something that should have been seen was not."""
+
+
+def _die_with_parent():
+    import ctypes
+
+    ctypes.CDLL("libc.so.6").prctl(1, signal.SIGTERM)
+
+
+class Desktop:
+    """A display, a window manager, a compositor, a sound sink and the program on them, as long as it is open."""
+
+    def __init__(self, application, size=(1024, 768), sound=True, lists=None, quizzes=None):
+        self.size = size
+        self.trace = []
+        self._seen = threading.Condition()
+        self._processes = []
+        self._sound = sound
+        self._folder = Path(tempfile.mkdtemp(prefix="tumblewick-desk-"))
+        self.application = self._folder / "Tumblewick"
+        shutil.copytree(application, self.application)
+        for folder, files in (("Lists", lists), ("QList", quizzes)):
+            if files is not None:
+                shutil.rmtree(self.application / folder)
+                (self.application / folder).mkdir()
+                for name, lines in files.items():
+                    text = "".join(line + "\r\n" for line in lines)
+                    (self.application / folder / name).write_bytes(text.encode("utf-8"))
+
+    # Life
+
+    def __enter__(self):
+        try:
+            self._open()
+        except BaseException:
+            self._close()
+            raise
+        return self
+
+    def __exit__(self, *_):
+        self._close()
+
+    def _start(self, *command, **options):
+        options.setdefault("stdout", subprocess.DEVNULL)
+        options.setdefault("stderr", subprocess.DEVNULL)
+        process = subprocess.Popen(
+            command, env=self.environment, stdin=subprocess.DEVNULL, preexec_fn=_die_with_parent, **options
+        )
+        self._processes.append(process)
+        return process
+
+    def _open(self):
+        runtime = self._folder / "run"
+        runtime.mkdir(mode=0o700)
+        self.environment = {
+            "PATH": os.environ["PATH"],
+            "HOME": str(runtime),
+            "XDG_RUNTIME_DIR": str(runtime),
+            "PULSE_RUNTIME_PATH": str(runtime),
+            "LANG": "C.UTF-8",
+        }
+        read_end, write_end = os.pipe()
+        self._start(
+            "Xvfb", "-displayfd", str(write_end), "-screen", "0", "%dx%dx24" % self.size, "-nolisten", "tcp",
+            pass_fds=(write_end,),
+        )
+        os.close(write_end)
+        with os.fdopen(read_end) as numbers:
+            self.environment["DISPLAY"] = ":" + numbers.readline().strip()
+        self._start("openbox")
+        self._start("picom", "--backend", "xrender")
+        if self._sound:
+            self._start(
+                "pulseaudio", "-n", "--daemonize=no", "--exit-idle-time=-1", "-L", "module-native-protocol-unix",
+                "-L", "module-null-sink sink_name=nul norewinds=1 rate=44100 channels=2",
+            )
+            self._until(lambda: self._call("pactl", "info").returncode == 0, "the sound server")
+            self._recording = runtime / "sound.raw"
+            self._recorder = self._start(
+                "parec", "-d", "nul.monitor", "--raw", "--format=s16le", "--rate=44100", "--channels=1",
+                "--latency-msec=20", stdout=open(self._recording, "wb"),
+            )
+            self._until(lambda: self._recording.stat().st_size > 0, "the recording")
+            self._recording_start = time.monotonic() - self._recording.stat().st_size / 88200
+        environment = dict(self.environment, QT_LOGGING_RULES="tumblewick.*.debug=true")
+        self.program = subprocess.Popen(
+            [str(self.application / "tumblewick")], env=environment, stdin=subprocess.DEVNULL,
+            stdout=subprocess.DEVNULL, stderr=subprocess.PIPE, text=True, errors="replace",
+            preexec_fn=_die_with_parent,
+        )
+        self._processes.append(self.program)
+        threading.Thread(target=self._read_trace, daemon=True).start()
+
+    def _read_trace(self):
+        for line in self.program.stderr:
+            line = re.sub(r"^tumblewick\.\w+: ", "", line.rstrip("\n"))
+            with self._seen:
+                self.trace.append((time.monotonic(), line))
+                self._seen.notify_all()
+        with self._seen:
+            self._seen.notify_all()
+
+    def _close(self):
+        for process in reversed(self._processes):
+            if process.poll() is None:
+                process.terminate()
+        for process in reversed(self._processes):
+            try:
+                process.wait(timeout=3)
+            except subprocess.TimeoutExpired:
+                process.kill()
+                process.wait()
+        shutil.rmtree(self._folder, ignore_errors=True)
+
+    def _call(self, *command):
+        return subprocess.run(command, env=self.environment, capture_output=True, text=True, check=False)
+
+    @staticmethod
+    def _until(reached, what, limit=15.0):
+        end = time.monotonic() + limit
+        while not reached():
+            if time.monotonic() > end:
+                raise Failure("%s did not come" % what)
+            time.sleep(0.02)
+
+    # The trace
+
+    def lines(self, since=0):
+        with self._seen:
+            return [line for _, line in self.trace[since:]]
+
+    def mark(self):
+        """Where the trace ends now, for `since`."""
+        with self._seen:
+            return len(self.trace)
+
+    def wait(self, pattern, since=0, limit=30.0):
+        """Waits for a line that the pattern matches; gives its index and the match."""
+        wanted = re.compile(pattern)
+        end = time.monotonic() + limit
+        index = since
+        with self._seen:
+            while True:
+                while index < len(self.trace):
+                    match = wanted.search(self.trace[index][1])
+                    if match:
+                        return index, match
+                    index += 1
+                left = end - time.monotonic()
+                if left <= 0:
+                    last = "\n    ".join(line for _, line in self.trace[-12:])
+                    raise Failure("no line like %r within %.0f s; the last ones:\n    %s" % (pattern, limit, last))
+                self._seen.wait(min(left, 0.5))
+
+    def wait_end(self, limit=30.0):
+        """Waits until the program has ended and gives its exit code."""
+        return self.program.wait(timeout=limit)
+
+    def said(self, since=0):
+        """The lines that have been spoken or are being spoken: (speaker, text, begin, end or None)."""
+        speeches = {}
+        with self._seen:
+            for moment, line in self.trace[since:]:
+                match = re.match(r'agent: (\d+) (\w+) Speak "(.*)" -> (running|done|failed|interrupted)', line)
+                if not match:
+                    continue
+                number, who, text, status = match.groups()
+                if status == "running":
+                    speeches[number] = [who, text, moment, None]
+                elif number in speeches:
+                    speeches[number][3] = moment
+        return [tuple(speech) for speech in speeches.values()]
+
+    # Mouse and keyboard
+
+    def _controls(self, screen):
+        root = ElementTree.parse(FORMS[screen]).getroot().find("widget")
+        controls = {}
+
+        def walk(widget, left, top):
+            for child in widget.findall("widget"):
+                rect = child.find("./property[@name='geometry']/rect")
+                if rect is None:
+                    continue
+                x, y, width, height = (int(rect.find(name).text) for name in ("x", "y", "width", "height"))
+                controls[child.get("name")] = (child.get("class"), left + x, top + y, width, height)
+                walk(child, left + x, top + y)
+
+        walk(root, 0, 0)
+        return controls
+
+    def place(self, screen, control):
+        """The rectangle of a control on the display: left, top, width, height."""
+        kind, left, top, width, height = self._controls(screen)[control]
+        if screen in TITLES:
+            window = self._call("xdotool", "search", "--name", "^%s$" % TITLES[screen]).stdout.split()[-1]
+            geometry = self._call("xdotool", "getwindowgeometry", "--shell", window).stdout
+            corner = dict(line.split("=") for line in geometry.split())
+            return int(corner["X"]) + left, int(corner["Y"]) + top, width, height
+        across, down = self.size[0] / 800, self.size[1] / 600
+        held, top_too = HOLDS.get(screen, (set(), False))
+        if kind in held:
+            return round(left * across), top if top_too else round(top * down), width, height
+        return round(left * across), round(top * down), round(width * across), round(height * down)
+
+    def click(self, screen, control):
+        left, top, width, height = self.place(screen, control)
+        self.click_at(left + width // 2, top + height // 2)
+
+    def click_at(self, x, y):
+        self._call("xdotool", "mousemove", str(x), str(y), "click", "1")
+
+    def type(self, text):
+        self._call("xdotool", "type", "--delay", "60", text)
+
+    def key(self, *names):
+        self._call("xdotool", "key", *names)
+
+    # What is seen and heard
+
+    def picture(self, path):
+        self._call("import", "-window", "root", str(path))
+
+    def colour_at(self, x, y):
+        """The colour of a pixel as three numbers."""
+        text = self._call(
+            "import", "-window", "root", "-crop", "1x1+%d+%d" % (x, y), "-depth", "8", "txt:-"
+        ).stdout
+        return tuple(int(part) for part in re.search(r"\((\d+),(\d+),(\d+)", text).groups())
+
+    def loudness(self, begin, end):
+        """The level of what was heard between two moments of time.monotonic(), as the root of the mean square."""
+        first = max(0, int((begin - self._recording_start) * 44100))
+        count = int((end - begin) * 44100)
+        with open(self._recording, "rb") as sound:
+            sound.seek(first * 2)
+            samples = array.array("h", sound.read(count * 2)[: count * 2 // 2 * 2])
+        return math.sqrt(sum(value * value for value in samples) / len(samples)) if samples else 0.0
+
+    def film(self, path):
+        """Films display and sound until stop_film."""
+        self._film = self._start(
+            "ffmpeg", "-y", "-loglevel", "error", "-f", "x11grab", "-framerate", "20", "-video_size",
+            "%dx%d" % self.size, "-i", self.environment["DISPLAY"], "-f", "pulse", "-i", "nul.monitor",
+            "-c:v", "libx264", "-preset", "ultrafast", "-pix_fmt", "yuv420p", "-c:a", "aac", str(path),
+        )
+
+    def stop_film(self):
+        self._film.send_signal(signal.SIGINT)
+        self._film.wait(timeout=20)
+
+    def processor_share(self, seconds):
+        """How much of one core the program uses, over that time."""
+        def spent():
+            fields = Path("/proc/%d/stat" % self.program.pid).read_text().rsplit(")", 1)[1].split()
+            return (int(fields[11]) + int(fields[12])) / os.sysconf("SC_CLK_TCK")
+
+        before, start = spent(), time.monotonic()
+        time.sleep(seconds)
+        return (spent() - before) / (time.monotonic() - start)
+
+    # The way into a game
+
+    def set_up(self, kind, players, row):
+        """From the menu to the game screen: `kind` is "s" or "q", `row` the place of the list, counted from 0."""
+        self.wait(r"screen: frmMenu1 activate")
+        self.key("alt+" + kind)
+        self.wait(r"screen: frmNumPlayers1 activate")
+        time.sleep(0.3)
+        self.click("frmNumPlayers1", "opt%d" % len(players))
+        self.key("alt+n")
+        self.wait(r"screen: frmPlayerNames1 activate")
+        time.sleep(0.3)
+        for index, name in enumerate(players):
+            if index:
+                self.key("Tab")
+            self.type(name)
+        self.key("Return")
+        self.wait(r"screen: frmChooseList1 activate")
+        time.sleep(0.3)
+        for _ in range(row + 1):
+            self.key("Down")
+        self.click("frmChooseList1", "cmdNext")
+        self.wait(r"screen: frmSpell1 activate")
