@@ -43,8 +43,8 @@ int main(int argc, char *argv[])
     platform::QtHelp help(files);
     platform::FliteEngine speech;
     platform::QtAudioOut audio;
-    platform::PuppetFigureMaker figures(process.ApplicationFolder() + QStringLiteral("/characters"), speech, audio,
-                                        events);
+    platform::PuppetFigureMaker figures(process.ApplicationFolder() + QStringLiteral("/characters"), speech,
+                                        audio, events);
     platform::AgentEngine agent(events, figures);
     platform::Services services{ events, clock, chance, process, files, boxes, help, agent };
     platform::InstallServices(&services);

@@ -73,13 +73,12 @@ void frmSpell1::JudgeQuiz()
             ReadOutScores();
     } else {
         Speaker()->Speak(SorryLine(PlayerName()));
-        StageRequest = Speaker()->Speak(
-            CorrectAnswerLine(m_quiz.Answer(m_quiz.correct)));
+        StageRequest = Speaker()->Speak(CorrectAnswerLine(m_quiz.Answer(m_quiz.correct)));
         ShowScores();
         The().chance.Randomize(); // the number is not used
         WaitRequest(StageRequest);
-        while (StageRequest->Status() == platform::kRequestQueued
-               || StageRequest->Status() == platform::kRequestRunning)
+        while (StageRequest->Status() == platform::kRequestQueued ||
+               StageRequest->Status() == platform::kRequestRunning)
             The().events.Pump();
     }
     AskQuizQuestion();
@@ -123,7 +122,8 @@ void frmSpell1::ReadOutScores()
     StageRequest = peedy->Play(QStringLiteral("Process"));
     WaitRequest(StageRequest);
     for (int rank = 0; rank < State().NumPlayers; ++rank) {
-        const int player = State().NumPlayers > 1 ? int(m_rankOrder.at(static_cast<std::size_t>(rank)).player) : 0;
+        const int player =
+            State().NumPlayers > 1 ? int(m_rankOrder.at(static_cast<std::size_t>(rank)).player) : 0;
         State().SecondRequest = peedy->Speak(ScoreReadOutLine(State().Players, player));
         WaitRequest(State().SecondRequest);
     }

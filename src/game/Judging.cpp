@@ -19,8 +19,8 @@ bool IsSpelledRight(const QString &answer, const QString &word)
 
 bool IsCheckpoint(const Players &players, const Turns &turns, int praise)
 {
-    return players.Number(0, Players::kCorrect) > kCheckpointScore && !turns.ListDone()
-           && praise == kCheckpointPraise;
+    return players.Number(0, Players::kCorrect) > kCheckpointScore && !turns.ListDone() &&
+           praise == kCheckpointPraise;
 }
 
 } // namespace tumblewick

@@ -16,20 +16,21 @@ namespace tumblewick {
 // The lines of the list that is being played, whole and unparsed, and which of them have been asked.
 class QuestionList {
 public:
-    // Reads the file anew: every line is a question, an empty one too, and none has been asked. Raises what opening
-    // and reading raise, and 6 for a list of more lines than a 16-bit number counts.
+    // Reads the file anew: every line is a question, an empty one too, and none has been asked. Raises what
+    // opening and reading raise, and 6 for a list of more lines than a 16-bit number counts.
     void Read(platform::Files &files, const QString &path);
 
     platform::Integer16 LineCount() const { return m_lineCount; }
-    // Whether there are more players than questions. A list without lines is too short for any number of players.
+    // Whether there are more players than questions. A list without lines is too short for any number of
+    // players.
     bool TooFewFor(int players) const { return players > m_lineCount || m_lineCount == 0; }
 
     // Raise 9 for a question that is not there.
     const QString &Line(int question) const;
     void MarkUsed(int question);
 
-    // The number of a question that has not been used, each with the same chance. The generator is seeded once, and
-    // lines are drawn until a free one comes. There has to be a free one.
+    // The number of a question that has not been used, each with the same chance. The generator is seeded
+    // once, and lines are drawn until a free one comes. There has to be a free one.
     platform::Integer16 Draw(platform::Chance &chance) const;
 
 private:

@@ -19,8 +19,9 @@ platform::Integer16 PercentageOf(const Players &players, int player)
 
 QString ScoreOf(const Players &players, int player)
 {
-    return players.Text(player, Players::kName) + QStringLiteral("    ") + players.Text(player, Players::kCorrect)
-           + QStringLiteral(" out of ") + players.Text(player, Players::kAsked);
+    return players.Text(player, Players::kName) + QStringLiteral("    ") +
+           players.Text(player, Players::kCorrect) + QStringLiteral(" out of ") +
+           players.Text(player, Players::kAsked);
 }
 
 } // namespace
@@ -30,8 +31,8 @@ RankOrder Ranked(const Players &players)
     RankOrder order(static_cast<std::size_t>(players.Count()));
     for (int player = players.Count() - 1; player >= 0; --player) {
         const RankedPlayer entry{ player, PercentageOf(players, player) };
-        // Unused ranks hold 0, so there is always a place. Taking the last player first puts the earlier one of two
-        // equal players in front.
+        // Unused ranks hold 0, so there is always a place. Taking the last player first puts the earlier one
+        // of two equal players in front.
         const auto place = std::find_if(order.begin(), order.end(), [&entry](const RankedPlayer &other) {
             return entry.percentage >= other.percentage;
         });
@@ -45,8 +46,8 @@ QString ScoreTextFor(const Players &players, const RankOrder &order)
 {
     QString text;
     for (const RankedPlayer &entry : order) {
-        text += ScoreOf(players, entry.player) + QLatin1Char(' ') + QString::number(entry.percentage)
-                + QStringLiteral("%\n");
+        text += ScoreOf(players, entry.player) + QLatin1Char(' ') + QString::number(entry.percentage) +
+                QStringLiteral("%\n");
     }
     return text;
 }

@@ -51,8 +51,8 @@ void frmSpell1::StartGame()
     }
 }
 
-// Runs one statement of the opening. A lost connection shows itself as 91: then the characters are taken from this
-// screen's own control and the statement is run again.
+// Runs one statement of the opening. A lost connection shows itself as 91: then the characters are taken from
+// this screen's own control and the statement is run again.
 void frmSpell1::Do(const std::function<void()> &statement)
 {
     platform::Retry(platform::kObjectNotSet, statement, [this] { ConnectCharacters(); });
@@ -127,8 +127,9 @@ void frmSpell1::RefuseTooManyPlayers()
     });
     Do([this] { WaitRequest(StageRequest); });
     Do([this] {
-        StageRequest = State().Characters[kGenie]->Speak(QStringLiteral(
-            "Select a new list or select fewer players.  You could also create a larger list and then start again."));
+        StageRequest = State().Characters[kGenie]->Speak(
+            QStringLiteral("Select a new list or select fewer players.  You could also create a larger list "
+                           "and then start again."));
     });
     Do([this] { WaitRequest(StageRequest); });
     Do([this] { StopCharacters(); });

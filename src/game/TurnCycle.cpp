@@ -90,8 +90,8 @@ void frmSpell1::EnableAnswering()
         button->setEnabled(true);
 }
 
-// A plain wait for the question, with the answers coming up when it is a long one. Past midnight the clock reads
-// less than the start, and only Timer1 brings them up.
+// A plain wait for the question, with the answers coming up when it is a long one. Past midnight the clock
+// reads less than the start, and only Timer1 brings them up.
 void frmSpell1::WaitAndRevealAnswers()
 {
     std::unique_ptr<platform::PendingCall> wakeUp;
@@ -138,8 +138,8 @@ void frmSpell1::EndList()
     EndingPick = platform::Drawn(The().chance, kEndings, 1);
     StageRequest = Speaker()->Speak(QStringLiteral("That's it. You finished the list. Well Done!"));
     WaitRequest(StageRequest);
-    State().CurrentRequest = State().Characters[kGenie]->Speak(
-        QStringLiteral("If you want to play this list again just click Play Again, or you can play a new game."));
+    State().CurrentRequest = State().Characters[kGenie]->Speak(QStringLiteral(
+        "If you want to play this list again just click Play Again, or you can play a new game."));
     WaitRequest(State().CurrentRequest);
     m_ui->cmdNew->setEnabled(true);
     m_ui->cmdAgain->setEnabled(true);

@@ -19,8 +19,8 @@ class frmSpell1;
 
 namespace tumblewick {
 
-// The game: one screen for both kinds. It drives the turns by the rules that stand beside it and says what the
-// characters do. Its instance lives for the whole run, and so do its members.
+// The game: one screen for both kinds. It drives the turns by the rules that stand beside it and says what
+// the characters do. Its instance lives for the whole run, and so do its members.
 class frmSpell1 : public platform::SharedScreen<frmSpell1> {
 public:
     frmSpell1();

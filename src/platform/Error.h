@@ -43,7 +43,8 @@ enum ErrorNumber : qint32 {
     kAgentGone = static_cast<qint32>(0x80010012),
 };
 
-// The stock description of a number; for a number that has none, "Application-defined or object-defined error".
+// The stock description of a number; for a number that has none, "Application-defined or object-defined
+// error".
 QString StockDescription(qint32 number);
 
 // A failure raised by the platform. Thrown by value, caught by const reference, never used

@@ -23,7 +23,10 @@ public:
     }
 
     bool IsNothing() const { return m_target == nullptr; }
-    friend bool operator==(const Reference &left, const Reference &right) { return left.m_target == right.m_target; }
+    friend bool operator==(const Reference &left, const Reference &right)
+    {
+        return left.m_target == right.m_target;
+    }
 
 private:
     std::shared_ptr<T> m_target;

@@ -18,7 +18,10 @@ namespace tumblewick {
 
 using platform::The;
 
-frmChooseList1::frmChooseList1() : SharedScreen(QStringLiteral("frmChooseList1"), QStringLiteral("Choose a List")) {}
+frmChooseList1::frmChooseList1()
+    : SharedScreen(QStringLiteral("frmChooseList1"), QStringLiteral("Choose a List"))
+{
+}
 
 frmChooseList1::~frmChooseList1()
 {
@@ -32,7 +35,8 @@ void frmChooseList1::OnLoad(QWidget &window)
     m_ui->setupUi(&window);
     DressWindow(window, Room::SetUp);
     platform::InstallEnterKey(window, m_ui->cmdNext);
-    m_resizer = std::make_unique<platform::Resizer>(window, platform::HoldAllButLeft({ "CommandButton", "Label" }));
+    m_resizer =
+        std::make_unique<platform::Resizer>(window, platform::HoldAllButLeft({ "CommandButton", "Label" }));
     Connect(m_ui->File2, &platform::FileListBox::Clicked, [this] { File2_Click(); });
     Connect(m_ui->cmdNext, &QPushButton::clicked, [this] { cmdNext_Click(); });
     Connect(m_ui->cmdback, &QPushButton::clicked, [this] { cmdback_Click(); });
@@ -69,8 +73,8 @@ void frmChooseList1::OnResize()
 
 void frmChooseList1::File2_Click()
 {
-    m_ui->lblmsg->setText(QStringLiteral("You have selected ") + m_ui->File2->FileName()
-                          + QStringLiteral(". Click Next to play."));
+    m_ui->lblmsg->setText(QStringLiteral("You have selected ") + m_ui->File2->FileName() +
+                          QStringLiteral(". Click Next to play."));
 }
 
 void frmChooseList1::cmdNext_Click()

@@ -14,7 +14,10 @@
 
 namespace tumblewick {
 
-frmPlayerNames1::frmPlayerNames1() : SharedScreen(QStringLiteral("frmPlayerNames1"), QStringLiteral("Players")) {}
+frmPlayerNames1::frmPlayerNames1()
+    : SharedScreen(QStringLiteral("frmPlayerNames1"), QStringLiteral("Players"))
+{
+}
 
 frmPlayerNames1::~frmPlayerNames1()
 {
@@ -28,8 +31,10 @@ void frmPlayerNames1::OnLoad(QWidget &window)
     m_ui->setupUi(&window);
     DressWindow(window, Room::SetUp);
     platform::InstallEnterKey(window, m_ui->cmdNext);
-    lblPlayer = { m_ui->lblPlayer_0, m_ui->lblPlayer_1, m_ui->lblPlayer_2, m_ui->lblPlayer_3, m_ui->lblPlayer_4 };
-    txtPlayer = { m_ui->txtPlayer_0, m_ui->txtPlayer_1, m_ui->txtPlayer_2, m_ui->txtPlayer_3, m_ui->txtPlayer_4 };
+    lblPlayer = { m_ui->lblPlayer_0, m_ui->lblPlayer_1, m_ui->lblPlayer_2, m_ui->lblPlayer_3,
+                  m_ui->lblPlayer_4 };
+    txtPlayer = { m_ui->txtPlayer_0, m_ui->txtPlayer_1, m_ui->txtPlayer_2, m_ui->txtPlayer_3,
+                  m_ui->txtPlayer_4 };
     Connect(m_ui->cmdNext, &QPushButton::clicked, [this] { cmdNext_Click(); });
     Connect(m_ui->cmdback, &QPushButton::clicked, [this] { cmdback_Click(); });
     Connect(m_ui->cmdMenu, &QPushButton::clicked, [this] { cmdMenu_Click(); });
@@ -38,7 +43,8 @@ void frmPlayerNames1::OnLoad(QWidget &window)
 
 void frmPlayerNames1::OnActivate()
 {
-    for (std::size_t index = static_cast<std::size_t>(int(State().NumPlayers)); index < txtPlayer.size(); ++index) {
+    for (std::size_t index = static_cast<std::size_t>(int(State().NumPlayers)); index < txtPlayer.size();
+         ++index) {
         lblPlayer[index]->setVisible(false);
         txtPlayer[index]->setVisible(false);
     }
@@ -60,10 +66,11 @@ void frmPlayerNames1::cmdNext_Click()
         const QString name = txtPlayer[static_cast<std::size_t>(player)]->text();
         if (name.isEmpty()) {
             platform::The().boxes.MessageBox(
-                QStringLiteral("You haven't entered names for all of the players. If you have less than ")
-                + QString::number(State().NumPlayers)
-                + QStringLiteral(" players, click Back and change the number of players. Otherwise enter a name for "
-                                 "each player."));
+                QStringLiteral("You haven't entered names for all of the players. If you have less than ") +
+                QString::number(State().NumPlayers) +
+                QStringLiteral(
+                    " players, click Back and change the number of players. Otherwise enter a name for "
+                    "each player."));
             return;
         }
         names << name;

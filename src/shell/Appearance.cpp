@@ -6,7 +6,6 @@
 #include <QApplication>
 #include <QColor>
 #include <QEvent>
-#include <QFile>
 #include <QFont>
 #include <QFontInfo>
 #include <QFontMetrics>
@@ -19,6 +18,7 @@
 #include <QPalette>
 #include <QPixmap>
 #include <QPushButton>
+#include <QResource>
 #include <QString>
 #include <QStyleFactory>
 #include <QStyledItemDelegate>
@@ -359,9 +359,8 @@ void ApplyAppearance(QApplication &application)
     QApplication::setPalette(LampLight());
     QApplication::setWindowIcon(QIcon(QStringLiteral(":/icon.svg")));
 
-    QFile styleSheet(QStringLiteral(":/tumblewick.qss"));
-    if (styleSheet.open(QIODevice::ReadOnly))
-        application.setStyleSheet(QString::fromUtf8(styleSheet.readAll()));
+    const QResource styleSheet(QStringLiteral(":/tumblewick.qss"));
+    application.setStyleSheet(QString::fromUtf8(styleSheet.uncompressedData()));
 }
 
 void DressWindow(QWidget &window, Room room)

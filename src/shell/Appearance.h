@@ -5,7 +5,8 @@ class QWidget;
 
 namespace tumblewick {
 
-// The rooms that the screens stand in: three of the theatre, and the desk by day for the screens of the grown-ups.
+// The rooms that the screens stand in: three of the theatre, and the desk by day for the screens of the
+// grown-ups.
 enum class Room { Menu, SetUp, Game, Study };
 
 // Style, fonts, colours and icon of the whole program. Called once, before the first window is made.

@@ -13,8 +13,8 @@ class frmMenu1;
 
 namespace tumblewick {
 
-// The main menu: where the characters are loaded and every path begins and ends. Its instance lives for the whole
-// run, and so do its members.
+// The main menu: where the characters are loaded and every path begins and ends. Its instance lives for the
+// whole run, and so do its members.
 class frmMenu1 : public platform::SharedScreen<frmMenu1> {
 public:
     frmMenu1();

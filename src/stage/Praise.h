@@ -27,13 +27,14 @@ struct Cheer {
 };
 using CheeringSet = std::array<Cheer, kCharacterCount>;
 
-// `number` is 1 to 4. The first set differs between the two kinds of game, and the second and fourth are the same;
-// both are wanted.
+// `number` is 1 to 4. The first set differs between the two kinds of game, and the second and fourth are the
+// same; both are wanted.
 const CheeringSet &CheeringSetFor(GameKind kind, int number);
 int DrawCheeringSet(platform::Chance &chance);
 
 // The number of a phrase, 1 to 18. A spelling game never says the same one twice running and keeps it in
-// `lastPraise`. A quiz compares with it but does not write it, so that a phrase may come twice; it is wanted so.
+// `lastPraise`. A quiz compares with it but does not write it, so that a phrase may come twice; it is wanted
+// so.
 int DrawSpellingPraise(platform::Chance &chance, platform::Integer16 &lastPraise);
 int DrawQuizPraise(platform::Chance &chance, platform::Integer16 lastPraise);
 

@@ -10,8 +10,8 @@ namespace {
 
 const QString kStars = QStringLiteral("*****");
 
-// Says one text and shows another. The tag is left open before its closing backslash, which the texts behind it
-// begin with.
+// Says one text and shows another. The tag is left open before its closing backslash, which the texts behind
+// it begin with.
 QString Mapped(const QString &spoken, const QString &shown)
 {
     const QLatin1Char quote('"');
@@ -20,8 +20,8 @@ QString Mapped(const QString &spoken, const QString &shown)
 
 QString ScoreLine(const Players &players, int player, const QString &words)
 {
-    return players.Text(player, Players::kName) + words + players.Text(player, Players::kCorrect)
-           + QStringLiteral(" out of ") + players.Text(player, Players::kAsked) + QStringLiteral(". ");
+    return players.Text(player, Players::kName) + words + players.Text(player, Players::kCorrect) +
+           QStringLiteral(" out of ") + players.Text(player, Players::kAsked) + QStringLiteral(". ");
 }
 
 } // namespace
@@ -33,8 +33,8 @@ QString OpeningLine(const QString &listName)
 
 QString FirstQuestionLine(const QString &name, const QString &pronunciation)
 {
-    return name + QStringLiteral(", ") + QStringLiteral("how do you spell: ") + Mapped(pronunciation, kStars)
-           + QStringLiteral("\\?");
+    return name + QStringLiteral(", ") + QStringLiteral("how do you spell: ") +
+           Mapped(pronunciation, kStars) + QStringLiteral("\\?");
 }
 
 QString QuestionAgainLine(const QString &pronunciation)
@@ -94,11 +94,11 @@ QString HintLine(int letters, const QString &word)
 {
     const QStringList all = Letters(word);
     if (letters == 1) {
-        return QStringLiteral("The first letter of ") + Mapped(word, kStars) + QStringLiteral("\\ is: ")
-               + all.value(0).toUpper() + QLatin1Char('.');
+        return QStringLiteral("The first letter of ") + Mapped(word, kStars) + QStringLiteral("\\ is: ") +
+               all.value(0).toUpper() + QLatin1Char('.');
     }
-    QString line = QStringLiteral("The first ") + QString::number(letters) + QStringLiteral(" letters of ")
-                   + Mapped(word, kStars) + QStringLiteral("\\ are: ");
+    QString line = QStringLiteral("The first ") + QString::number(letters) + QStringLiteral(" letters of ") +
+                   Mapped(word, kStars) + QStringLiteral("\\ are: ");
     for (int index = 0; index < letters; ++index)
         line += all.value(index).toUpper() + QLatin1Char(',');
     // Takes off the last comma or, for an empty word, the blank.

@@ -6,9 +6,9 @@ namespace tumblewick {
 
 class Players;
 
-// What the characters say in a game where a name, a word or a score goes into it. Texts that hold a word to be
-// guessed carry the map tag, which says one thing and shows another. Nothing that a player or a list brings is
-// quoted or changed.
+// What the characters say in a game where a name, a word or a score goes into it. Texts that hold a word to
+// be guessed carry the map tag, which says one thing and shows another. Nothing that a player or a list
+// brings is quoted or changed.
 
 QString OpeningLine(const QString &listName);
 

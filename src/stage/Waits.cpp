@@ -31,10 +31,10 @@ bool WaitRequestSound(const platform::RequestReference &variable, platform::Scre
 {
     while (variable->Status() != platform::kRequestDone) {
         if (variable->Status() == platform::kRequestFailed) {
-            The().boxes.MessageBox(
-                QStringLiteral("Tumble Wick has detected a problem which is probably related to your soundcard. Please "
-                               "check that your soundcard is working correctly and the soundcard drivers are installed "
-                               "properly"));
+            The().boxes.MessageBox(QStringLiteral(
+                "Tumble Wick has detected a problem which is probably related to your soundcard. Please "
+                "check that your soundcard is working correctly and the soundcard drivers are installed "
+                "properly"));
             ShowScreen(frmMenu1::Shared(), current);
             return false;
         }

@@ -10,9 +10,10 @@ class Screen;
 
 namespace tumblewick {
 
-// The waits of the scripts. Each reads the variable anew in every pass, since a handler that ran meanwhile may have
-// put another request there; a variable that holds nothing raises 91. Handlers of every kind run inside. None has a
-// time-out: a request that ends in any other way than well leaves a plain wait turning for ever.
+// The waits of the scripts. Each reads the variable anew in every pass, since a handler that ran meanwhile
+// may have put another request there; a variable that holds nothing raises 91. Handlers of every kind run
+// inside. None has a time-out: a request that ends in any other way than well leaves a plain wait turning for
+// ever.
 
 // Until the request has ended well.
 void WaitRequest(const platform::RequestReference &variable);
@@ -20,8 +21,8 @@ void WaitRequest(const platform::RequestReference &variable);
 // Until all of them have.
 void WaitRequests(std::initializer_list<const platform::RequestReference *> variables);
 
-// The same, for the first sentences of a performance. When the request fails it tells of the sound card, shows the
-// menu, unloads `current` and gives false: the script then leaves at once.
+// The same, for the first sentences of a performance. When the request fails it tells of the sound card,
+// shows the menu, unloads `current` and gives false: the script then leaves at once.
 [[nodiscard]] bool WaitRequestSound(const platform::RequestReference &variable, platform::Screen &current);
 
 } // namespace tumblewick

@@ -262,6 +262,16 @@ class Desktop:
         ).stdout
         return tuple(int(part) for part in re.search(r"\((\d+),(\d+),(\d+)", text).groups())
 
+    def share_of_white(self, left, top, width, height):
+        """How much of a part of the display is nearly white, from 0 to 1."""
+        picture = self._folder / "part.png"
+        self._call("import", "-window", "root", "-crop", "%dx%d+%d+%d" % (width, height, left, top), str(picture))
+        text = self._call(
+            "convert", str(picture), "-fuzz", "12%", "-fill", "black", "+opaque", "white", "-format", "%[fx:mean]",
+            "info:",
+        ).stdout
+        return float(text)
+
     def loudness(self, begin, end):
         """The level of what was heard between two moments of time.monotonic(), as the root of the mean square."""
         first = max(0, int((begin - self._recording_start) * 44100))

@@ -113,7 +113,8 @@ private slots:
         Ready();
         Answer("");
         QVERIFY(m_desk->transcript.Said().contains("Merlin: Sorry Ann."));
-        QVERIFY(m_desk->transcript.Said().contains("Genie: Bob, how do you spell: \\map=\"cat\"=\"*****\"\\?"));
+        QVERIFY(
+            m_desk->transcript.Said().contains("Genie: Bob, how do you spell: \\map=\"cat\"=\"*****\"\\?"));
     }
 
     void aRightAnswerInAQuiz()
@@ -186,7 +187,8 @@ private slots:
         DrawCheerAndPraise(2, 4);
         Answer("cat");
         QCOMPARE(m_desk->transcript.Said().filter("your score is"),
-                 QStringList({ "Peedy: Bob, your score is 2 out of 2. ", "Peedy: Ann, your score is 5 out of 20. " }));
+                 QStringList({ "Peedy: Bob, your score is 2 out of 2. ",
+                               "Peedy: Ann, your score is 5 out of 20. " }));
     }
 
     void theCheckpointOfAQuizDoesNotWaitForItsAnnouncement()
@@ -246,8 +248,10 @@ private slots:
     {
         QTest::addColumn<QString>("line");
         QTest::addColumn<QString>("report");
-        QTest::newRow("too few fields") << "Q_a" << "Run-time error '5':\r\n\r\nInvalid procedure call or argument";
-        QTest::newRow("no number") << "Q_a_b_c_d_x_" << "Run-time error '13':\r\n\r\nType mismatch";
+        QTest::newRow("too few fields") << "Q_a"
+                                        << "Run-time error '5':\r\n\r\nInvalid procedure call or argument";
+        QTest::newRow("no number") << "Q_a_b_c_d_x_"
+                                   << "Run-time error '13':\r\n\r\nType mismatch";
     }
     void aLaterBadQuizLineEndsTheProgramWithItsReport()
     {

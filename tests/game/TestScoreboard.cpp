@@ -33,14 +33,22 @@ private slots:
     {
         QTest::addColumn<QString>("players");
         QTest::addColumn<QString>("order"); // name percentage, best first
-        QTest::newRow("equal rates stand in the players' order") << "Ann:1:2 Bob:2:4" << "Ann 50, Bob 50";
-        QTest::newRow("rate before points") << "Ann:4:5 Bob:1:1" << "Bob 100, Ann 80";
-        QTest::newRow("two thirds are rounded up") << "Ann:1:2 Bob:2:3" << "Bob 67, Ann 50";
-        QTest::newRow("half goes to the even neighbour, down") << "Ann:1:8 Bob:0:1" << "Ann 12, Bob 0";
-        QTest::newRow("half goes to the even neighbour, up") << "Ann:3:8 Bob:0:1" << "Ann 38, Bob 0";
-        QTest::newRow("never asked") << "Ann:0:0 Bob:0:0 Cat:0:0" << "Ann 0, Bob 0, Cat 0";
-        QTest::newRow("nothing right and never asked are equal") << "Ann:0:1 Bob:0:0" << "Ann 0, Bob 0";
-        QTest::newRow("last is best") << "Ann:0:3 Bob:1:3 Cat:2:3 Dan:3:3" << "Dan 100, Cat 67, Bob 33, Ann 0";
+        QTest::newRow("equal rates stand in the players' order") << "Ann:1:2 Bob:2:4"
+                                                                 << "Ann 50, Bob 50";
+        QTest::newRow("rate before points") << "Ann:4:5 Bob:1:1"
+                                            << "Bob 100, Ann 80";
+        QTest::newRow("two thirds are rounded up") << "Ann:1:2 Bob:2:3"
+                                                   << "Bob 67, Ann 50";
+        QTest::newRow("half goes to the even neighbour, down") << "Ann:1:8 Bob:0:1"
+                                                               << "Ann 12, Bob 0";
+        QTest::newRow("half goes to the even neighbour, up") << "Ann:3:8 Bob:0:1"
+                                                             << "Ann 38, Bob 0";
+        QTest::newRow("never asked") << "Ann:0:0 Bob:0:0 Cat:0:0"
+                                     << "Ann 0, Bob 0, Cat 0";
+        QTest::newRow("nothing right and never asked are equal") << "Ann:0:1 Bob:0:0"
+                                                                 << "Ann 0, Bob 0";
+        QTest::newRow("last is best") << "Ann:0:3 Bob:1:3 Cat:2:3 Dan:3:3"
+                                      << "Dan 100, Cat 67, Bob 33, Ann 0";
         QTest::newRow("five with ties") << "Ann:1:2 Bob:2:2 Cat:1:2 Dan:2:2 Eve:0:2"
                                         << "Bob 100, Dan 100, Ann 50, Cat 50, Eve 0";
         QTest::newRow("ranks that round to the same keep the order") << "Ann:664:1000 Bob:2:3 Cat:663:1000"

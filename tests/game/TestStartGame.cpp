@@ -15,7 +15,9 @@ using support::Desk;
 
 namespace {
 
-const QStringList kAllButtons = { "cmdGo", "cmdPass", "cmdHint", "cmdReplay", "cmdNew", "cmdAgain", "cmdExit" };
+const QStringList kAllButtons = {
+    "cmdGo", "cmdPass", "cmdHint", "cmdReplay", "cmdNew", "cmdAgain", "cmdExit"
+};
 
 } // namespace
 
@@ -75,9 +77,10 @@ private slots:
         m_desk->BeginSpelling({ "Ann" }, { "cat" });
         QCOMPARE(states, QString("cmdGo disabled, cmdPass disabled, cmdHint disabled, cmdReplay disabled, "
                                  "cmdNew disabled, cmdAgain disabled, cmdExit enabled"));
-        QCOMPARE(m_desk->States(kAllButtons),
-                 QString("cmdGo enabled, cmdPass enabled, cmdHint enabled, cmdReplay enabled, cmdNew disabled, "
-                         "cmdAgain disabled, cmdExit enabled"));
+        QCOMPARE(
+            m_desk->States(kAllButtons),
+            QString("cmdGo enabled, cmdPass enabled, cmdHint enabled, cmdReplay enabled, cmdNew disabled, "
+                    "cmdAgain disabled, cmdExit enabled"));
     }
 
     void aSpellingGameShowsTheAnswerBox()
@@ -131,8 +134,8 @@ private slots:
     {
         QFETCH(int, players);
         m_desk->BeginSpelling(QStringList({ "Ann", "Bob", "Cat", "Dan", "Eve" }).mid(0, players), {});
-        QVERIFY(m_desk->transcript.Said().contains(
-            "Merlin: Hold it! We have a problem. There are more players than we have questions in the list."));
+        QVERIFY(m_desk->transcript.Said().contains("Merlin: Hold it! We have a problem. There are more "
+                                                   "players than we have questions in the list."));
         QVERIFY(m_desk->Find<QWidget>("opt1"));
     }
 
@@ -141,15 +144,17 @@ private slots:
         m_desk->BeginSpelling({ "Ann", "Bob" }, { "cat" });
         m_desk->transcript.Clear();
         m_desk->BeginSpelling({ "Ann" }, { "cat" });
-        QVERIFY(m_desk->transcript.Said().contains("Merlin: Ann, how do you spell: \\map=\"cat\"=\"*****\"\\?"));
+        QVERIFY(
+            m_desk->transcript.Said().contains("Merlin: Ann, how do you spell: \\map=\"cat\"=\"*****\"\\?"));
     }
 
     void noSoundEndsTheGameAtOnce()
     {
         m_desk->stage.SetSpeechFailure(platform::kAudioDeviceUnusable);
-        m_desk->boxes.Expect("Tumble Wick has detected a problem which is probably related to your soundcard. Please "
-                             "check that your soundcard is working correctly and the soundcard drivers are installed "
-                             "properly");
+        m_desk->boxes.Expect(
+            "Tumble Wick has detected a problem which is probably related to your soundcard. Please "
+            "check that your soundcard is working correctly and the soundcard drivers are installed "
+            "properly");
         m_desk->BeginSpelling({ "Ann" }, { "cat" });
         QCOMPARE(m_desk->transcript.Difference("no-sound"), QString());
         QVERIFY(!frmSpell1::Shared().IsLoaded());
@@ -158,9 +163,8 @@ private slots:
 
     void noSoundAtTheSecondLineEndsItToo()
     {
-        m_desk->After(std::chrono::seconds(12), [this] {
-            m_desk->stage.SetSpeechFailure(platform::kSpeechEngineUnusable);
-        });
+        m_desk->After(std::chrono::seconds(12),
+                      [this] { m_desk->stage.SetSpeechFailure(platform::kSpeechEngineUnusable); });
         m_desk->stage.timePerLetter = std::chrono::milliseconds(150);
         m_desk->boxes.ExpectAny();
         m_desk->BeginSpelling({ "Ann" }, { "cat" });
@@ -174,7 +178,8 @@ private slots:
         m_desk->BeginSpelling({ "Ann" }, { "cat" });
         QVERIFY(State().AgentControl->Connected());
         QCOMPARE(m_desk->transcript.Asked().filter("Load"),
-                 QStringList({ "Merlin Load \"Merlin.acs\"", "Genie Load \"Genie.acs\"", "Peedy Load \"Peedy.acs\"" }));
+                 QStringList({ "Merlin Load \"Merlin.acs\"", "Genie Load \"Genie.acs\"",
+                               "Peedy Load \"Peedy.acs\"" }));
     }
 
     void aLostControlIsReplaced()
@@ -201,9 +206,10 @@ private slots:
     void aCharacterThatCannotBeLoadedIsReported()
     {
         m_desk->stage.SetFileFailure("Genie.acs", platform::kAgentFileMissing);
-        m_desk->boxes.Expect("Tumblewick has detected a problem. Please email support@tumblewick.example \r\n"
-                             " Please quote the following information -2147024894 The system cannot find the file "
-                             "specified\r\nWe apologise for this inconvenience");
+        m_desk->boxes.Expect(
+            "Tumblewick has detected a problem. Please email support@tumblewick.example \r\n"
+            " Please quote the following information -2147024894 The system cannot find the file "
+            "specified\r\nWe apologise for this inconvenience");
         m_desk->BeginSpelling({ "Ann" }, { "cat" });
         QVERIFY(frmSpell1::Shared().IsLoaded());
     }
@@ -212,9 +218,12 @@ private slots:
     {
         QTest::addColumn<QString>("path"); // below the application folder
         QTest::addColumn<QString>("report");
-        QTest::newRow("missing file") << "\\Lists\\Nothing" << "53 File not found";
-        QTest::newRow("missing folder") << "\\Nowhere\\Animals" << "76 Path not found";
-        QTest::newRow("a folder") << "\\Lists" << "75 Path/File access error";
+        QTest::newRow("missing file") << "\\Lists\\Nothing"
+                                      << "53 File not found";
+        QTest::newRow("missing folder") << "\\Nowhere\\Animals"
+                                        << "76 Path not found";
+        QTest::newRow("a folder") << "\\Lists"
+                                  << "75 Path/File access error";
     }
     void aListThatCannotBeReadIsReported()
     {
@@ -235,9 +244,12 @@ private slots:
     {
         QTest::addColumn<QString>("line");
         QTest::addColumn<QString>("report");
-        QTest::newRow("too few fields") << "What is 2+2?_1_2" << "5 Invalid procedure call or argument";
-        QTest::newRow("no number") << "Q_a_b_c_d_x_" << "13 Type mismatch";
-        QTest::newRow("blank line") << "" << "5 Invalid procedure call or argument";
+        QTest::newRow("too few fields") << "What is 2+2?_1_2"
+                                        << "5 Invalid procedure call or argument";
+        QTest::newRow("no number") << "Q_a_b_c_d_x_"
+                                   << "13 Type mismatch";
+        QTest::newRow("blank line") << ""
+                                    << "5 Invalid procedure call or argument";
     }
     void aBadFirstQuizLineIsReported()
     {
@@ -290,14 +302,20 @@ private slots:
     {
         QTest::addColumn<QString>("name");
         QTest::addColumn<QString>("word");
-        QTest::newRow("markup") << "<b>Ann</b>" << "<i>cat</i>";
-        QTest::newRow("quotes") << "\"Ann\"" << "\"cat\"";
-        QTest::newRow("backslashes") << "A\\nn\\" << "c\\at";
-        QTest::newRow("per cent") << "%1%2%n" << "%s%d";
-        QTest::newRow("emoji") << QString::fromUtf8("Ann \xF0\x9F\x90\xB1") << QString::fromUtf8("\xF0\x9F\x90\xB6");
+        QTest::newRow("markup") << "<b>Ann</b>"
+                                << "<i>cat</i>";
+        QTest::newRow("quotes") << "\"Ann\""
+                                << "\"cat\"";
+        QTest::newRow("backslashes") << "A\\nn\\"
+                                     << "c\\at";
+        QTest::newRow("per cent") << "%1%2%n"
+                                  << "%s%d";
+        QTest::newRow("emoji") << QString::fromUtf8("Ann \xF0\x9F\x90\xB1")
+                               << QString::fromUtf8("\xF0\x9F\x90\xB6");
         QTest::newRow("accents") << QString::fromUtf8("Zo\xC3\xAB") << QString::fromUtf8("caf\xC3\xA9");
         QTest::newRow("10,000 letters") << QString(10000, 'n') << QString(10000, 'w');
-        QTest::newRow("an underscore in the name") << "A_B" << "cat";
+        QTest::newRow("an underscore in the name") << "A_B"
+                                                   << "cat";
     }
     void namesAndListsOfAnyTextGoThrough()
     {

@@ -177,9 +177,10 @@ private slots:
         m_desk->BeginSpelling({ "Ann" }, { "cat" });
         m_desk->Type("txtAnswer", "cat");
         m_desk->Press("cmdGo");
-        QCOMPARE(m_desk->States(kAnswerButtons + QStringList({ "cmdNew", "cmdAgain" })),
-                 QString("cmdGo disabled, cmdPass disabled, cmdHint disabled, cmdReplay disabled, cmdNew enabled, "
-                         "cmdAgain enabled"));
+        QCOMPARE(
+            m_desk->States(kAnswerButtons + QStringList({ "cmdNew", "cmdAgain" })),
+            QString("cmdGo disabled, cmdPass disabled, cmdHint disabled, cmdReplay disabled, cmdNew enabled, "
+                    "cmdAgain enabled"));
     }
 
     void theEndOfTheListAfterALastPass()
@@ -187,7 +188,8 @@ private slots:
         m_desk->BeginSpelling({ "Ann" }, { "cat" });
         m_desk->Press("cmdPass");
         QCOMPARE(m_desk->States(kAnswerButtons + QStringList({ "cmdNew", "cmdAgain" })),
-                 QString("cmdGo enabled, cmdPass enabled, cmdHint enabled, cmdReplay enabled, cmdNew enabled, cmdAgain "
+                 QString("cmdGo enabled, cmdPass enabled, cmdHint enabled, cmdReplay enabled, cmdNew "
+                         "enabled, cmdAgain "
                          "enabled"));
     }
 
@@ -205,7 +207,8 @@ private slots:
         QCOMPARE(State().Players.Text(0, Players::kAsked), QString("1"));
         QCOMPARE(State().Players.Text(0, Players::kHints), QString("1"));
         QVERIFY(m_desk->transcript.Said().contains("Merlin: Here we go. Get ready to play Animals."));
-        QVERIFY(m_desk->transcript.Said().contains("Merlin: Ann, how do you spell: \\map=\"dog\"=\"*****\"\\?"));
+        QVERIFY(
+            m_desk->transcript.Said().contains("Merlin: Ann, how do you spell: \\map=\"dog\"=\"*****\"\\?"));
         QCOMPARE(m_desk->Find<QLabel>("lblListName")->text(), QString("Animals"));
         QCOMPARE(m_desk->States({ "cmdNew", "cmdAgain" }), QString("cmdNew disabled, cmdAgain disabled"));
     }
@@ -280,8 +283,8 @@ private slots:
         QCOMPARE(panel->toPlainText(), QString("Ann    0 out of 1\n"));
         const auto format = panel->document()->firstBlock().begin().fragment().charFormat();
         QCOMPARE(format.foreground().color(), QColor(Qt::white));
-        QCOMPARE(large, 53);                        // 40 points
-        QCOMPARE(format.font().pixelSize(), 32);    // 24 points
+        QCOMPARE(large, 53);                     // 40 points
+        QCOMPARE(format.font().pixelSize(), 32); // 24 points
     }
 
 private:
@@ -291,8 +294,8 @@ private:
         m_desk->Press("cmdGo");
     }
 
-    // Answers the first question wrongly and looks at the list 3 and 6 seconds into the next one; with `midnight` the day
-    // ends 2 seconds into it.
+    // Answers the first question wrongly and looks at the list 3 and 6 seconds into the next one; with
+    // `midnight` the day ends 2 seconds into it.
     void AnswerAndWatch(std::optional<bool> &early, std::optional<bool> &late, bool midnight)
     {
         m_desk->Rest();

@@ -16,15 +16,33 @@ private slots:
         QTest::addColumn<QString>("line");
         QTest::addColumn<QString>("word");
         QTest::addColumn<QString>("pronunciation");
-        QTest::newRow("word alone") << "cat" << "cat" << "cat";
-        QTest::newRow("word and pronunciation") << "knight_nite" << "knight" << "nite";
-        QTest::newRow("empty pronunciation") << "cat_" << "cat" << "";
-        QTest::newRow("empty word") << "_nite" << "" << "nite";
-        QTest::newRow("blank line") << "" << "" << "";
-        QTest::newRow("underscore alone") << "_" << "" << "";
-        QTest::newRow("more underscores belong to the pronunciation") << "a_b_c_" << "a" << "b_c_";
-        QTest::newRow("nothing is trimmed") << " cat _ kat " << " cat " << " kat ";
-        QTest::newRow("quotes, signs and accents") << "caf\u00e9 \"<b>%1\\" << "caf\u00e9 \"<b>%1\\" << "caf\u00e9 \"<b>%1\\";
+        QTest::newRow("word alone") << "cat"
+                                    << "cat"
+                                    << "cat";
+        QTest::newRow("word and pronunciation") << "knight_nite"
+                                                << "knight"
+                                                << "nite";
+        QTest::newRow("empty pronunciation") << "cat_"
+                                             << "cat"
+                                             << "";
+        QTest::newRow("empty word") << "_nite"
+                                    << ""
+                                    << "nite";
+        QTest::newRow("blank line") << ""
+                                    << ""
+                                    << "";
+        QTest::newRow("underscore alone") << "_"
+                                          << ""
+                                          << "";
+        QTest::newRow("more underscores belong to the pronunciation") << "a_b_c_"
+                                                                      << "a"
+                                                                      << "b_c_";
+        QTest::newRow("nothing is trimmed") << " cat _ kat "
+                                            << " cat "
+                                            << " kat ";
+        QTest::newRow("quotes, signs and accents") << "caf\u00e9 \"<b>%1\\"
+                                                   << "caf\u00e9 \"<b>%1\\"
+                                                   << "caf\u00e9 \"<b>%1\\";
         QTest::newRow("very long") << QString(10000, 'x') + "_y" << QString(10000, 'x') << "y";
     }
     void aSpellingLineSplitsAtItsFirstUnderscore()
@@ -41,15 +59,19 @@ private slots:
         QTest::addColumn<QStringList>("fields"); // question, four answers, number
         QTest::newRow("as written by the game")
             << "What is 2+2?_1_2_3_4_4_" << QStringList({ "What is 2+2?", "1", "2", "3", "4", "4" });
-        QTest::newRow("without the last underscore") << "Q_a_b_c_d_2" << QStringList({ "Q", "a", "b", "c", "d", "2" });
+        QTest::newRow("without the last underscore")
+            << "Q_a_b_c_d_2" << QStringList({ "Q", "a", "b", "c", "d", "2" });
         QTest::newRow("only the first character of the number counts")
             << "Q_a_b_c_d_31 and more_" << QStringList({ "Q", "a", "b", "c", "d", "3" });
         QTest::newRow("empty fields") << "_____1_" << QStringList({ "", "", "", "", "", "1" });
-        QTest::newRow("a number without an answer is a number") << "Q_a_b_c_d_9_" << QStringList({ "Q", "a", "b", "c", "d", "9" });
+        QTest::newRow("a number without an answer is a number")
+            << "Q_a_b_c_d_9_" << QStringList({ "Q", "a", "b", "c", "d", "9" });
         QTest::newRow("zero") << "Q_a_b_c_d_0_" << QStringList({ "Q", "a", "b", "c", "d", "0" });
         QTest::newRow("markup and signs")
-            << "<b>Q</b>?_\"a\"_%1_\\map_\u00e9_2_" << QStringList({ "<b>Q</b>?", "\"a\"", "%1", "\\map", "\u00e9", "2" });
-        QTest::newRow("more fields than needed") << "Q_a_b_c_d_2_x_y" << QStringList({ "Q", "a", "b", "c", "d", "2" });
+            << "<b>Q</b>?_\"a\"_%1_\\map_\u00e9_2_"
+            << QStringList({ "<b>Q</b>?", "\"a\"", "%1", "\\map", "\u00e9", "2" });
+        QTest::newRow("more fields than needed")
+            << "Q_a_b_c_d_2_x_y" << QStringList({ "Q", "a", "b", "c", "d", "2" });
     }
     void aQuizLineHasItsFieldsByPosition()
     {

@@ -91,10 +91,11 @@ private slots:
     {
         QFETCH(QStringList, names);
         ChoosePlayers(static_cast<int>(names.size()));
-        m_desk->boxes.Expect("You haven't entered names for all of the players. If you have less than "
-                             + QString::number(names.size())
-                             + " players, click Back and change the number of players. Otherwise enter a name for each "
-                               "player.");
+        m_desk->boxes.Expect(
+            "You haven't entered names for all of the players. If you have less than " +
+            QString::number(names.size()) +
+            " players, click Back and change the number of players. Otherwise enter a name for each "
+            "player.");
         EnterNames(names);
         QVERIFY(frmPlayerNames1::Shared().IsActive());
         QCOMPARE(State().Players.Count(), 0);
@@ -126,9 +127,11 @@ private slots:
         QTest::addColumn<QString>("mode");
         QTest::addColumn<QStringList>("files");
         QTest::addColumn<QString>("label");
-        QTest::newRow("spelling") << "Spelling" << QStringList({ "Animals", "odd.name.txt" }) << "Choose a spelling list";
+        QTest::newRow("spelling") << "Spelling" << QStringList({ "Animals", "odd.name.txt" })
+                                  << "Choose a spelling list";
         QTest::newRow("quiz") << "Quiz" << QStringList({ "Space" }) << "Select a Quiz";
-        QTest::newRow("any other word is a quiz") << "spelling" << QStringList({ "Space" }) << "Select a Quiz";
+        QTest::newRow("any other word is a quiz")
+            << "spelling" << QStringList({ "Space" }) << "Select a Quiz";
     }
     void listsOfTheModeAreOffered()
     {
@@ -160,7 +163,8 @@ private slots:
         auto *list = m_desk->Find<platform::FileListBox>("File2");
         QTest::keyClick(list, Qt::Key_Down);
         QCOMPARE(list->FileName(), QString("Animals"));
-        QCOMPARE(m_desk->Find<QLabel>("lblmsg")->text(), QString("You have selected Animals. Click Next to play."));
+        QCOMPARE(m_desk->Find<QLabel>("lblmsg")->text(),
+                 QString("You have selected Animals. Click Next to play."));
         QTest::keyClick(list, Qt::Key_Down);
         QCOMPARE(list->FileName(), QString("odd.name.txt"));
     }
@@ -186,8 +190,9 @@ private slots:
     {
         QVERIFY(QDir(m_desk->folder.path()).rmdir("Lists"));
         State().GameMode = "Spelling";
-        m_desk->boxes.Expect("Tumblewick has detected a problem. Please email support@tumblewick.example \r\n Please quote "
-                             "the following information 76 Path not found\r\nWe apologise for this inconvenience");
+        m_desk->boxes.Expect(
+            "Tumblewick has detected a problem. Please email support@tumblewick.example \r\n Please quote "
+            "the following information 76 Path not found\r\nWe apologise for this inconvenience");
         Show(frmChooseList1::Shared());
         QVERIFY(frmChooseList1::Shared().IsActive());
         QCOMPARE(Files(), QStringList());
@@ -207,7 +212,8 @@ private slots:
         QCOMPARE(State().ListPath, m_desk->folder.path() + "\\Lists\\Animals");
         QVERIFY(frmSpell1::Shared().IsActive());
         QVERIFY(!frmChooseList1::Shared().IsLoaded());
-        QVERIFY(m_desk->transcript.Said().contains("Merlin: Ann, how do you spell: \\map=\"cat\"=\"*****\"\\?"));
+        QVERIFY(
+            m_desk->transcript.Said().contains("Merlin: Ann, how do you spell: \\map=\"cat\"=\"*****\"\\?"));
     }
 
     void backLeavesTheListLoadedBehindTheNames()

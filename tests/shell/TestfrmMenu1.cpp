@@ -1,7 +1,7 @@
-#include "shell/frmMenu1.h"
 #include "platform/Error.h"
 #include "setup/frmNumPlayers1.h"
 #include "shell/SharedState.h"
+#include "shell/frmMenu1.h"
 #include "support/Desk.h"
 
 #include <QFile>
@@ -90,8 +90,10 @@ private slots:
     {
         QTest::addColumn<QString>("button");
         QTest::addColumn<QString>("mode");
-        QTest::newRow("spelling") << "cmdPlay" << "Spelling";
-        QTest::newRow("quiz") << "Command3" << "Quiz";
+        QTest::newRow("spelling") << "cmdPlay"
+                                  << "Spelling";
+        QTest::newRow("quiz") << "Command3"
+                              << "Quiz";
     }
     void playHidesTheCharactersAndGoesOn()
     {
@@ -101,7 +103,8 @@ private slots:
         m_desk->Press(button);
         QTEST(State().GameMode, "mode");
         QVERIFY(frmMenu1::Shared().IntroCancelled);
-        QCOMPARE(m_desk->transcript.Asked().mid(0, 3), QStringList({ "Genie Hide", "Peedy Hide", "Merlin Hide" }));
+        QCOMPARE(m_desk->transcript.Asked().mid(0, 3),
+                 QStringList({ "Genie Hide", "Peedy Hide", "Merlin Hide" }));
         QVERIFY(frmNumPlayers1::Shared().IsActive());
         QVERIFY(!frmMenu1::Shared().IsLoaded());
     }
@@ -112,7 +115,8 @@ private slots:
         m_desk->transcript.Clear();
         m_desk->Press("cmdPlay");
         QCOMPARE(m_desk->transcript.Lines().filter("screen "),
-                 QStringList({ "screen frmNumPlayers1 load", "screen frmMenu1 unload", "screen frmNumPlayers1 activate" }));
+                 QStringList({ "screen frmNumPlayers1 load", "screen frmMenu1 unload",
+                               "screen frmNumPlayers1 activate" }));
     }
 
     void playGoesOnWithoutAControl()

@@ -130,10 +130,9 @@ QString Desk::States(const QStringList &buttons)
         const auto *control = Find<QAbstractButton>(name);
         if (!control)
             continue;
-        states << name
-                      + (control->isHidden()    ? QStringLiteral(" hidden")
-                         : control->isEnabled() ? QStringLiteral(" enabled")
-                                                : QStringLiteral(" disabled"));
+        states << name + (control->isHidden()    ? QStringLiteral(" hidden")
+                          : control->isEnabled() ? QStringLiteral(" enabled")
+                                                 : QStringLiteral(" disabled"));
     }
     return states.join(QStringLiteral(", "));
 }

@@ -20,8 +20,8 @@ class QAbstractButton;
 
 namespace support {
 
-// The whole game on fakes, for one test: a fresh shared state, an application folder of its own with empty folders
-// for lists, and time that stands still until somebody waits.
+// The whole game on fakes, for one test: a fresh shared state, an application folder of its own with empty
+// folders for lists, and time that stands still until somebody waits.
 class Desk {
 public:
     Desk();
@@ -45,14 +45,15 @@ public:
     // Lets time pass until nothing is left to come.
     void Rest() { time.RunUntilIdle(); }
 
-    // A control of the screen that is in front, by its name. Fails the test and gives null when there is none.
+    // A control of the screen that is in front, by its name. Fails the test and gives null when there is
+    // none.
     template <class Control>
     Control *Find(const QString &name)
     {
         return qobject_cast<Control *>(FindWidget(name));
     }
-    // Presses a button as a player would: it has to be there, seen and enabled. What the handler waits for happens
-    // inside.
+    // Presses a button as a player would: it has to be there, seen and enabled. What the handler waits for
+    // happens inside.
     void Press(const QString &button);
     // Types into a text box, after emptying it.
     void Type(const QString &box, const QString &text);

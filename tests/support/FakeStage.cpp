@@ -9,17 +9,21 @@ namespace support {
 namespace {
 
 const QStringList kMotions = {
-    "Acknowledge", "Alert", "Announce", "Blink", "Confused", "Congratulate", "Congratulate_2", "Decline",
-    "DoMagic1", "DoMagic2", "DontRecognize", "Explain", "GestureDown", "GestureLeft", "GestureRight", "GestureUp",
-    "GetAttention", "Greet", "Hide", "Idle1_1", "Idle2_1", "Idle3_1", "Idle3_2", "LookDown", "LookLeft",
-    "LookRight", "LookUp", "MoveDown", "MoveLeft", "MoveRight", "MoveUp", "Pleased", "Process", "Processing",
-    "Read", "Reading", "ReadReturn", "RestPose", "Sad", "Search", "Show", "Suggest", "Surprised", "Think",
-    "Uncertain", "Wave", "Write",
+    "Acknowledge",    "Alert",       "Announce",     "Blink",      "Confused",      "Congratulate",
+    "Congratulate_2", "Decline",     "DoMagic1",     "DoMagic2",   "DontRecognize", "Explain",
+    "GestureDown",    "GestureLeft", "GestureRight", "GestureUp",  "GetAttention",  "Greet",
+    "Hide",           "Idle1_1",     "Idle2_1",      "Idle3_1",    "Idle3_2",       "LookDown",
+    "LookLeft",       "LookRight",   "LookUp",       "MoveDown",   "MoveLeft",      "MoveRight",
+    "MoveUp",         "Pleased",     "Process",      "Processing", "Read",          "Reading",
+    "ReadReturn",     "RestPose",    "Sad",          "Search",     "Show",          "Suggest",
+    "Surprised",      "Think",       "Uncertain",    "Wave",       "Write",
 };
 
 bool LoopsForEver(const QString &name)
 {
-    static const QStringList loops = { "idle3_2", "processing", "reading", "searching", "thinking", "writing" };
+    static const QStringList loops = {
+        "idle3_2", "processing", "reading", "searching", "thinking", "writing"
+    };
     return loops.contains(name.toLower());
 }
 
@@ -75,7 +79,8 @@ FakeFigure::~FakeFigure()
 
 bool FakeFigure::HasMotion(const QString &name) const
 {
-    if (m_id == QLatin1String("Peedy") && name.compare(QLatin1String("Congratulate_2"), Qt::CaseInsensitive) == 0)
+    if (m_id == QLatin1String("Peedy") &&
+        name.compare(QLatin1String("Congratulate_2"), Qt::CaseInsensitive) == 0)
         return false;
     return kMotions.contains(name, Qt::CaseInsensitive);
 }
@@ -85,7 +90,8 @@ void FakeFigure::Write(const QString &what)
     m_stage.m_log << m_id + QLatin1Char(' ') + what;
 }
 
-void FakeFigure::EndAfter(std::chrono::milliseconds time, qint32 number, Done done, std::function<void()> effect)
+void FakeFigure::EndAfter(std::chrono::milliseconds time, qint32 number, Done done,
+                          std::function<void()> effect)
 {
     if (m_pending)
         Write(QStringLiteral("is asked for two things at once"));
@@ -130,9 +136,9 @@ void FakeFigure::Slide(const QPoint &topLeft, std::chrono::milliseconds duration
 void FakeFigure::Speak(const platform::SpeechText &text, bool balloon, Done done)
 {
     const QString spoken = text.Spoken();
-    Write(QStringLiteral("says \"") + spoken
-          + (balloon ? QStringLiteral("\" showing \"") + text.Shown() + QLatin1Char('"')
-                     : QStringLiteral("\" without balloon")));
+    Write(QStringLiteral("says \"") + spoken +
+          (balloon ? QStringLiteral("\" showing \"") + text.Shown() + QLatin1Char('"')
+                   : QStringLiteral("\" without balloon")));
     const qint32 failure = m_stage.TakeFailure(m_id, QStringLiteral("Speak"));
     m_balloon = balloon && failure == 0;
     EndAfter(m_stage.timePerLetter * spoken.size(), failure, std::move(done));

@@ -13,7 +13,8 @@ namespace support {
 
 class FakeFigure;
 
-// Figures for tests: they take the time that the real ones roughly take, in FakeTime, and write down what they do.
+// Figures for tests: they take the time that the real ones roughly take, in FakeTime, and write down what
+// they do.
 class FakeStage : public platform::FigureMaker {
 public:
     explicit FakeStage(platform::Events &events);
@@ -78,7 +79,8 @@ public:
 private:
     friend class FakeStage;
     void Write(const QString &what);
-    void EndAfter(std::chrono::milliseconds time, qint32 number, Done done, std::function<void()> effect = {});
+    void EndAfter(std::chrono::milliseconds time, qint32 number, Done done,
+                  std::function<void()> effect = {});
 
     FakeStage &m_stage;
     const QString m_id;

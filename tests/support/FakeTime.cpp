@@ -57,7 +57,8 @@ void FakeTime::Post(std::function<void()> work)
     m_posted.push_back(std::move(work));
 }
 
-std::unique_ptr<platform::PendingCall> FakeTime::After(std::chrono::milliseconds delay, std::function<void()> work)
+std::unique_ptr<platform::PendingCall> FakeTime::After(std::chrono::milliseconds delay,
+                                                       std::function<void()> work)
 {
     auto shared = std::make_shared<std::function<void()>>(std::move(work));
     m_due.emplace(m_now + std::max(delay, std::chrono::milliseconds(0)), Due{ shared });

@@ -15,8 +15,8 @@ public:
     FakeTime();
     ~FakeTime() override;
 
-    // A wait that pumps with nothing left to come polls idly: for this many polls, then the program is taken to
-    // hang, which ends it with `Hung()` set.
+    // A wait that pumps with nothing left to come polls idly: for this many polls, then the program is taken
+    // to hang, which ends it with `Hung()` set.
     static constexpr int kIdlePolls = 2000;
 
     void Pump() override;

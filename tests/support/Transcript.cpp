@@ -14,7 +14,8 @@ QtMessageHandler g_former = nullptr;
 void KeepTrace(QtMsgType type, const QMessageLogContext &context, const QString &text)
 {
     const QLatin1String category(context.category);
-    if (g_current && (category == QLatin1String("tumblewick.agent") || category == QLatin1String("tumblewick.screen")))
+    if (g_current &&
+        (category == QLatin1String("tumblewick.agent") || category == QLatin1String("tumblewick.screen")))
         g_current->Take(text);
     else if (g_former)
         g_former(type, context, text);
@@ -40,7 +41,8 @@ Transcript::~Transcript()
 void Transcript::Take(const QString &traceLine)
 {
     static const QRegularExpression request(
-        QStringLiteral("^agent: (\\d+) (\\w+) (\\S+)(.*) -> (queued|running|done|failed|interrupted)( -?\\d+)?$"),
+        QStringLiteral(
+            "^agent: (\\d+) (\\w+) (\\S+)(.*) -> (queued|running|done|failed|interrupted)( -?\\d+)?$"),
         QRegularExpression::DotMatchesEverythingOption);
     if (traceLine.startsWith(QLatin1String("screen: "))) {
         m_lines << QStringLiteral("screen ") + traceLine.mid(8);
@@ -97,7 +99,8 @@ QString Transcript::Difference(const QString &name) const
     const QStringList expected = QString::fromUtf8(file.readAll()).split(QLatin1Char('\n'));
     const QStringList lines = present.split(QLatin1Char('\n'));
     for (qsizetype index = 0; index < std::max(expected.size(), lines.size()); ++index) {
-        if (expected.value(index) != lines.value(index) || index >= expected.size() || index >= lines.size()) {
+        if (expected.value(index) != lines.value(index) || index >= expected.size() ||
+            index >= lines.size()) {
             return QStringLiteral("line %1 of %2.txt is «%3», expected «%4»")
                 .arg(QString::number(index + 1), name, lines.value(index), expected.value(index));
         }

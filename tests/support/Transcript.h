@@ -4,8 +4,8 @@
 
 namespace support {
 
-// Writes down what the characters are asked, what becomes of it and which screens come and go, as long as it lives.
-// One at a time.
+// Writes down what the characters are asked, what becomes of it and which screens come and go, as long as it
+// lives. One at a time.
 //
 //   Merlin Speak "Good luck!"          asked
 //   . Merlin Speak done                ended, at the moment at which it ended

@@ -34,8 +34,8 @@ class Request {
 public:
     virtual ~Request() = default;
     virtual Integer16 Status() const = 0;
-    virtual qint32 Number() const = 0;         // what it failed or was interrupted by, else 0
-    virtual QString Description() const = 0;   // text of Number, empty for 0
+    virtual qint32 Number() const = 0;       // what it failed or was interrupted by, else 0
+    virtual QString Description() const = 0; // text of Number, empty for 0
 };
 using RequestReference = Reference<Request>;
 
@@ -73,8 +73,8 @@ public:
     // Takes out that one request, running or waiting. Raises kStopAcrossCharacters for another character's,
     // kRequestNotInQueue for one that has left.
     virtual void Stop(const RequestReference &request) = 0;
-    // Without types: everything, a running Show or Hide too. With a comma-separated list of Get, NonQueuedGet,
-    // Move, Play and Speak: what waits of these kinds. Show and Hide are of no kind.
+    // Without types: everything, a running Show or Hide too. With a comma-separated list of Get,
+    // NonQueuedGet, Move, Play and Speak: what waits of these kinds. Show and Hide are of no kind.
     virtual void StopAll() = 0;
     virtual void StopAll(const QString &types) = 0;
 
@@ -106,15 +106,16 @@ public:
     virtual bool Connected() const = 0;
 
     // Loads a character hidden, at its designed size unless another client holds it. `file` is looked up in
-    // the service's own folder. Raises kAlreadyLoaded for the same id twice on one control, kAgentFileMissing,
-    // kNotACharacterFile, kCharacterFileVersion or kAgentBadData when the file cannot serve; kAgentGone when
-    // disconnected.
+    // the service's own folder. Raises kAlreadyLoaded for the same id twice on one control,
+    // kAgentFileMissing, kNotACharacterFile, kCharacterFileVersion or kAgentBadData when the file cannot
+    // serve; kAgentGone when disconnected.
     virtual void Load(const QString &id, const QString &file) = 0;
     // The loaded character. Raises kAgentRefuses for an id that is not loaded here.
     virtual CharacterReference Character(const QString &id) = 0;
 
-    // Ends the connection, as the unload of the control's screen does. Its requests end with status 3, figures
-    // that no other client holds vanish at once; one that has a Hide waiting or running plays it out unattended.
+    // Ends the connection, as the unload of the control's screen does. Its requests end with status 3,
+    // figures that no other client holds vanish at once; one that has a Hide waiting or running plays it out
+    // unattended.
     virtual void Disconnect() = 0;
 
     // Called by the event loop for each request of this client that has begun, and again when it has ended.

@@ -97,7 +97,8 @@ void AgentEngine::ShowDeparture(const std::shared_ptr<Cast> &cast)
     auto departure = std::make_shared<Departure>();
     departure->cast = cast;
     m_departures.push_back(departure);
-    const auto end = [this, alive = std::weak_ptr<bool>(m_alive), weak = std::weak_ptr<Departure>(departure)] {
+    const auto end = [this, alive = std::weak_ptr<bool>(m_alive),
+                      weak = std::weak_ptr<Departure>(departure)] {
         const auto gone = weak.lock();
         if (alive.expired() || !gone)
             return;

@@ -24,8 +24,8 @@ public:
 
     AgentControlReference CreateControl() override;
 
-    // Brings a command to the client that gets the user's input: the one whose character was shown last, while
-    // one of its characters is visible. Nothing when there is none.
+    // Brings a command to the client that gets the user's input: the one whose character was shown last,
+    // while one of its characters is visible. Nothing when there is none.
     void DeliverCommand(const QString &name);
 
 private:

@@ -12,7 +12,7 @@ namespace platform {
 
 namespace {
 
-constexpr int kTypeSize = 18;
+constexpr int kTypeSize = 20;
 constexpr int kPadding = 12;
 constexpr int kMargin = 40; // round the bubble, for the tail
 constexpr double kTailLength = 22;

@@ -74,7 +74,8 @@ void QueuedRequest::End(RequestStatus status, qint32 number)
 }
 
 Cast::Cast(AgentEngine &engine, std::weak_ptr<bool> engineAlive, QString id, std::unique_ptr<Figure> figure)
-    : m_engine(engine), m_id(std::move(id)), m_figure(std::move(figure)), m_engineAlive(std::move(engineAlive))
+    : m_engine(engine), m_id(std::move(id)), m_figure(std::move(figure)),
+      m_engineAlive(std::move(engineAlive))
 {
 }
 
@@ -305,8 +306,8 @@ bool Cast::IsHiding() const
 void Cast::Stop()
 {
     TraceCall(QStringLiteral("Stop"));
-    const bool comingOrGoing = !m_queue.empty() && m_queue.front()->IsRunning()
-                               && (m_queue.front()->operation == Operation::Show || IsHiding());
+    const bool comingOrGoing = !m_queue.empty() && m_queue.front()->IsRunning() &&
+                               (m_queue.front()->operation == Operation::Show || IsHiding());
     if (comingOrGoing)
         return;
     RemoveWaiting([](const QueuedRequest &) { return true; });
@@ -318,8 +319,9 @@ void Cast::Stop()
 void Cast::Stop(const Request *request)
 {
     TraceCall(QStringLiteral("Stop"));
-    const auto found = std::find_if(m_queue.begin(), m_queue.end(),
-                                    [request](const RequestPointer &queued) { return queued.get() == request; });
+    const auto found = std::find_if(m_queue.begin(), m_queue.end(), [request](const RequestPointer &queued) {
+        return queued.get() == request;
+    });
     if (found == m_queue.end())
         throw Error(kRequestNotInQueue);
     if ((*found)->IsRunning()) {
@@ -380,7 +382,9 @@ bool Cast::HasHideOf(const Client &client) const
 
 void Cast::RemoveRequestsOf(const Client &client)
 {
-    const auto isOurs = [&client](const QueuedRequest &request) { return request.client.lock().get() == &client; };
+    const auto isOurs = [&client](const QueuedRequest &request) {
+        return request.client.lock().get() == &client;
+    };
     RemoveWaiting(isOurs);
     if (!m_queue.empty() && isOurs(*m_queue.front())) {
         Interrupt(kRemovedFromQueue);
@@ -414,7 +418,8 @@ void Cast::SetBalloonVisible(bool visible)
     }
     m_figure->HideBalloon();
     const auto latest = m_latestSpeech.lock();
-    // A second False behind a line that is already without balloon must not swallow the balloon of the next one.
+    // A second False behind a line that is already without balloon must not swallow the balloon of the next
+    // one.
     if (latest && !latest->HasEnded() && latest->noBalloon)
         return;
     m_balloonOffNext = true;
@@ -433,8 +438,8 @@ void Cast::Trace(const QueuedRequest &request) const
 
 void Cast::TraceCall(const QString &call) const
 {
-    qCDebug(agentLog).noquote() << QStringLiteral("agent: 0 ") + m_id + QLatin1Char(' ') + call
-                                       + QStringLiteral(" -> done");
+    qCDebug(agentLog).noquote() << QStringLiteral("agent: 0 ") + m_id + QLatin1Char(' ') + call +
+                                       QStringLiteral(" -> done");
 }
 
 } // namespace platform

@@ -22,13 +22,13 @@ public:
     QString Description() const override;
 
     Operation operation = Operation::Show;
-    bool fast = false;     // Show and Hide
-    QString name;          // Play
-    SpeechText text;       // Speak
-    QString tagged;        // Speak, as passed
+    bool fast = false; // Show and Hide
+    QString name;      // Play
+    SpeechText text;   // Speak
+    QString tagged;    // Speak, as passed
     bool noBalloon = false;
-    QPoint point;          // MoveTo and GestureAt
-    int speed = 0;         // MoveTo, milliseconds
+    QPoint point;                 // MoveTo and GestureAt
+    int speed = 0;                // MoveTo, milliseconds
     std::weak_ptr<Client> client; // expired for what the user asked for
     int sequence = 0;
 
@@ -61,8 +61,8 @@ public:
     bool HasHideOf(const Client &client) const;
     // Ends the requests of `client`.
     void RemoveRequestsOf(const Client &client);
-    // Ends all requests and plays a Hide out, the one that runs or a new one; then `gone` is called. Nobody can
-    // ask for anything any more.
+    // Ends all requests and plays a Hide out, the one that runs or a new one; then `gone` is called. Nobody
+    // can ask for anything any more.
     void Depart(std::function<void()> gone);
 
     void SetBalloonVisible(bool visible);
@@ -100,7 +100,7 @@ private:
     std::unique_ptr<Figure> m_figure;
     std::deque<RequestPointer> m_queue; // the first one runs
     std::weak_ptr<QueuedRequest> m_latestSpeech;
-    RequestPointer m_heldByDrag;        // a move that has become head while the user drags
+    RequestPointer m_heldByDrag; // a move that has become head while the user drags
     bool m_visible = false;
     bool m_dragging = false;
     bool m_balloonOffNext = false;

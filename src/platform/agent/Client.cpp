@@ -40,8 +40,8 @@ void Client::Load(const QString &id, const QString &file)
     if (!m_taken.insert(key).second)
         throw Error(kAlreadyLoaded);
     std::shared_ptr<Cast> cast = m_engine.CastFor(id, file);
-    qCDebug(agentLog).noquote() << QStringLiteral("agent: 0 ") + id + QStringLiteral(" Load \"") + file
-                                       + QStringLiteral("\" -> done");
+    qCDebug(agentLog).noquote() << QStringLiteral("agent: 0 ") + id + QStringLiteral(" Load \"") + file +
+                                       QStringLiteral("\" -> done");
     ++cast->holders;
     m_casts[key] = std::move(cast);
 }
@@ -83,7 +83,8 @@ void Client::PostComplete(const std::shared_ptr<QueuedRequest> &request)
     });
 }
 
-ClientCharacter::ClientCharacter(AgentEngine &engine, std::shared_ptr<Client> client, std::weak_ptr<Cast> cast)
+ClientCharacter::ClientCharacter(AgentEngine &engine, std::shared_ptr<Client> client,
+                                 std::weak_ptr<Cast> cast)
     : m_engine(engine), m_client(std::move(client)), m_cast(std::move(cast))
 {
 }

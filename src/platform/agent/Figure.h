@@ -31,9 +31,9 @@ public:
     virtual void Appear() = 0;
     virtual void Disappear() = 0;
 
-    // Comes back from the last motion, then plays `name`, which the figure has, and holds its last pose. A motion
-    // that loops for ever never ends. "Show" begins unseen, whatever pose the figure was in; a Move motion ends
-    // in the flying pose.
+    // Comes back from the last motion, then plays `name`, which the figure has, and holds its last pose. A
+    // motion that loops for ever never ends. "Show" begins unseen, whatever pose the figure was in; a Move
+    // motion ends in the flying pose.
     virtual void Perform(const QString &name, Done done) = 0;
     // Moves the frame to `topLeft` in `duration`, keeping the flying pose alive.
     virtual void Slide(const QPoint &topLeft, std::chrono::milliseconds duration, Done done) = 0;
@@ -59,9 +59,9 @@ public:
 class FigureMaker {
 public:
     virtual ~FigureMaker() = default;
-    // Opens `file` from the service's folder. The figure is not visible yet, and stands at the upper left corner
-    // of the screen in its designed size. Raises kAgentFileMissing, kNotACharacterFile, kCharacterFileVersion or
-    // kAgentBadData.
+    // Opens `file` from the service's folder. The figure is not visible yet, and stands at the upper left
+    // corner of the screen in its designed size. Raises kAgentFileMissing, kNotACharacterFile,
+    // kCharacterFileVersion or kAgentBadData.
     virtual std::unique_ptr<Figure> Make(const QString &id, const QString &file) = 0;
 };
 

@@ -16,7 +16,8 @@ Resizer::Hook HoldSize(const QStringList &types)
 
 Resizer::Hook HoldAllButLeft(const QStringList &types)
 {
-    return [types, holdSize = HoldSize(types)](const QString &type, Resizer::Planned &planned, QWidget &control) {
+    return [types, holdSize = HoldSize(types)](const QString &type, Resizer::Planned &planned,
+                                               QWidget &control) {
         if (!types.contains(type))
             return;
         holdSize(type, planned, control);

@@ -10,7 +10,8 @@ QPixmap LoadPicture(const QString &path)
 {
     const Files &files = The().files;
     if (!files.FileExists(path)) {
-        const auto lastSeparator = std::max(path.lastIndexOf(QLatin1Char('\\')), path.lastIndexOf(QLatin1Char('/')));
+        const auto lastSeparator =
+            std::max(path.lastIndexOf(QLatin1Char('\\')), path.lastIndexOf(QLatin1Char('/')));
         throw Error(files.FolderExists(path.left(lastSeparator)) ? kFileNotFound : kPathNotFound);
     }
     const QPixmap picture(files.Resolve(path));

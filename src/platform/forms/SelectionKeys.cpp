@@ -9,7 +9,10 @@ namespace {
 
 class SelectionKeysFilter : public QObject {
 public:
-    explicit SelectionKeysFilter(QListWidget &list) : QObject(&list), m_list(list) { list.installEventFilter(this); }
+    explicit SelectionKeysFilter(QListWidget &list) : QObject(&list), m_list(list)
+    {
+        list.installEventFilter(this);
+    }
 
     bool eventFilter(QObject *, QEvent *event) override
     {

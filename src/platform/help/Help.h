@@ -8,7 +8,8 @@ namespace platform {
 class Help {
 public:
     virtual ~Help() = default;
-    // Opens `topic` of the compiled help file `file`; a missing file or topic is told in the help window itself.
+    // Opens `topic` of the compiled help file `file`; a missing file or topic is told in the help window
+    // itself.
     virtual void ShowTopic(const QString &file, const QString &topic) = 0;
     virtual void CloseAll() = 0;
 };

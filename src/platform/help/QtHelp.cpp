@@ -19,8 +19,10 @@ void QtHelp::ShowTopic(const QString &file, const QString &topic)
     window->setAttribute(Qt::WA_DeleteOnClose);
     window->setWindowTitle(QStringLiteral("Tumblewick Help"));
     window->setReadOnly(true);
-    const QString reason = m_files.FileExists(file) ? QStringLiteral("cannot be read") : QStringLiteral("is missing");
-    window->setPlainText(QStringLiteral("The topic “%1” cannot be shown: the help file %2.").arg(topic, reason));
+    const QString reason =
+        m_files.FileExists(file) ? QStringLiteral("cannot be read") : QStringLiteral("is missing");
+    window->setPlainText(
+        QStringLiteral("The topic “%1” cannot be shown: the help file %2.").arg(topic, reason));
     window->resize(560, 180);
     window->show();
     m_windows.emplace_back(window);

@@ -78,7 +78,8 @@ private:
     }
     bool Ended(const RequestReference &request)
     {
-        return m_service->Until([&] { return request->Status() != kRequestQueued && request->Status() != kRequestRunning; });
+        return m_service->Until(
+            [&] { return request->Status() != kRequestQueued && request->Status() != kRequestRunning; });
     }
     static qint32 Raised(const std::function<void()> &call)
     {
@@ -430,12 +431,18 @@ void TestAgentContract::typedStopAllTakesOnlyItsTypes_data()
 {
     QTest::addColumn<QString>("types");
     QTest::addColumn<QString>("removed"); // of play, speak, move, gesture
-    QTest::newRow("play takes gestures too") << "Play" << "play gesture";
-    QTest::newRow("speak") << "Speak" << "speak";
-    QTest::newRow("move") << "Move" << "move";
-    QTest::newRow("any case and blanks") << " sPEAK , MOVE " << "speak move";
-    QTest::newRow("get alone") << "Get" << "";
-    QTest::newRow("nonsense") << "Juggle" << "";
+    QTest::newRow("play takes gestures too") << "Play"
+                                             << "play gesture";
+    QTest::newRow("speak") << "Speak"
+                           << "speak";
+    QTest::newRow("move") << "Move"
+                          << "move";
+    QTest::newRow("any case and blanks") << " sPEAK , MOVE "
+                                         << "speak move";
+    QTest::newRow("get alone") << "Get"
+                               << "";
+    QTest::newRow("nonsense") << "Juggle"
+                              << "";
 }
 
 void TestAgentContract::typedStopAllTakesOnlyItsTypes()

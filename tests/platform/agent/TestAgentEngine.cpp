@@ -77,12 +77,18 @@ void TestAgentEngine::movesAndGesturesAreChosenFromTheFiguresOwnSide_data()
     QTest::addColumn<QPoint>("target"); // the figure stands at 100,100 and is 128 wide and high
     QTest::addColumn<QString>("move");
     QTest::addColumn<QString>("gesture");
-    QTest::newRow("to the right of the screen") << QPoint(400, 110) << "MoveLeft" << "GestureLeft";
-    QTest::newRow("to the left of the screen") << QPoint(-300, 90) << "MoveRight" << "GestureRight";
-    QTest::newRow("up") << QPoint(120, -400) << "MoveUp" << "GestureUp";
-    QTest::newRow("down") << QPoint(120, 700) << "MoveDown" << "GestureDown";
-    QTest::newRow("as far across as down") << QPoint(363, 363) << "MoveLeft" << "GestureLeft";
-    QTest::newRow("nowhere") << QPoint(100, 100) << "MoveDown" << "GestureDown";
+    QTest::newRow("to the right of the screen") << QPoint(400, 110) << "MoveLeft"
+                                                << "GestureLeft";
+    QTest::newRow("to the left of the screen") << QPoint(-300, 90) << "MoveRight"
+                                               << "GestureRight";
+    QTest::newRow("up") << QPoint(120, -400) << "MoveUp"
+                        << "GestureUp";
+    QTest::newRow("down") << QPoint(120, 700) << "MoveDown"
+                          << "GestureDown";
+    QTest::newRow("as far across as down") << QPoint(363, 363) << "MoveLeft"
+                                           << "GestureLeft";
+    QTest::newRow("nowhere") << QPoint(100, 100) << "MoveDown"
+                             << "GestureDown";
 }
 
 void TestAgentEngine::movesAndGesturesAreChosenFromTheFiguresOwnSide()
@@ -97,7 +103,8 @@ void TestAgentEngine::movesAndGesturesAreChosenFromTheFiguresOwnSide()
     m_service->time.RunUntilIdle();
     QTEST(m_service->stage.Log().value(0).section('"', 1, 1), "gesture");
     QTEST(m_service->stage.Log().value(2).section('"', 1, 1), "move");
-    QCOMPARE(m_service->stage.Log().value(3), QString("Merlin slides to %1,%2").arg(target.x()).arg(target.y()));
+    QCOMPARE(m_service->stage.Log().value(3),
+             QString("Merlin slides to %1,%2").arg(target.x()).arg(target.y()));
 }
 
 void TestAgentEngine::aMoveIsJudgedWhenItBegins()
@@ -217,8 +224,9 @@ void TestAgentEngine::aFigureRestsWhenItsQueueRunsEmpty()
     merlin->Play("Read");
     merlin->Speak("Hello");
     m_service->time.RunUntilIdle();
-    QCOMPARE(m_service->stage.Log(), QStringList({ "Merlin performs \"Read\"",
-                                                   "Merlin says \"Hello\" showing \"Hello\"", "Merlin rests" }));
+    QCOMPARE(m_service->stage.Log(),
+             QStringList(
+                 { "Merlin performs \"Read\"", "Merlin says \"Hello\" showing \"Hello\"", "Merlin rests" }));
 }
 
 void TestAgentEngine::aRunningHideIsNotBegunAnewWhenItsClientGoes()
