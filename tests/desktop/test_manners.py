@@ -1,0 +1,78 @@
+#!/usr/bin/python3
+"""Measures how the real program answers and what it costs: test_manners.py APPLICATION FAILURES."""
+
+import re
+import statistics
+import sys
+import time
+from pathlib import Path
+
+from desk import Desktop, Failure
+
+CLICK_LIMIT = 0.050  # seconds from the click to the request, at the median
+TALKING_LIMIT = 0.40  # of one core, with three characters on the screen
+IDLE_LIMIT = 0.03  # of one core, at the menu
+
+
+def check(truth, what):
+    print(what)
+    if not truth:
+        raise Failure(what)
+
+
+def idle(desk):
+    desk.wait(r"screen: frmMenu1 activate")
+    time.sleep(1.5)
+    share = desk.processor_share(4)
+    check(share < IDLE_LIMIT, "idle at the menu: %.1f %% of one core" % (share * 100))
+    desk.key("alt+F4")
+    check(desk.wait_end() == 0, "closing the last window ends the program")
+
+
+def talking(desk):
+    desk.set_up("s", ["Ann"], 0)
+    end, _ = desk.wait(r'Speak "Ann, how do you spell: .*-> done')
+    left, top, width, height = desk.place("frmSpell1", "cmdReplay")
+    times = []
+    for _ in range(10):
+        end = desk.mark()
+        start = time.monotonic()
+        desk.click_at(left + width // 2, top + height // 2)
+        index, _ = desk.wait(r'Merlin Speak "How do you spell: .*-> queued', end)
+        times.append(desk.trace[index][0] - start)
+    share = desk.processor_share(5)
+    check(share < TALKING_LIMIT, "while one talks: %.1f %% of one core" % (share * 100))
+    median = statistics.median(times)
+    check(median < CLICK_LIMIT, "a click while one talks is answered in %.0f ms (mouse tool included)" % (median * 1000))
+
+
+def silent(desk):
+    desk.set_up("s", ["Ann"], 0)
+    _, match = desk.wait(r'Merlin Speak "Here we go.*-> failed (-?\d+)')
+    check(re.fullmatch(r"-\d+", match.group(1)), "without a device the first line fails with %s" % match.group(1))
+    time.sleep(0.7)
+    desk.key("Return")
+    desk.wait(r'box: ".*" "Tumble Wick has detected a problem which is probably related to your soundcard')
+    desk.wait(r"screen: frmSpell1 unload")
+    print("the sound-card message comes, and the menu comes back")
+
+
+def run(application, failures):
+    lists = {"One": ["sun", "star"]}
+    failed = 0
+    for name, sound, test in (("idle", True, idle), ("talking", True, talking), ("silent", False, silent)):
+        with Desktop(application, sound=sound, lists=lists) as desk:
+            try:
+                test(desk)
+                print("passed: %s" % name)
+            except Exception as failure:  # pylint: disable=broad-except
+                failed += 1
+                print("FAILED: %s: %s" % (name, failure))
+                failures.mkdir(parents=True, exist_ok=True)
+                desk.picture(failures / (name + ".png"))
+                (failures / (name + ".txt")).write_text("\n".join(desk.lines()))
+    return 1 if failed else 0
+
+
+if __name__ == "__main__":
+    sys.exit(run(Path(sys.argv[1]), Path(sys.argv[2])))
