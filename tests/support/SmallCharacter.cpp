@@ -48,7 +48,7 @@ const MotionText kMotions[] = {
     { "Hide", R"({ "length": 1, "return": "none", "curves": { "figure.fade": [[0, 0], [1, -1]] } })" },
     { "RestPose", R"({ "length": 0.6, "return": "none", "speaks": true, "curves": {} })" },
     { "Blink", R"({ "length": 0.6, "return": "none", "curves": { "lids.swap": [[0, "open"], [0.2, "shut"], [0.4, "open"]] } })" },
-    { "Wave", R"({ "length": 1.2, "return": "blend", "speaks": true,
+    { "Wave", R"({ "length": 1.2, "return": "blend", "speaks": true, "still": ["arm"],
         "curves": { "arm.turn": [[0, 0], [0.4, -100, "out"], [1.2, -90]], "arm.swap": [[0.2, "open"]] } })" },
     { "Acknowledge", R"({ "length": 0.8, "return": "blend", "curves": { "head.y": [[0, 0], [0.4, 8], [0.8, 4]] } })" },
     { "Nod", R"({ "length": 0.8, "return": "none", "curves": { "head.y": [[0, 0], [0.4, 8], [0.8, 0]] } })" },

@@ -88,6 +88,7 @@ struct Motion {
     QString returnMotion; // for Return::Motion, a motion of the same character
     std::optional<Stretch> loop;
     std::optional<Stretch> aloft;
+    std::vector<int> still; // parts that no accent moves while this is held, such as a hand on a book
     std::vector<Curve> curves;
     std::vector<SwapCurve> swaps;
 };

@@ -466,7 +466,7 @@ private:
 
     Motion ReadMotion(const Node &node, const QString &name) const
     {
-        node.AllowOnly({ "length", "speaks", "return", "blend", "loop", "aloft", "curves" });
+        node.AllowOnly({ "length", "speaks", "return", "blend", "loop", "aloft", "still", "curves" });
         Motion motion;
         motion.name = name;
         ReadCourse(node, motion);
@@ -486,6 +486,12 @@ private:
         }
         motion.loop = ReadStretch(node.Member("loop"), motion.length);
         motion.aloft = ReadStretch(node.Member("aloft"), motion.length);
+        const Node still = node.Member("still");
+        if (!still.IsMissing()) {
+            const qsizetype count = still.Array(1, qsizetype(m_data.parts.size())).size();
+            for (qsizetype index = 0; index < count; ++index)
+                motion.still.push_back(PartNamed(still.Entry(index), still.Entry(index).String()));
+        }
         return motion;
     }
 

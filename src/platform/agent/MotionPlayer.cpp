@@ -97,7 +97,7 @@ bool MotionPlayer::EyesAreAtRest() const
 void MotionPlayer::Accent(std::size_t which)
 {
     if (m_accents.size() < kMostAccents && which < m_character->accents.size())
-        m_accents.push_back({ &m_character->accents[which], 0 });
+        m_accents.push_back({ &m_character->accents[which], 0, m_motion ? &m_motion->still : nullptr });
 }
 
 void MotionPlayer::ShowMouth(std::optional<Mouth> mouth)
@@ -116,11 +116,11 @@ void MotionPlayer::Advance(double seconds, QPointF carried)
     ComputeBody(seconds);
 
     m_shown = m_body;
-    Lay(m_character->breath, m_breathTime);
+    Lay({ &m_character->breath, m_breathTime, nullptr });
     for (const Overlay &accent : m_accents)
-        Lay(*accent.motion, accent.time);
+        Lay(accent);
     if (m_blinkTime)
-        Lay(m_character->blink, *m_blinkTime);
+        Lay({ &m_character->blink, *m_blinkTime, nullptr });
     LayMouth();
 
     ComputeFrames(*m_character, m_shown, m_springs.Turns(), m_frames);
@@ -191,15 +191,19 @@ void MotionPlayer::ComputeBody(double seconds)
     }
 }
 
-void MotionPlayer::Lay(const Motion &overlay, double at)
+void MotionPlayer::Lay(const Overlay &overlay)
 {
-    for (const Curve &curve : overlay.curves)
-        m_shown.At(curve.part, curve.change) += ValueAt(curve, at);
-    for (const SwapCurve &curve : overlay.swaps) {
+    for (const Curve &curve : overlay.motion->curves) {
+        const bool still = overlay.still && std::find(overlay.still->begin(), overlay.still->end(),
+                                                      curve.part) != overlay.still->end();
+        if (!still)
+            m_shown.At(curve.part, curve.change) += ValueAt(curve, overlay.time);
+    }
+    for (const SwapCurve &curve : overlay.motion->swaps) {
         // What the motion itself shows goes first: shut eyes stay shut.
         std::int16_t &shown = m_shown.swaps[std::size_t(curve.part)];
         if (shown == Pose::kAtRest)
-            shown = VariantAt(curve, at);
+            shown = VariantAt(curve, overlay.time);
     }
 }
 

@@ -56,11 +56,12 @@ private:
     struct Overlay {
         const Motion *motion;
         double time;
+        const std::vector<int> *still; // the parts that it leaves alone; null for none
     };
     void Begin(const Motion *motion, double blend);
     void AdvanceTime(double seconds);
     void ComputeBody(double seconds);
-    void Lay(const Motion &overlay, double at);
+    void Lay(const Overlay &overlay);
     void LayMouth();
     bool EyesAreAtRest() const;
 

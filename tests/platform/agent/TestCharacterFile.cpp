@@ -78,6 +78,7 @@ private slots:
         QVERIFY(wave);
         QCOMPARE(wave->length, 1.2);
         QVERIFY(wave->speaks);
+        QCOMPARE(wave->still, std::vector<int>{ 6 });
         QCOMPARE(wave->curves.size(), std::size_t(1));
         QCOMPARE(wave->curves[0].keys[1].value, -100.0);
         QVERIFY(wave->curves[0].keys[1].ease == Ease::Out);
@@ -246,6 +247,8 @@ private slots:
         row("return to another return", kWave + "/return", "Read", "motions/Wave.json: return names a motion that does not end at rest");
         row("return for ever", kWave + "/return", "Doze", "motions/Wave.json: return names a motion that does not end at rest");
         row("misspelt key", kWave + "/spaeks", true, "motions/Wave.json: spaeks is not known here");
+        row("nothing still", kWave + "/still", QCborArray(), "motions/Wave.json: still does not have 1 to 8 entries");
+        row("unknown part still", kWave + "/still/0", "tail", "motions/Wave.json: still[0] names the unknown part \"tail\"");
         row("no curves", kWave + "/curves", QCborValue(), "motions/Wave.json: curves is missing");
         row("curve of unknown part", kWave + "/curves/tail.turn", Json("[[0, 0]]"), "motions/Wave.json: curves.tail.turn names the unknown part \"tail\"");
         row("curve of unknown change", kWave + "/curves/arm.bend", Json("[[0, 0]]"), "motions/Wave.json: curves.arm.bend ends in none of turn, x, y, sx, sy, fade, swap");

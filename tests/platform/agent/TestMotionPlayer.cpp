@@ -263,6 +263,22 @@ private slots:
         QCOMPARE(m_player->Shown().At(m_head, Change::Turn), 0.0);
     }
 
+    void accentsLeaveAloneWhatIsToBeStill()
+    {
+        CharacterData data = m_player->Character();
+        data.motions.at("wave").still = { m_head };
+        const auto character = std::make_shared<const CharacterData>(std::move(data));
+        MotionPlayer player(character);
+        player.PlayAtOnce(*character->FindMotion("Wave"));
+        player.Accent(0);
+        player.Advance(0.1);
+        QCOMPARE(player.Shown().At(m_head, Change::Turn), 0.0);
+        player.PlayAtOnce(*character->FindMotion("Read"));
+        player.Accent(0);
+        player.Advance(0.1);
+        QCOMPARE(player.Shown().At(m_head, Change::Turn), 4.0);
+    }
+
     void springsTrailAndComeBack()
     {
         Play("Doze"); // the head turns by 20 degrees in a second
