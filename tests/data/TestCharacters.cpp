@@ -15,14 +15,79 @@ namespace {
 const QDir kCharacters(QStringLiteral(CHARACTERS_FOLDER));
 constexpr double kFrame = 1.0 / 60;
 
-// Whatever the game asks of all three.
-const char *const kPlayed[] = { "Show",         "Hide",         "RestPose",  "Blink",        "Alert",
-                                "Congratulate", "GetAttention", "Pleased",   "Process",      "Read",
-                                "ReadReturn",   "Wave",         "MoveLeft",  "MoveRight",    "MoveUp",
-                                "MoveDown",     "GestureLeft",  "GestureUp", "GestureRight", "GestureDown",
-                                "Greet",        "Announce",     "DoMagic1",  "DoMagic2",     "Surprised",
-                                "Confused",     "LookLeft",     "LookRight", "LookUp",       "LookDown",
-                                "Idle3_2",      "Think",        "Suggest",   "Acknowledge",  "Explain" };
+// What all three can do, and whether they can speak in its last pose.
+struct Expected {
+    const char *motion;
+    bool speaks;
+};
+const Expected kMotions[] = {
+    { "Show", false },
+    { "Hide", false },
+    { "RestPose", true },
+    { "Blink", false },
+    { "Idle1_1", false },
+    { "Idle1_2", false },
+    { "Idle1_3", false },
+    { "Idle2_1", false },
+    { "Idle3_1", false },
+    { "Idle3_2", false },
+    { "Acknowledge", false },
+    { "Alert", true },
+    { "Announce", true },
+    { "Confused", true },
+    { "Congratulate", true },
+    { "Decline", true },
+    { "DoMagic1", true },
+    { "DoMagic2", false },
+    { "DontRecognize", true },
+    { "Explain", true },
+    { "GestureDown", true },
+    { "GestureLeft", true },
+    { "GestureRight", true },
+    { "GestureUp", true },
+    { "GetAttention", true },
+    { "GetAttentionContinued", true },
+    { "GetAttentionReturn", false },
+    { "Greet", true },
+    { "Hearing_1", false },
+    { "Hearing_2", false },
+    { "LookDown", false },
+    { "LookDownBlink", false },
+    { "LookUp", false },
+    { "LookUpBlink", false },
+    { "MoveDown", false },
+    { "MoveLeft", false },
+    { "MoveRight", false },
+    { "MoveUp", false },
+    { "Pleased", true },
+    { "Process", false },
+    { "Processing", false },
+    { "Read", true },
+    { "ReadContinued", true },
+    { "ReadReturn", false },
+    { "Reading", false },
+    { "Sad", true },
+    { "Search", false },
+    { "Searching", false },
+    { "StartListening", true },
+    { "StopListening", true },
+    { "Suggest", true },
+    { "Surprised", true },
+    { "Think", true },
+    { "Thinking", false },
+    { "Uncertain", true },
+    { "Wave", true },
+    { "Write", true },
+    { "WriteContinued", true },
+    { "WriteReturn", false },
+    { "Writing", false },
+};
+
+// What is played between two questions must not hold up the game.
+const char *const kPlayedInTurns[] = { "Show",         "Hide",         "RestPose", "Blink",
+                                       "Alert",        "Congratulate", "Pleased",  "Congratulate_2",
+                                       "GetAttention", "Process",      "Read",     "Wave",
+                                       "MoveUp",       "MoveDown",     "MoveLeft", "MoveRight" };
 
 bool CloseTo(double left, double right, double by)
 {
@@ -66,15 +131,68 @@ private slots:
     void theyHaveWhatTheGamePlays()
     {
         for (const auto &character : m_characters) {
-            for (const char *motion : kPlayed) {
-                QVERIFY2(character->FindMotion(QLatin1String(motion)),
-                         qPrintable(character->name + QStringLiteral(" lacks ") + QLatin1String(motion)));
+            for (const Expected &expected : kMotions) {
+                const Motion *motion = character->FindMotion(QLatin1String(expected.motion));
+                const QString label = character->name + QLatin1Char(' ') + QLatin1String(expected.motion);
+                QVERIFY2(motion, qPrintable(label));
+                QVERIFY2(motion->speaks == expected.speaks, qPrintable(label));
+            }
+            // The bird goes on talking while he looks aside.
+            for (const char *name : { "LookLeft", "LookRight", "LookLeftBlink", "LookRightBlink" }) {
+                const Motion *motion = character->FindMotion(QLatin1String(name));
+                QVERIFY2(motion, name);
+                QVERIFY2(motion->speaks == (character->name == "Peedy"), name);
             }
         }
         QVERIFY(m_characters["Merlin"]->FindMotion("Congratulate_2"));
         QVERIFY(m_characters["Genie"]->FindMotion("Congratulate_2"));
+        for (const char *name :
+             { "Idle2_2", "LookDownReturn", "LookUpReturn", "LookLeftReturn", "LookRightReturn" }) {
+            QVERIFY2(m_characters["Merlin"]->FindMotion(QLatin1String(name)), name);
+            QVERIFY2(m_characters["Peedy"]->FindMotion(QLatin1String(name)), name);
+        }
         // The game counts on the fault that this raises.
         QVERIFY(!m_characters["Peedy"]->FindMotion("Congratulate_2"));
+    }
+
+    void heldPosesHaveTheirReturns()
+    {
+        for (const auto &character : m_characters) {
+            for (const char *name :
+                 { "GetAttention", "Read", "Write", "LookUp", "LookDown", "LookLeft", "LookRight" }) {
+                const QString back = QLatin1String(name) + QStringLiteral("Return");
+                for (const char *more : { "", "Continued", "Blink" }) {
+                    const Motion *motion = character->FindMotion(QLatin1String(name) + QLatin1String(more));
+                    QVERIFY2(!motion || !character->FindMotion(back) || motion->returnMotion == back,
+                             qPrintable(character->name + ' ' + name + more));
+                }
+            }
+        }
+    }
+
+    void noneTakesTooLong()
+    {
+        for (const auto &character : m_characters) {
+            for (const auto &[key, motion] : character->motions) {
+                QVERIFY2(motion.length >= 0.6 && motion.length <= 6,
+                         qPrintable(character->name + ' ' + motion.name));
+            }
+            for (const char *name : kPlayedInTurns) {
+                const Motion *motion = character->FindMotion(QLatin1String(name));
+                QVERIFY2(!motion || motion->length < 3, qPrintable(character->name + ' ' + name));
+            }
+        }
+    }
+
+    void theyHaveSeveralIdlesOnEachLevel()
+    {
+        for (const auto &character : m_characters) {
+            for (std::size_t level = 0; level < kIdleLevels; ++level) {
+                const auto &names = character->idle[level];
+                QVERIFY2(std::set<QString>(names.begin(), names.end()).size() >= (level < 2 ? 4u : 2u),
+                         qPrintable(character->name));
+            }
+        }
     }
 
     void onlyTheRightOnesGoOnForEver()
