@@ -1,6 +1,7 @@
 """Runs the real program on a display and a sound sink of its own, plays it with mouse and keyboard, and reads its trace."""
 
 import array
+import json
 import math
 import os
 import re
@@ -21,12 +22,9 @@ FORMS = {
     "frmChooseList1": SOURCE / "setup/frmChooseList1.ui",
     "frmSpell1": SOURCE / "game/frmSpell1.ui",
 }
-TITLES = {"frmNumPlayers1": "Number of Players", "frmPlayerNames1": "Players"}
-# What the resizer leaves unscaled, by screen: the classes, and whether the top edge is held too.
-HOLDS = {
-    "frmMenu1": ({"QPushButton"}, True),
-    "frmChooseList1": ({"QPushButton", "QLabel"}, True),
-    "frmSpell1": ({"QPushButton"}, False),
+ROLES = {
+    "QLabel": "label", "QPushButton": "push button", "QRadioButton": "radio button", "QCheckBox": "check box",
+    "QLineEdit": "text", "QTextEdit": "text", "QListWidget": "list", "QGroupBox": "panel",
 }
 SILENCE = 60.0  # loudness of samples below which nothing is heard
 
@@ -44,8 +42,9 @@ def _die_with_parent():
 class Desktop:
     """A display, a window manager, a compositor, a sound sink and the program on them, as long as it is open."""
 
-    def __init__(self, application, size=(1024, 768), sound=True, lists=None, quizzes=None):
+    def __init__(self, application, size=(1024, 768), sound=True, readable=True, lists=None, quizzes=None):
         self.size = size
+        self._readable = readable
         self.trace = []
         self._seen = threading.Condition()
         self._processes = []
@@ -75,11 +74,9 @@ class Desktop:
         self._close()
 
     def _start(self, *command, **options):
-        options.setdefault("stdout", subprocess.DEVNULL)
-        options.setdefault("stderr", subprocess.DEVNULL)
-        process = subprocess.Popen(
-            command, env=self.environment, stdin=subprocess.DEVNULL, preexec_fn=_die_with_parent, **options
-        )
+        for stream in ("stdin", "stdout", "stderr"):
+            options.setdefault(stream, subprocess.DEVNULL)
+        process = subprocess.Popen(command, env=self.environment, preexec_fn=_die_with_parent, **options)
         self._processes.append(process)
         return process
 
@@ -102,7 +99,11 @@ class Desktop:
         with os.fdopen(read_end) as numbers:
             self.environment["DISPLAY"] = ":" + numbers.readline().strip()
         self._start("openbox")
+        self._until(lambda: "window id" in self._call("xprop", "-root", "_NET_SUPPORTING_WM_CHECK").stdout, "openbox")
         self._start("picom", "--backend", "xrender")
+        self._until(lambda: '"picom"' in self._call("xwininfo", "-root", "-tree").stdout, "picom")
+        if self._readable:
+            self._open_tree()
         if self._sound:
             self._start(
                 "pulseaudio", "-n", "--daemonize=no", "--exit-idle-time=-1", "-L", "module-native-protocol-unix",
@@ -157,6 +158,18 @@ class Desktop:
                 raise Failure("%s did not come" % what)
             time.sleep(0.02)
 
+    def _open_tree(self):
+        """The buses through which a screen reader would follow the program."""
+        address = self._folder / "run" / "bus"
+        self._start("dbus-daemon", "--session", "--nofork", "--nopidfile", "--address=unix:path=%s" % address)
+        self._until(address.exists, "the session bus")
+        self.environment["DBUS_SESSION_BUS_ADDRESS"] = "unix:path=%s" % address
+        self.environment["QT_LINUX_ACCESSIBILITY_ALWAYS_ON"] = "1"
+        self._reader = self._start(
+            "/usr/bin/python3", str(Path(__file__).with_name("tree.py")), stdin=subprocess.PIPE,
+            stdout=subprocess.PIPE, text=True,
+        )
+
     # The trace
 
     def lines(self, since=0):
@@ -205,44 +218,110 @@ class Desktop:
                     speeches[number][3] = moment
         return [tuple(speech) for speech in speeches.values()]
 
-    # Mouse and keyboard
+    # The controls, as a screen reader knows them
 
-    def _controls(self, screen):
+    def tree(self):
+        """Every node of the program: role, name, description, place on the display, text, states, index of the parent."""
+        self._reader.stdin.write("read\n")
+        self._reader.stdin.flush()
+        return json.loads(self._reader.stdout.readline())
+
+    @staticmethod
+    def _names(screen):
+        """The roles and the accessible names of a screen's controls, by control name."""
         root = ElementTree.parse(FORMS[screen]).getroot().find("widget")
-        controls = {}
+        names = {}
+        for widget in root.iter("widget"):
+            for wanted in ("accessibleName", "text", "title"):
+                text = widget.find("./property[@name='%s']/string" % wanted)
+                if text is not None and text.text:
+                    name = text.text if wanted == "accessibleName" else text.text.replace("&", "")
+                    names[widget.get("name")] = (ROLES.get(widget.get("class")), name)
+                    break
+        return names
 
-        def walk(widget, left, top):
-            for child in widget.findall("widget"):
-                rect = child.find("./property[@name='geometry']/rect")
-                if rect is None:
-                    continue
-                x, y, width, height = (int(rect.find(name).text) for name in ("x", "y", "width", "height"))
-                controls[child.get("name")] = (child.get("class"), left + x, top + y, width, height)
-                walk(child, left + x, top + y)
+    def node(self, wanted):
+        """The first node that can be seen now and is the wanted one, or None."""
+        for node in self.tree():
+            if "showing" in node["states"] and wanted(node):
+                return node
+        return None
 
-        walk(root, 0, 0)
-        return controls
+    def control(self, screen, name):
+        """The node of a control that can be seen now, or None."""
+        role, known = self._names(screen)[name]
+        return self.node(lambda node: node["name"] == known and node["role"] == role)
+
+    def wait_for(self, what, reached, found=lambda: "nothing of the kind", limit=15.0):
+        """Waits until `reached` gives something true, and gives it; `found` tells what was there instead."""
+        end = time.monotonic() + limit
+        while True:
+            result = reached()
+            if result:
+                return result
+            if time.monotonic() > end:
+                raise Failure("%s did not come; there is %r" % (what, found()))
+            time.sleep(0.1)
+
+    def wait_node(self, wanted, what, limit=15.0):
+        """Waits until the wanted node can be seen; gives it."""
+        return self.wait_for(what, lambda: self.node(wanted), limit=limit)
+
+    def wait_control(self, screen, name, states=(), limit=15.0):
+        """Waits until a control can be seen and has these states; gives its node."""
+        def seen():
+            node = self.control(screen, name)
+            return node if node and all(state in node["states"] for state in states) else None
+
+        return self.wait_for("%s.%s with %s" % (screen, name, list(states)), seen,
+                             lambda: self.control(screen, name), limit)
+
+    def is_live(self, screen, name):
+        """Whether a control can be seen and used now."""
+        node = self.control(screen, name)
+        return node is not None and "enabled" in node["states"]
+
+    def text(self, screen, name):
+        """What stands in a box or a panel."""
+        return self.wait_control(screen, name)["text"]
+
+    def wait_active(self, limit=15.0):
+        """Waits until a window of the program has the keyboard."""
+        def owner():
+            window = self._call("xdotool", "getactivewindow", "getwindowpid").stdout.split()
+            return window and window[-1] == str(self.program.pid)
+
+        self._until(owner, "the keyboard", limit)
+
+    def windows(self):
+        """All windows of the display, a line each, as xwininfo writes them."""
+        return self._call("xwininfo", "-root", "-tree").stdout.splitlines()
+
+    # Mouse and keyboard
 
     def place(self, screen, control):
         """The rectangle of a control on the display: left, top, width, height."""
-        kind, left, top, width, height = self._controls(screen)[control]
-        if screen in TITLES:
-            window = self._call("xdotool", "search", "--name", "^%s$" % TITLES[screen]).stdout.split()[-1]
-            geometry = self._call("xdotool", "getwindowgeometry", "--shell", window).stdout
-            corner = dict(line.split("=") for line in geometry.split())
-            return int(corner["X"]) + left, int(corner["Y"]) + top, width, height
-        across, down = self.size[0] / 800, self.size[1] / 600
-        held, top_too = HOLDS.get(screen, (set(), False))
-        if kind in held:
-            return round(left * across), top if top_too else round(top * down), width, height
-        return round(left * across), round(top * down), round(width * across), round(height * down)
+        return tuple(self.wait_control(screen, control)["place"])
 
     def click(self, screen, control):
-        left, top, width, height = self.place(screen, control)
+        """Clicks on a control as soon as it can be seen and is live."""
+        self.click_node(self.wait_control(screen, control, ["enabled"]))
+
+    def click_node(self, node):
+        left, top, width, height = node["place"]
         self.click_at(left + width // 2, top + height // 2)
 
-    def click_at(self, x, y):
-        self._call("xdotool", "mousemove", str(x), str(y), "click", "1")
+    def click_at(self, x, y, button=1):
+        self._call("xdotool", "mousemove", str(x), str(y), "click", str(button))
+
+    def drag(self, start, end):
+        """Drags with the left button from one place to another, in steps as a hand does."""
+        self._call("xdotool", "mousemove", str(start[0]), str(start[1]), "mousedown", "1")
+        for step in range(1, 11):
+            x, y = (round(a + (b - a) * step / 10) for a, b in zip(start, end))
+            self._call("xdotool", "mousemove", str(x), str(y))
+            time.sleep(0.02)
+        self._call("xdotool", "mouseup", "1")
 
     def type(self, text):
         self._call("xdotool", "type", "--delay", "60", text)
@@ -254,23 +333,6 @@ class Desktop:
 
     def picture(self, path):
         self._call("import", "-window", "root", str(path))
-
-    def colour_at(self, x, y):
-        """The colour of a pixel as three numbers."""
-        text = self._call(
-            "import", "-window", "root", "-crop", "1x1+%d+%d" % (x, y), "-depth", "8", "txt:-"
-        ).stdout
-        return tuple(int(part) for part in re.search(r"\((\d+),(\d+),(\d+)", text).groups())
-
-    def share_of_white(self, left, top, width, height):
-        """How much of a part of the display is nearly white, from 0 to 1."""
-        picture = self._folder / "part.png"
-        self._call("import", "-window", "root", "-crop", "%dx%d+%d+%d" % (width, height, left, top), str(picture))
-        text = self._call(
-            "convert", str(picture), "-fuzz", "12%", "-fill", "black", "+opaque", "white", "-format", "%[fx:mean]",
-            "info:",
-        ).stdout
-        return float(text)
 
     def loudness(self, begin, end):
         """The level of what was heard between two moments of time.monotonic(), as the root of the mean square."""
@@ -308,20 +370,24 @@ class Desktop:
     def set_up(self, kind, players, row):
         """From the menu to the game screen: `kind` is "s" or "q", `row` the place of the list, counted from 0."""
         self.wait(r"screen: frmMenu1 activate")
+        self.wait_control("frmMenu1", "cmdPlay", ["enabled"])
+        self.wait_active()
         self.key("alt+" + kind)
         self.wait(r"screen: frmNumPlayers1 activate")
-        time.sleep(0.3)
         self.click("frmNumPlayers1", "opt%d" % len(players))
+        self.wait_active()
         self.key("alt+n")
         self.wait(r"screen: frmPlayerNames1 activate")
-        time.sleep(0.3)
+        self.wait_control("frmPlayerNames1", "txtPlayer_0", ["focused"])
+        self.wait_active()
         for index, name in enumerate(players):
             if index:
                 self.key("Tab")
             self.type(name)
         self.key("Return")
         self.wait(r"screen: frmChooseList1 activate")
-        time.sleep(0.3)
+        self.wait_control("frmChooseList1", "cmdNext")
+        self.wait_active()
         for _ in range(row + 1):
             self.key("Down")
         self.click("frmChooseList1", "cmdNext")

@@ -54,20 +54,27 @@ def expect_praise(desk, since, who, name):
     return index
 
 
-def expect_buttons(desk, enabled):
-    """Compares which answer and game buttons are live with their colour: a disabled one is dull."""
+def expect_buttons(desk, live):
+    """Compares which answer and game buttons are live, as a screen reader finds them."""
     for name in ("cmdGo", "cmdReplay", "cmdPass", "cmdNew", "cmdAgain"):
-        left, top, width, height = desk.place("frmSpell1", name)
-        red, green, blue = desk.colour_at(left + 12, top + height // 2)
-        # Live buttons are lamp yellow, sea green or bright violet, dead ones a dull blue.
-        live = max(red, green, blue) > 112
-        check(live == (name in enabled), "%s looks %s (%d,%d,%d)" % (name, "live" if live else "dead", red, green, blue))
+        desk.wait_for("%s is %s" % (name, "live" if name in live else "dead"),
+                      lambda name=name: desk.is_live("frmSpell1", name) == (name in live))
 
 
-def panel_is_written(desk):
-    """Whether white letters stand in the score panel."""
-    left, top, width, height = desk.place("frmSpell1", "txtScore")
-    return desk.share_of_white(left, top + 45, width, height - 50) > 0.002
+def expect_board(desk, text):
+    """Compares the score panel, line by line."""
+    desk.wait_for("the board %r" % text, lambda: desk.text("frmSpell1", "txtScore") == text,
+                  lambda: desk.text("frmSpell1", "txtScore"))
+
+
+def board(scores):
+    """The board of several players, the best rate first."""
+    def rate(name):
+        right, asked = scores[name]
+        return round(100 * right / asked) if asked else 0
+
+    names = sorted(scores, key=lambda name: -rate(name))
+    return "".join("%s    %d out of %d %d%%\n" % (name, *scores[name], rate(name)) for name in names)
 
 
 def expect_opening(desk, name):
@@ -100,6 +107,7 @@ def spelling(desk):
     desk.set_up("s", names, 0)
     end = expect_opening(desk, "Four Words")
     scores = {name: [0, 0] for name in names}
+    expect_board(desk, "")
     for turn in range(4):
         who, name = SPEAKERS[turn % 3], names[turn % 2]
         end, speaker, said = spoken_next(desk, end)
@@ -114,9 +122,9 @@ def spelling(desk):
         if turn in (0, 3):  # right
             scores[name][0] += 1
             desk.type(word.upper() if turn else word)
+            same(desk.text("frmSpell1", "txtAnswer"), word.upper() if turn else word, "the answer box")
             desk.key("Return")
             desk.wait(r'Merlin Play "Congratulate(_2)?" -> running', end)
-            time.sleep(0.4)
             expect_buttons(desk, set())
             end = expect_praise(desk, end, who, name)
         elif turn == 1:  # wrong
@@ -128,9 +136,8 @@ def spelling(desk):
             desk.click("frmSpell1", "cmdPass")
             end = expect_spoken(desk, end, who, "You passed on that one %s" % name)
             end = expect_spelled_out(desk, end, who, word)
-        check(panel_is_written(desk), "the scores are not written")
+        expect_board(desk, board(scores))
     desk.wait(r'Genie Speak "If you want to play this list again.*-> done', end, 60)
-    time.sleep(0.4)
     expect_buttons(desk, {"cmdNew", "cmdAgain"})
     same(scores, {"Ann": [1, 2], "Bob": [1, 2]}, "the scores")
     expect_sound(desk)
@@ -147,6 +154,7 @@ def quiz(desk):
     lines = {line.split("_")[0]: line.split("_") for line in QUIZ["Three Questions"]}
     desk.set_up("q", ["Eve"], 0)
     end = expect_opening(desk, "Three Questions")
+    correct = 0
     for turn in range(3):
         who = SPEAKERS[turn]
         end, speaker, said = spoken_next(desk, end)
@@ -154,23 +162,22 @@ def quiz(desk):
         fields = lines.get(said.removeprefix("Eve, "))
         check(fields, "%r is no question" % said)
         desk.wait(r'%s Speak "Eve, .*-> done' % who, end - 1)
-        time.sleep(4.0 if turn == 0 else 1.0)  # the answers come up
         right = int(fields[5])
         chosen = right if turn != 1 else right % 4 + 1
-        left, top, width, height = desk.place("frmSpell1", "lvwAnswer")
-        desk.click_at(left + width // 2, top + height * (2 * chosen - 1) // 8)
-        time.sleep(0.2)
+        desk.click_node(desk.wait_node(lambda node: node["role"] == "list item" and node["name"] == fields[chosen],
+                                       "the answer %r" % fields[chosen]))
         if turn == 0:
             desk.click("frmSpell1", "cmdGo")
         else:
             desk.key("Return")
         if chosen == right:
             desk.wait(r'Merlin Play "Congratulate(_2)?" -> running', end)
+            correct += 1
             end = expect_praise(desk, end, who, "Eve")
         else:
             end = expect_spoken(desk, end, who, "Sorry Eve.")
             end = expect_spoken(desk, end, who, "The correct answer was %s." % fields[right])
-        check(panel_is_written(desk), "the score is not written")
+        expect_board(desk, "Eve    %d out of %d\n" % (correct, turn + 1))
     desk.wait(r'Genie Speak "If you want to play this list again.*-> done', end, 60)
     expect_sound(desk)
     expect_farewell(desk, desk.mark())

@@ -46,6 +46,35 @@ def talking(desk):
     check(median < CLICK_LIMIT, "a click while one talks is answered in %.0f ms (mouse tool included)" % (median * 1000))
 
 
+def figures(desk):
+    """The frames of the characters on the display, from the left: left, top, width, height."""
+    frames = []
+    for line in desk.windows():
+        match = re.search(r"(256)x(256)\+-?\d+\+-?\d+ +\+(-?\d+)\+(-?\d+)", line)
+        if match:
+            width, height, left, top = map(int, match.groups())
+            frames.append((left, top, width, height))
+    return sorted(frames)
+
+
+def handled(desk):
+    """A figure is dragged by its body, and lets everything through that hits its frame beside the body."""
+    desk.set_up("s", ["Ann"], 0)
+    desk.wait(r'Speak "Ann, how do you spell: .*-> running')
+    before = figures(desk)
+    check(len(before) == 3, "three figures stand at %r" % before)
+    left, top, width, height = before[0]
+    desk.drag((left + 5, top + 5), (left + 65, top - 25))
+    time.sleep(0.5)
+    check(figures(desk) == before, "a drag beside the body moves nothing")
+    desk.drag((left + width // 2, top + height * 3 // 4), (left + width // 2 + 60, top + height * 3 // 4 - 40))
+    time.sleep(0.5)
+    after = figures(desk)
+    check(after == sorted([(left + 60, top - 40, width, height)] + before[1:]), "a drag by the body moves it to %r" % after)
+    desk.wait(r'Speak "Ann, how do you spell: .*-> done')
+    print("the question is said to its end meanwhile")
+
+
 def silent(desk):
     desk.set_up("s", ["Ann"], 0)
     _, match = desk.wait(r'Merlin Speak "Here we go.*-> failed (-?\d+)')
@@ -60,7 +89,8 @@ def silent(desk):
 def run(application, failures):
     lists = {"One": ["sun", "star"]}
     failed = 0
-    for name, sound, test in (("idle", True, idle), ("talking", True, talking), ("silent", False, silent)):
+    for name, sound, test in (("idle", True, idle), ("talking", True, talking), ("handled", True, handled),
+                              ("silent", False, silent)):
         with Desktop(application, sound=sound, lists=lists) as desk:
             try:
                 test(desk)
