@@ -124,6 +124,19 @@ private slots:
         QVERIFY(m_desk->Find<QWidget>("opt1"));
     }
 
+    void morePlayersThanQuestionsInAQuiz()
+    {
+        m_desk->BeginQuiz({ "Ann", "Bob" }, { "Q_a_b_c_d_1_" });
+        QVERIFY(m_desk->transcript.Said().contains("Merlin: Hold it! We have a problem. There are more "
+                                                   "players than we have questions in the list."));
+        QVERIFY(!frmSpell1::Shared().IsLoaded());
+        QVERIFY(m_desk->Find<QWidget>("opt1"));
+        m_desk->Rest(); // the time for the first answers passes
+        QVERIFY(!m_desk->process.Ended());
+        m_desk->BeginQuiz({ "Ann" }, { "Q_a_b_c_d_1_" });
+        QVERIFY(m_desk->transcript.Said().contains("Merlin: Ann, Q"));
+    }
+
     void aListWithoutLinesIsTooShortForAnybody_data()
     {
         QTest::addColumn<int>("players");
