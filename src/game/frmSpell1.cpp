@@ -108,7 +108,11 @@ QString frmSpell1::PlayerName() const
 
 platform::CharacterReference frmSpell1::Speaker() const
 {
-    return State().Characters.at(static_cast<std::size_t>(int(m_turns.SpeakerIndex)));
+    // Before the first question there is none; the voice can press the button even then.
+    const int index = m_turns.SpeakerIndex;
+    if (index < 0 || index >= kCharacterCount)
+        throw platform::Error(platform::kSubscriptOutOfRange);
+    return State().Characters[static_cast<std::size_t>(index)];
 }
 
 } // namespace tumblewick

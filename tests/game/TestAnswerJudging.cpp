@@ -303,6 +303,15 @@ private slots:
         QVERIFY(m_desk->transcript.Said().contains("Merlin: Sorry Ann."));
     }
 
+    void theVoiceCommandGoBeforeTheFirstQuestionEndsTheProgramWithItsReport()
+    {
+        m_desk->After(std::chrono::seconds(5), [this] { m_desk->agent.DeliverCommand("go"); });
+        m_desk->boxes.Expect("Run-time error '9':\r\n\r\nSubscript out of range");
+        m_desk->BeginSpelling({ "Ann" }, { "cat" });
+        QVERIFY(m_desk->process.Ended());
+        QVERIFY(!m_desk->time.Hung());
+    }
+
 private:
     // Lets the question be asked to its end and begins the transcript there.
     void Ready()
