@@ -117,6 +117,50 @@ private slots:
             m_desk->transcript.Said().contains("Genie: Bob, how do you spell: \\map=\"cat\"=\"*****\"\\?"));
     }
 
+    void enterAnswers_data()
+    {
+        QTest::addColumn<QStringList>("players");
+        QTest::addColumn<QStringList>("said");
+        QTest::newRow("an empty answer of a lone player")
+            << QStringList({ "Ann" })
+            << QStringList({ "Merlin: Sorry Ann. Try again",
+                             "Merlin: How do you spell: \\map=\"cat\"=\"*****\"\\?" });
+        QTest::newRow("an empty answer of one of two")
+            << QStringList({ "Ann", "Bob" })
+            << QStringList({ "Merlin: Sorry Ann.", "Merlin: The correct spelling for cat is",
+                             "Merlin: \\map=\"C, ,A, ,T, ,\"=\"cat\"\\",
+                             "Genie: Bob, how do you spell: \\map=\"cat\"=\"*****\"\\?" });
+    }
+    void enterAnswers()
+    {
+        QFETCH(QStringList, players);
+        m_desk->BeginSpelling(players, { "cat", "cat" });
+        Ready();
+        QTest::keyClick(m_desk->Find<QLineEdit>("txtAnswer"), Qt::Key_Return);
+        m_desk->Settle();
+        QTEST(m_desk->transcript.Said(), "said");
+    }
+
+    void enterAnswersInAQuiz_data()
+    {
+        QTest::addColumn<QString>("focus");
+        QTest::newRow("from the button") << "cmdGo";
+        QTest::newRow("from the list") << "lvwAnswer";
+    }
+    void enterAnswersInAQuiz()
+    {
+        QFETCH(QString, focus);
+        m_desk->BeginQuiz({ "Ann" }, { "Q_a_b_c_d_2_", "Q_a_b_c_d_2_" });
+        Ready();
+        m_desk->Find<QListWidget>("lvwAnswer")->setCurrentRow(1);
+        auto *control = m_desk->Find<QWidget>(focus);
+        control->setFocus();
+        QTest::keyClick(control, Qt::Key_Return);
+        m_desk->Settle();
+        QCOMPARE(State().Players.Text(0, Players::kCorrect), QString("1"));
+        QCOMPARE(State().Players.Text(0, Players::kAsked), QString("2"));
+    }
+
     void aRightAnswerInAQuiz()
     {
         m_desk->BeginQuiz({ "Ann" }, { "Q_a_b_c_d_2_", "Q_a_b_c_d_2_" });
@@ -294,13 +338,40 @@ private slots:
         QTEST(m_desk->Find<QLineEdit>("txtAnswer")->text(), "answer");
     }
 
-    void theVoiceCommandGoAnswersAlsoWhenTheButtonIsDisabled()
+    void theVoiceCommandGoAnswers()
     {
         m_desk->BeginSpelling({ "Ann", "Bob" }, { "cat", "cat" });
         Ready();
         m_desk->agent.DeliverCommand("Go");
         m_desk->Settle();
         QVERIFY(m_desk->transcript.Said().contains("Merlin: Sorry Ann."));
+    }
+
+    void theVoiceCommandGoAnswersAlsoWhenTheButtonIsDisabled()
+    {
+        m_desk->BeginSpelling({ "Ann" }, { "cat", "cat", "cat", "cat" });
+        Ready();
+        QString states;
+        m_desk->After(std::chrono::milliseconds(500), [&] {
+            states = m_desk->States({ "cmdGo" });
+            m_desk->agent.DeliverCommand("go");
+        });
+        Answer("cat");
+        QCOMPARE(states, QString("cmdGo disabled"));
+        // The word still stands in the box, so the same answer is right a second time.
+        QCOMPARE(State().Players.Text(0, Players::kCorrect), QString("2"));
+    }
+
+    void voiceCommandsSpellIntoTheHiddenBoxOfAQuiz()
+    {
+        m_desk->BeginQuiz({ "Ann" }, { "Q_a_b_c_d_2_" });
+        Ready();
+        m_desk->agent.DeliverCommand("a");
+        m_desk->agent.DeliverCommand("E");
+        m_desk->Settle();
+        QVERIFY(m_desk->Find<QLineEdit>("txtAnswer")->isHidden());
+        QCOMPARE(m_desk->Find<QLineEdit>("txtAnswer")->text(), QString("ac"));
+        QCOMPARE(Panel(), QString("ac"));
     }
 
     void theVoiceCommandGoBeforeTheFirstQuestionEndsTheProgramWithItsReport()

@@ -83,6 +83,15 @@ private slots:
                     "cmdAgain disabled, cmdExit enabled"));
     }
 
+    void theOpeningHasTheFocusOnTheExit()
+    {
+        QString focus;
+        m_desk->After(std::chrono::seconds(5), [&] { focus = m_desk->Focus(); });
+        m_desk->BeginSpelling({ "Ann" }, { "cat" });
+        QCOMPARE(focus, QString("cmdExit"));
+        QCOMPARE(m_desk->Focus(), QString("txtAnswer"));
+    }
+
     void aSpellingGameShowsTheAnswerBox()
     {
         m_desk->BeginSpelling({ "Ann" }, { "cat" });
@@ -97,13 +106,85 @@ private slots:
     {
         m_desk->BeginQuiz({ "Ann" }, { "Q_a_b_c_d_1_" });
         QVERIFY(m_desk->Find<QLineEdit>("txtAnswer")->isHidden());
+        QCOMPARE(m_desk->Find<QLineEdit>("txtAnswer")->text(), QString());
         QVERIFY(m_desk->Find<QWidget>("fmeQuiz")->isVisible());
+        QVERIFY(m_desk->Find<QWidget>("MediaPlayer1")->isHidden());
+    }
+
+    void anyOtherWordIsAQuizInWhichGoJudgesNothing()
+    {
+        m_desk->WriteQuiz("Animals", { "Q_a_b_c_d_2_", "Q_a_b_c_d_2_" });
+        State().GameMode = "quiz";
+        State().NumPlayers = 1;
+        State().Players = Players(QStringList{ "Ann" });
+        State().ListPath = m_desk->folder.path() + "\\QList\\Animals";
+        frmSpell1::Shared().Show();
+        m_desk->Settle();
+        m_desk->Rest();
+        QVERIFY(m_desk->Find<QWidget>("fmeQuiz")->isVisible());
+        // Only a game that is exactly a quiz empties the hidden box at its start.
+        QCOMPARE(m_desk->Find<QLineEdit>("txtAnswer")->text(), QString("Type your answer here"));
+        m_desk->Find<QListWidget>("lvwAnswer")->setCurrentRow(1);
+        m_desk->transcript.Clear();
+        m_desk->Press("cmdGo");
+        QCOMPARE(m_desk->transcript.Lines(), QStringList());
+        QCOMPARE(m_desk->Find<QLineEdit>("txtAnswer")->text(), QString());
+        QCOMPARE(m_desk->States({ "cmdGo", "cmdReplay" }), QString("cmdGo disabled, cmdReplay disabled"));
+        QCOMPARE(State().Players.Text(0, Players::kCorrect), QString("0"));
+    }
+
+    void buttonsKeepTheirSizeAndMoveWithTheWindow()
+    {
+        m_desk->BeginSpelling({ "Ann" }, { "cat" });
+        QWidget *window = frmSpell1::Shared().Window();
+        window->resize(800, 600);
+        const auto *go = m_desk->Find<QWidget>("cmdGo");
+        const auto *panel = m_desk->Find<QWidget>("txtScore");
+        const QRect before = go->geometry();
+        const QRect panelBefore = panel->geometry();
+        const int letters = go->font().pixelSize();
+        window->resize(1600, 1200);
+        QCOMPARE(go->size(), before.size());
+        QCOMPARE(go->pos(), before.topLeft() * 2);
+        QCOMPARE(go->font().pixelSize(), letters);
+        QCOMPARE(panel->size(), panelBefore.size() * 2);
     }
 
     void hintsAreForALonePlayer()
     {
         m_desk->BeginSpelling({ "Ann", "Bob" }, { "cat", "dog" });
         QCOMPARE(m_desk->States({ "cmdHint" }), QString("cmdHint hidden"));
+        m_desk->Press("cmdPass");
+        QCOMPARE(m_desk->States({ "cmdHint" }), QString("cmdHint hidden"));
+        m_desk->Press("cmdPass");
+        m_desk->Press("cmdAgain");
+        QCOMPARE(m_desk->States({ "cmdHint" }), QString("cmdHint hidden"));
+    }
+
+    void asManyPlayersAsLinesAreAskedOneEach()
+    {
+        m_desk->chance.QueueDraw(2, 3);
+        m_desk->chance.QueueDraw(2, 3); // taken already
+        m_desk->chance.QueueDraw(0, 3);
+        m_desk->chance.QueueDraw(1, 3);
+        m_desk->BeginSpelling({ "Ann", "Bob", "Cat" }, { "cow", "dog", "pig" });
+        m_desk->Press("cmdPass");
+        m_desk->Press("cmdPass");
+        m_desk->Press("cmdPass");
+        QCOMPARE(m_desk->transcript.Said().filter("how do you spell"),
+                 QStringList({ "Merlin: Ann, how do you spell: \\map=\"pig\"=\"*****\"\\?",
+                               "Genie: Bob, how do you spell: \\map=\"cow\"=\"*****\"\\?",
+                               "Peedy: Cat, how do you spell: \\map=\"dog\"=\"*****\"\\?" }));
+        QCOMPARE(m_desk->States({ "cmdAgain" }), QString("cmdAgain enabled"));
+    }
+
+    void aBlankLineIsAskedAndAnEmptyAnswerIsRight()
+    {
+        m_desk->chance.QueueDraw(1, 2);
+        m_desk->BeginSpelling({ "Ann" }, { "cat", "" });
+        QVERIFY(m_desk->transcript.Said().contains("Merlin: Ann, how do you spell: \\map=\"\"=\"*****\"\\?"));
+        m_desk->Press("cmdGo");
+        QCOMPARE(State().Players.Text(0, Players::kCorrect), QString("1"));
     }
 
     void everyPlayerGetsTheSameNumberOfQuestions()

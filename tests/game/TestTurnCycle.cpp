@@ -62,6 +62,16 @@ private slots:
                  QString("Ann    0 out of 1 0%\nBob    0 out of 0 0%\n"));
     }
 
+    void aPassOfTheSecondPlayerScoresLikeAWrongAnswer()
+    {
+        m_desk->BeginSpelling({ "Ann", "Bob" }, QStringList(4, "cat"));
+        m_desk->Type("txtAnswer", "cat");
+        m_desk->Press("cmdGo");
+        m_desk->Press("cmdPass");
+        QCOMPARE(m_desk->Find<QTextEdit>("txtScore")->toPlainText(),
+                 QString("Ann    1 out of 1 100%\nBob    0 out of 1 0%\n"));
+    }
+
     void aPassDisablesNothing()
     {
         m_desk->BeginSpelling({ "Ann" }, { "cat", "cat" });
@@ -88,7 +98,8 @@ private slots:
         m_desk->Press("cmdReplay");
         m_desk->Press("cmdReplay");
         QCOMPARE(m_desk->transcript.Asked().size(), 2);
-        QVERIFY(m_desk->transcript.Asked()[0].startsWith("Merlin Speak \"How do you spell: \\map="));
+        QCOMPARE(m_desk->transcript.Said(),
+                 QStringList(2, "Merlin: How do you spell: \\map=\"nite\"=\"*****\"\\?"));
         QCOMPARE(State().Players.Text(0, Players::kAsked), QString("1"));
         QCOMPARE(m_desk->Focus(), QString("txtAnswer"));
     }
@@ -213,6 +224,33 @@ private slots:
         QCOMPARE(m_desk->States({ "cmdNew", "cmdAgain" }), QString("cmdNew disabled, cmdAgain disabled"));
     }
 
+    void playAgainTakesDownTheSpelledWordAndTheBoard()
+    {
+        m_desk->BeginSpelling({ "Ann" }, { "cat" });
+        m_desk->Press("cmdPass");
+        QCOMPARE(m_desk->Find<QLabel>("lblListName")->text(), QString("cat"));
+        QCOMPARE(m_desk->Find<QTextEdit>("txtScore")->toPlainText(), QString("Ann    0 out of 1\n"));
+        m_desk->Press("cmdAgain");
+        QCOMPARE(m_desk->Find<QLabel>("lblListName")->text(), QString("Animals"));
+        QCOMPARE(m_desk->Find<QTextEdit>("txtScore")->toPlainText(), QString());
+    }
+
+    void playAgainStartsTheTurnsOver()
+    {
+        m_desk->BeginSpelling({ "Ann", "Bob" }, { "cat", "cat" });
+        m_desk->Press("cmdPass");
+        m_desk->Press("cmdPass");
+        m_desk->transcript.Clear();
+        m_desk->Press("cmdAgain");
+        QCOMPARE(m_desk->transcript.Said().last(),
+                 QString("Merlin: Ann, how do you spell: \\map=\"cat\"=\"*****\"\\?"));
+        for (int player = 0; player < 2; ++player) {
+            QCOMPARE(State().Players.Text(player, Players::kCorrect), QString("0"));
+            QCOMPARE(State().Players.Text(player, Players::kAsked),
+                     player == 0 ? QString("1") : QString("0"));
+        }
+    }
+
     void newGameGoesHome()
     {
         m_desk->BeginSpelling({ "Ann" }, { "cat" });
@@ -232,7 +270,8 @@ private slots:
         QCOMPARE(m_desk->transcript.Difference("exit"), QString());
         QVERIFY(m_desk->process.Ended());
         QCOMPARE(*m_desk->process.ExitCode(), 0);
-        QVERIFY(State().Characters[0].IsNothing());
+        for (const auto &character : State().Characters)
+            QVERIFY(character.IsNothing());
         QCOMPARE(m_desk->help.Calls().last(), QString("CloseAll"));
     }
 
@@ -270,6 +309,19 @@ private slots:
         QCOMPARE(State().Players.Text(0, Players::kHints), QString("4"));
     }
 
+    void aNewQuestionBeginsItsHintsAnew()
+    {
+        m_desk->BeginSpelling({ "Ann" }, { "cat", "cat" });
+        m_desk->Press("cmdHint");
+        m_desk->Press("cmdHint");
+        QCOMPARE(m_desk->Focus(), QString("txtAnswer"));
+        m_desk->Press("cmdPass");
+        m_desk->transcript.Clear();
+        m_desk->Press("cmdHint");
+        QCOMPARE(m_desk->transcript.Said(),
+                 QStringList({ "Genie: The first letter of \\map=\"cat\"=\"*****\"\\ is: C." }));
+    }
+
     void whatIsTypedStandsLargeInThePanel()
     {
         m_desk->BeginSpelling({ "Ann" }, { "cat" });
@@ -285,6 +337,34 @@ private slots:
         QCOMPARE(format.foreground().color(), QColor(Qt::white));
         QCOMPARE(large, 53);                     // 40 points
         QCOMPARE(format.font().pixelSize(), 32); // 24 points
+    }
+
+    void theWordStaysInThePanelUntilTheScoresAreWritten()
+    {
+        m_desk->BeginSpelling({ "Ann", "Bob" }, { "cat", "cat" });
+        m_desk->Rest();
+        QString panel;
+        m_desk->Type("txtAnswer", "kat");
+        m_desk->After(std::chrono::seconds(1),
+                      [&] { panel = m_desk->Find<QTextEdit>("txtScore")->toPlainText(); });
+        m_desk->Press("cmdGo");
+        QCOMPARE(panel, QString("kat"));
+        QCOMPARE(m_desk->Find<QTextEdit>("txtScore")->toPlainText(),
+                 QString("Ann    0 out of 1 0%\nBob    0 out of 0 0%\n"));
+    }
+
+    void theBoardShrinksItsTypeForManyPlayers()
+    {
+        m_desk->BeginSpelling({ "Ann", "Bob", "Cat", "Dan", "Eve" }, QStringList(5, "cat"));
+        m_desk->Press("cmdPass");
+        const auto *panel = m_desk->Find<QTextEdit>("txtScore");
+        for (auto block = panel->document()->firstBlock(); block.isValid() && block.length() > 1;
+             block = block.next()) {
+            const auto format = block.begin().fragment().charFormat();
+            QCOMPARE(format.font().pixelSize(), 21); // 16 points
+            QCOMPARE(format.foreground().color(), QColor(Qt::white));
+        }
+        QVERIFY(!panel->textCursor().hasSelection());
     }
 
 private:
