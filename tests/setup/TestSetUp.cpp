@@ -111,6 +111,23 @@ private slots:
         QVERIFY(frmChooseList1::Shared().IsActive());
     }
 
+    void thePlayersAreMadeAnew()
+    {
+        State().Players = Players(QStringList{ "Old", "Older", "Oldest" });
+        for (int player = 0; player < 3; ++player) {
+            for (const auto column : { Players::kCorrect, Players::kAsked, Players::kHints })
+                State().Players.SetText(player, column, "7");
+        }
+        ChoosePlayers(2);
+        EnterNames({ "Ann", "Ann" });
+        QCOMPARE(State().Players.Count(), 2);
+        for (int player = 0; player < 2; ++player) {
+            QCOMPARE(State().Players.Text(player, Players::kName), QString("Ann"));
+            for (const auto column : { Players::kCorrect, Players::kAsked, Players::kHints })
+                QCOMPARE(State().Players.Text(player, column), QString("0"));
+        }
+    }
+
     void theNamesScreenHasItsWaysOut()
     {
         ChoosePlayers(2);
@@ -231,6 +248,20 @@ private slots:
         QVERIFY(frmChooseList1::Shared().IsActive());
         QCOMPARE(m_desk->Find<QLabel>("lblmsg")->text(), QString());
         QCOMPARE(m_desk->Find<platform::FileListBox>("File2")->FileName(), QString("Animals"));
+    }
+
+    void theLabelOfAQuizIsNotTakenBack()
+    {
+        WriteSomeLists();
+        State().GameMode = "Quiz";
+        ChoosePlayers(1);
+        EnterNames({ "Ann" });
+        m_desk->Press("cmdback");
+        State().GameMode = "Spelling";
+        EnterNames({ "Ann" });
+        QCOMPARE(Files(), QStringList({ "Animals", "odd.name.txt" }));
+        // The screen has stayed loaded, and only a fresh one has its first caption.
+        QCOMPARE(m_desk->Find<QLabel>("Label1")->text(), QString("Select a Quiz"));
     }
 
     void theListHasAWayToTheMenu()
