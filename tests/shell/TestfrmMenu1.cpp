@@ -123,8 +123,13 @@ private slots:
     {
         Open();
         State().AgentControl = nullptr;
+        m_desk->transcript.Clear();
         m_desk->Press("cmdPlay");
+        QCOMPARE(State().GameMode, QString("Spelling"));
+        QVERIFY(frmMenu1::Shared().IntroCancelled);
+        QCOMPARE(m_desk->transcript.Asked(), QStringList());
         QVERIFY(frmNumPlayers1::Shared().IsActive());
+        QVERIFY(!frmMenu1::Shared().IsLoaded());
     }
 
     void playReportsOtherErrorsAndStays()
@@ -158,6 +163,21 @@ private slots:
         frmMenu1::Shared().Window()->close();
         m_desk->Settle();
         QVERIFY(m_desk->process.Ended());
+    }
+
+    void buttonsKeepAllButTheirLeft()
+    {
+        Open();
+        QWidget *window = frmMenu1::Shared().Window();
+        window->resize(800, 600);
+        const auto *play = m_desk->Find<QWidget>("cmdPlay");
+        const QRect before = play->geometry();
+        const int letters = play->font().pixelSize();
+        const QRect title = m_desk->Find<QLabel>("Label1")->geometry();
+        window->resize(1600, 1200);
+        QCOMPARE(play->geometry(), QRect(QPoint(before.left() * 2, before.top()), before.size()));
+        QCOMPARE(play->font().pixelSize(), letters);
+        QCOMPARE(m_desk->Find<QLabel>("Label1")->size(), title.size() * 2);
     }
 
     void helpOpensItsTopic()
