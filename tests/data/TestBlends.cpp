@@ -5,6 +5,7 @@
 #include <QDir>
 #include <QtTest>
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 
@@ -194,6 +195,42 @@ private slots:
                 QVERIFY2(cut < 3, qPrintable(QStringLiteral("%1 is cut at %2 s").arg(motion.name).arg(time)));
             }
         }
+    }
+
+    // A motion that never opens the right hand leaves it on the staff, however the body sways.
+    void merlinHoldsHisStaff()
+    {
+        const auto character = m_characters["Merlin"];
+        const auto indexOf = [&character](const char *name) {
+            const auto found =
+                std::find_if(character->parts.begin(), character->parts.end(),
+                             [name](const Part &part) { return part.name == QLatin1String(name); });
+            return int(found - character->parts.begin());
+        };
+        const int hand = indexOf("hand_r"), staff = indexOf("staff");
+        const QPointF grip = character->parts[std::size_t(hand)].pivot;
+        int held = 0;
+        for (const auto &[key, motion] : character->motions) {
+            const bool opens = std::any_of(motion.swaps.begin(), motion.swaps.end(),
+                                           [hand](const SwapCurve &curve) { return curve.part == hand; });
+            if (opens || key == "show" || key == "hide")
+                continue;
+            ++held;
+            MotionPlayer player(character);
+            player.PlayAtOnce(motion);
+            for (double time = 0; time < motion.length; time += 2 * kFrame) {
+                player.Advance(2 * kFrame);
+                const QPointF off = player.Frames()[std::size_t(hand)].place.Map(grip) -
+                                    player.Frames()[std::size_t(staff)].place.Map(grip);
+                QVERIFY2(std::hypot(off.x(), off.y()) < 3,
+                         qPrintable(QStringLiteral("%1 at %2 s: off by %3, %4")
+                                        .arg(motion.name)
+                                        .arg(time)
+                                        .arg(off.x())
+                                        .arg(off.y())));
+            }
+        }
+        QVERIFY(held > 40);
     }
 
 private:
