@@ -152,7 +152,7 @@ private slots:
     {
         const auto character = Chosen();
         std::vector<const Motion *> nexts{ nullptr }; // rest
-        for (const char *name : { "RestPose", "Read", "GestureLeft", "MoveLeft", "Surprised" })
+        for (const char *name : { "RestPose", "Read", "GestureLeft", "MoveLeft" })
             nexts.push_back(character->FindMotion(QLatin1String(name)));
         for (const auto &[key, motion] : character->motions) {
             for (const Motion *next : nexts) {
@@ -252,8 +252,9 @@ private:
     {
         MotionPlayer player(character);
         player.PlayAtOnce(motion);
-        for (double time = 0; time < at; time += kFrame)
-            player.Advance(kFrame);
+        constexpr int kSteps = 20;
+        for (int step = 0; step < kSteps; ++step)
+            player.Advance(at / kSteps);
         player.Hold();
         bool comesBack = true;
         if (motion.comesBack == Motion::Return::Motion)
