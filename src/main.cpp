@@ -10,7 +10,7 @@
 #include "platform/system/QtProcess.h"
 #include "platform/system/SystemChance.h"
 #include "platform/system/SystemClock.h"
-#include "platform/voice/FliteEngine.h"
+#include "platform/voice/SpeechService.h"
 #include "platform/voice/QtAudioOut.h"
 #include "shell/Appearance.h"
 #include "shell/DisplayCheck.h"
@@ -41,7 +41,7 @@ int main(int argc, char *argv[])
     platform::DiskFiles files;
     platform::QtBoxes boxes;
     platform::QtHelp help(files);
-    platform::FliteEngine speech;
+    platform::SpeechService speech;
     platform::QtAudioOut audio;
     platform::PuppetFigureMaker figures(process.ApplicationFolder() + QStringLiteral("/characters"), speech,
                                         audio, events);

@@ -5,7 +5,7 @@
 #include "platform/agent/CharacterFile.h"
 #include "platform/agent/PuppetFigure.h"
 #include "platform/system/QtEvents.h"
-#include "platform/voice/FliteEngine.h"
+#include "platform/voice/SpeechService.h"
 #include "platform/voice/QtAudioOut.h"
 
 #include <QApplication>
@@ -82,7 +82,7 @@ int main(int argumentCount, char **arguments)
 
     QTemporaryDir folder;
     QtEvents events;
-    FliteEngine voices;
+    SpeechService voices;
     QtAudioOut audio;
     PuppetFigureMaker maker(folder.path(), voices, audio, events);
     AgentEngine engine(events, maker);

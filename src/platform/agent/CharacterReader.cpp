@@ -199,8 +199,9 @@ private:
 
     void ReadVoice(const Node &voice)
     {
-        voice.AllowOnly({ "voice", "stretch", "pitch", "rate", "treble" });
+        voice.AllowOnly({ "voice", "stretch", "pitch", "rate", "treble", "foreign" });
         VoiceSettings &settings = m_data.voice;
+        settings.speaker = m_data.name;
         settings.voice = voice.Needed("voice").String();
         const auto factor = [&voice](const char *name) {
             const Node member = voice.Member(QLatin1String(name));
@@ -211,6 +212,26 @@ private:
         settings.rate = factor("rate");
         const Node treble = voice.Member("treble");
         settings.treble = treble.IsMissing() ? 0.0 : treble.Number(-30, 30);
+        const Node foreign = voice.Member("foreign");
+        if (!foreign.IsMissing())
+            ReadForeignVoice(foreign, settings.foreign);
+    }
+
+    static void ReadForeignVoice(const Node &voice, ForeignVoice &settings)
+    {
+        voice.AllowOnly({ "variant", "pace", "pitch", "rate", "treble" });
+        const auto number = [&voice](const char *name, double &value, double least, double most) {
+            const Node member = voice.Member(QLatin1String(name));
+            if (!member.IsMissing())
+                value = member.Number(least, most);
+        };
+        const Node variant = voice.Member("variant");
+        if (!variant.IsMissing())
+            settings.variant = variant.String();
+        number("pace", settings.pace, 80, 400);
+        number("pitch", settings.pitch, 0, 99);
+        number("rate", settings.rate, 0.25, 4);
+        number("treble", settings.treble, -30, 30);
     }
 
     void ReadParts(const Node &parts)

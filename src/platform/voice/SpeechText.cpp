@@ -101,6 +101,7 @@ private:
         const auto behind = PunctuationAt(m_at);
         unit.spoken += behind;
         unit.shown += behind;
+        unit.mapped = true;
         m_at += behind.size();
         Append(std::move(unit));
         m_joined = true;

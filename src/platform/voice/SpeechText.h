@@ -13,6 +13,7 @@ struct SpeechUnit {
     bool joined = false; // shown without a blank after the unit before it
     int pause = 0;       // milliseconds of silence before it
     bool stressed = false;
+    bool mapped = false; // it stood in a map tag
 
     friend bool operator==(const SpeechUnit &, const SpeechUnit &) = default;
 };

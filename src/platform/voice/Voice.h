@@ -16,6 +16,15 @@ namespace platform {
 enum class Mouth { Rest, MBP, FV, ThL, Cons, AA, EH, EE, OH, OO };
 QString MouthName(Mouth mouth);
 
+// How a character speaks the languages for which it has no recorded voice.
+struct ForeignVoice {
+    QString variant;     // the engine's name of a speaker, such as "m3"; empty for its plain one
+    double pace = 150;   // words a minute
+    double pitch = 50;   // 0 to 99; 50 is the speaker's own
+    double rate = 1.0;   // as in VoiceSettings
+    double treble = 6.0; // as in VoiceSettings
+};
+
 // How one character speaks.
 struct VoiceSettings {
     QString voice;        // the engine's name of the voice, such as "cmu_us_awb"
@@ -23,6 +32,8 @@ struct VoiceSettings {
     double pitch = 1.0;   // factor on the voice's own pitch
     double rate = 1.0;    // plays the samples this much faster, pitch and formants with them
     double treble = 0.0;  // dB added above 2 kHz
+    ForeignVoice foreign = {};
+    QString speaker = {}; // the character's name, for what the user has chosen for it
 };
 
 struct MouthCue {

@@ -1,4 +1,4 @@
-#include "platform/voice/FliteEngine.h"
+#include "platform/voice/SpeechService.h"
 #include "support/FakeVoice.h"
 #include "support/Loops.h"
 
@@ -70,7 +70,7 @@ void TestSpeechEngine::init()
     QFETCH(bool, real);
     if (real) {
         m_loop = std::make_unique<support::RealLoop>();
-        m_engine = std::make_unique<platform::FliteEngine>();
+        m_engine = std::make_unique<platform::SpeechService>();
     } else {
         auto loop = std::make_unique<support::FakeLoop>();
         m_engine = std::make_unique<support::FakeSpeechEngine>(loop->time);

@@ -1,6 +1,6 @@
-#include "platform/voice/FliteEngine.h"
 #include "platform/voice/FliteVoice.h"
 #include "platform/voice/SoundShaping.h"
+#include "platform/voice/SpeechService.h"
 #include "platform/voice/SpokenLine.h"
 #include "platform/voice/SpokenWords.h"
 #include "support/Loops.h"
@@ -12,9 +12,9 @@
 #include <cmath>
 
 using namespace std::chrono_literals;
-using platform::FliteEngine;
 using platform::FliteVoice;
 using platform::Mouth;
+using platform::SpeechService;
 using platform::SpeechText;
 using platform::Utterance;
 using platform::VoiceSettings;
@@ -77,7 +77,7 @@ std::vector<std::chrono::milliseconds> Pauses(const Utterance &utterance, std::c
 } // namespace
 
 // What comes out of the three recorded voices.
-class TestFliteEngine : public QObject {
+class TestSpokenLine : public QObject {
     Q_OBJECT
 private slots:
     void voicesAreEquallyLoud();
@@ -102,7 +102,7 @@ private slots:
     void engineMayGoWhileItWorks();
 };
 
-void TestFliteEngine::voicesAreEquallyLoud()
+void TestSpokenLine::voicesAreEquallyLoud()
 {
     for (const char *line :
          { "cat", "Well done! You finished the list.", "\\map=\"S, ,H, ,I, ,P, ,\"=\"ship\"\\" }) {
@@ -113,7 +113,7 @@ void TestFliteEngine::voicesAreEquallyLoud()
     }
 }
 
-void TestFliteEngine::lineBeginsAtOnce()
+void TestSpokenLine::lineBeginsAtOnce()
 {
     for (const auto &settings : kVoices) {
         const auto made = Made("hello", settings);
@@ -122,14 +122,14 @@ void TestFliteEngine::lineBeginsAtOnce()
     }
 }
 
-void TestFliteEngine::spelledWordHasAPausePerLetter_data()
+void TestSpokenLine::spelledWordHasAPausePerLetter_data()
 {
     QTest::addColumn<QString>("word");
     for (const char *word : { "cat", "egg", "letter", "llama", "aardvark", "bookkeeper" })
         QTest::newRow(word) << word;
 }
 
-void TestFliteEngine::spelledWordHasAPausePerLetter()
+void TestSpokenLine::spelledWordHasAPausePerLetter()
 {
     QFETCH(QString, word);
     QString letters;
@@ -144,7 +144,7 @@ void TestFliteEngine::spelledWordHasAPausePerLetter()
     }
 }
 
-void TestFliteEngine::wordStandsApartInTheQuestion()
+void TestSpokenLine::wordStandsApartInTheQuestion()
 {
     for (const auto &settings : kVoices) {
         const auto made = Made(R"(Ann, how do you spell: \map="nite"="*****"\?)", settings);
@@ -154,7 +154,7 @@ void TestFliteEngine::wordStandsApartInTheQuestion()
     }
 }
 
-void TestFliteEngine::ownPronunciationsAreSaid_data()
+void TestSpokenLine::ownPronunciationsAreSaid_data()
 {
     QTest::addColumn<QString>("word");
     for (const char *word :
@@ -163,7 +163,7 @@ void TestFliteEngine::ownPronunciationsAreSaid_data()
         QTest::newRow(word) << word;
 }
 
-void TestFliteEngine::ownPronunciationsAreSaid()
+void TestSpokenLine::ownPronunciationsAreSaid()
 {
     QFETCH(QString, word);
     const auto spoken = platform::SpokenWords::Of(SpeechText::Parse(word)).words;
@@ -180,7 +180,7 @@ void TestFliteEngine::ownPronunciationsAreSaid()
     }
 }
 
-void TestFliteEngine::mapIsCoveredByItsUnit()
+void TestSpokenLine::mapIsCoveredByItsUnit()
 {
     const auto whole = Made(R"(now \map="a rather long row of words"="x"\ then)", kMerlin);
     QCOMPARE(whole->units.size(), 3U);
@@ -189,7 +189,7 @@ void TestFliteEngine::mapIsCoveredByItsUnit()
     QVERIFY(whole->units[2].begins >= whole->units[1].ends);
 }
 
-void TestFliteEngine::soundsLieInTheirUnits()
+void TestSpokenLine::soundsLieInTheirUnits()
 {
     for (const auto &settings : kVoices) {
         const auto made = Made("one, two: three. four! five", settings);
@@ -205,7 +205,7 @@ void TestFliteEngine::soundsLieInTheirUnits()
     }
 }
 
-void TestFliteEngine::mouthRestsWhileNothingIsHeard()
+void TestSpokenLine::mouthRestsWhileNothingIsHeard()
 {
     for (const auto &settings : kVoices) {
         const auto made = Made("one, two: three. four! five", settings);
@@ -225,7 +225,7 @@ void TestFliteEngine::mouthRestsWhileNothingIsHeard()
     }
 }
 
-void TestFliteEngine::lipsAreClosedBetweenSyllables()
+void TestSpokenLine::lipsAreClosedBetweenSyllables()
 {
     for (const auto &settings : kVoices) {
         const auto made = Made("papa papa", settings);
@@ -240,7 +240,7 @@ void TestFliteEngine::lipsAreClosedBetweenSyllables()
     }
 }
 
-void TestFliteEngine::rateTurnsPitchAndKeepsLength()
+void TestSpokenLine::rateTurnsPitchAndKeepsLength()
 {
     auto fast = kPeedy;
     fast.rate = 1.2;
@@ -254,7 +254,7 @@ void TestFliteEngine::rateTurnsPitchAndKeepsLength()
     QVERIFY(turned->mouths.back().at <= turned->Length());
 }
 
-void TestFliteEngine::stressedWordIsLonger()
+void TestSpokenLine::stressedWordIsLonger()
 {
     for (const auto &settings : kVoices) {
         const auto plain = Made("this is my hat today", settings);
@@ -264,7 +264,7 @@ void TestFliteEngine::stressedWordIsLonger()
     }
 }
 
-void TestFliteEngine::stressIsMarked()
+void TestSpokenLine::stressIsMarked()
 {
     const auto made = Made("You have finished the list. That was \\emp\\ really good.", kMerlin);
     QVERIFY(made->units[7].stressed);
@@ -273,7 +273,7 @@ void TestFliteEngine::stressIsMarked()
     QVERIFY(marked >= 2 && marked <= 4);
 }
 
-void TestFliteEngine::oddLinesAreMadeQuickly_data()
+void TestSpokenLine::oddLinesAreMadeQuickly_data()
 {
     QTest::addColumn<QString>("line");
     QTest::newRow("endless word") << QString(10'000, u'a');
@@ -292,7 +292,7 @@ void TestFliteEngine::oddLinesAreMadeQuickly_data()
     QTest::newRow("endless accents") << QStringLiteral("e") + QString(10'000, QChar(0x301));
 }
 
-void TestFliteEngine::oddLinesAreMadeQuickly()
+void TestSpokenLine::oddLinesAreMadeQuickly()
 {
     QFETCH(QString, line);
     QElapsedTimer timer;
@@ -304,7 +304,7 @@ void TestFliteEngine::oddLinesAreMadeQuickly()
     QCOMPARE(made->units.size(), SpeechText::Parse(line).units.size());
 }
 
-void TestFliteEngine::anyBytesCanBeSaid()
+void TestSpokenLine::anyBytesCanBeSaid()
 {
     // Every pair of signs, between letters and alone; the voice must come through all of them.
     const QString signs = QString::fromUtf8("!\"#$%&'()*+,-./0aA:;<=>?@[\\]^_`{|}~é£²");
@@ -324,7 +324,7 @@ void TestFliteEngine::anyBytesCanBeSaid()
     QVERIFY(units > 1500);
 }
 
-void TestFliteEngine::oddSettingsAreBounded()
+void TestSpokenLine::oddSettingsAreBounded()
 {
     for (const double value : { -1.0, 0.0, 1e9, std::nan("") }) {
         for (int which = 0; which < 4; ++which) {
@@ -340,20 +340,20 @@ void TestFliteEngine::oddSettingsAreBounded()
     }
 }
 
-void TestFliteEngine::cancelledLineIsGivenUp()
+void TestSpokenLine::cancelledLineIsGivenUp()
 {
     const std::atomic<bool> cancelled = true;
     QVERIFY(!platform::MakeLine(SpeechText::Parse("hello"), kMerlin, *FliteVoice::Find(kMerlin.voice),
                                 cancelled));
 }
 
-void TestFliteEngine::engineMayGoWhileItWorks()
+void TestSpokenLine::engineMayGoWhileItWorks()
 {
     support::RealLoop loop;
     int delivered = 0;
     std::vector<std::unique_ptr<platform::SpeechEngine::Order>> orders;
     for (int round = 0; round < 30; ++round) {
-        FliteEngine engine;
+        SpeechService engine;
         for (int line = 0; line < 3; ++line)
             orders.push_back(
                 engine.Synthesise(SpeechText::Parse(QStringLiteral("word, word. ").repeated(400)),
@@ -364,7 +364,7 @@ void TestFliteEngine::engineMayGoWhileItWorks()
         QElapsedTimer timer;
         timer.start();
         {
-            const FliteEngine other;
+            const SpeechService other;
         }
         QVERIFY(timer.elapsed() < 1000);
     }
@@ -373,5 +373,5 @@ void TestFliteEngine::engineMayGoWhileItWorks()
     QCOMPARE(delivered, 0);
 }
 
-QTEST_GUILESS_MAIN(TestFliteEngine)
-#include "TestFliteEngine.moc"
+QTEST_GUILESS_MAIN(TestSpokenLine)
+#include "TestSpokenLine.moc"

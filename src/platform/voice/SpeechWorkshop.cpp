@@ -1,7 +1,4 @@
-#include "platform/voice/FliteEngine.h"
-
-#include "platform/voice/FliteVoice.h"
-#include "platform/voice/SpokenLine.h"
+#include "platform/voice/SpeechWorkshop.h"
 
 #include <QMetaObject>
 #include <QObject>
@@ -19,8 +16,7 @@ namespace {
 
 // What the thread needs of an order.
 struct Job {
-    SpeechText text;
-    VoiceSettings settings;
+    SpeechWorkshop::Make make;
     std::atomic<bool> cancelled = false;
     std::function<void(std::shared_ptr<const Utterance>)> deliver; // called on the thread
 };
@@ -42,11 +38,11 @@ private:
 } // namespace
 
 // The thread, its queue, and the place on the asker's thread where lines are handed over.
-class FliteEngine::Workshop {
+class SpeechWorkshop::Thread {
 public:
-    Workshop() : m_thread([this] { Work(); }) {}
+    Thread() : m_thread([this] { Work(); }) {}
 
-    ~Workshop()
+    ~Thread()
     {
         {
             const std::scoped_lock lock(m_lock);
@@ -58,14 +54,13 @@ public:
         m_thread.join();
     }
 
-    std::unique_ptr<Order> Add(const SpeechText &text, const VoiceSettings &settings, Ready ready)
+    std::unique_ptr<SpeechEngine::Order> Add(Make make, SpeechEngine::Ready ready)
     {
-        auto shared = std::make_shared<Ready>(std::move(ready));
+        auto shared = std::make_shared<SpeechEngine::Ready>(std::move(ready));
         auto job = std::make_shared<Job>();
-        job->text = text;
-        job->settings = settings;
-        job->deliver = [this,
-                        weak = std::weak_ptr<Ready>(shared)](std::shared_ptr<const Utterance> utterance) {
+        job->make = std::move(make);
+        job->deliver = [this, weak = std::weak_ptr<SpeechEngine::Ready>(shared)](
+                           std::shared_ptr<const Utterance> utterance) {
             QMetaObject::invokeMethod(
                 &m_counter,
                 [weak, utterance = std::move(utterance)] {
@@ -99,16 +94,15 @@ private:
             const auto job = m_inWork;
             lock.unlock();
             if (!job->cancelled)
-                Make(*job);
+                Deliver(*job);
             lock.lock();
             m_inWork.reset();
         }
     }
 
-    static void Make(const Job &job)
+    static void Deliver(const Job &job)
     {
-        const auto *voice = FliteVoice::Find(job.settings.voice);
-        const auto utterance = voice ? MakeLine(job.text, job.settings, *voice, job.cancelled) : nullptr;
+        const auto utterance = job.make(job.cancelled);
         if (!job.cancelled)
             job.deliver(utterance);
     }
@@ -122,19 +116,13 @@ private:
     std::thread m_thread;
 };
 
-FliteEngine::FliteEngine() : m_workshop(std::make_unique<Workshop>()) {}
+SpeechWorkshop::SpeechWorkshop() : m_thread(std::make_unique<Thread>()) {}
 
-FliteEngine::~FliteEngine() = default;
+SpeechWorkshop::~SpeechWorkshop() = default;
 
-bool FliteEngine::Speaks(const VoiceSettings &settings) const
+std::unique_ptr<SpeechEngine::Order> SpeechWorkshop::Add(Make make, SpeechEngine::Ready ready)
 {
-    return FliteVoice::Find(settings.voice) != nullptr;
-}
-
-std::unique_ptr<SpeechEngine::Order> FliteEngine::Synthesise(const SpeechText &text,
-                                                             const VoiceSettings &settings, Ready ready)
-{
-    return m_workshop->Add(text, settings, std::move(ready));
+    return m_thread->Add(std::move(make), std::move(ready));
 }
 
 } // namespace platform
