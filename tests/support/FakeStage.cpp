@@ -66,6 +66,18 @@ FakeFigure *FakeStage::Of(const QString &id) const
     return nullptr;
 }
 
+int FakeStage::Talking() const
+{
+    return int(std::count_if(m_figures.begin(), m_figures.end(),
+                             [](const FakeFigure *figure) { return figure->m_talks; }));
+}
+
+int FakeStage::Seen() const
+{
+    return int(std::count_if(m_figures.begin(), m_figures.end(),
+                             [](const FakeFigure *figure) { return figure->m_visible; }));
+}
+
 FakeFigure::FakeFigure(FakeStage &stage, QString id) : m_stage(stage), m_id(std::move(id))
 {
     m_stage.m_figures.push_back(this);
@@ -82,7 +94,7 @@ bool FakeFigure::HasMotion(const QString &name) const
     if (m_id == QLatin1String("Peedy") &&
         name.compare(QLatin1String("Congratulate_2"), Qt::CaseInsensitive) == 0)
         return false;
-    return kMotions.contains(name, Qt::CaseInsensitive);
+    return kMotions.contains(name, Qt::CaseInsensitive) && !m_stage.m_without.contains(name.toLower());
 }
 
 void FakeFigure::Write(const QString &what)
@@ -100,6 +112,7 @@ void FakeFigure::EndAfter(std::chrono::milliseconds time, qint32 number, Done do
                                            if (effect)
                                                effect();
                                            const auto finished = std::move(m_pending);
+                                           m_talks = false;
                                            done(number);
                                        });
 }
@@ -141,6 +154,7 @@ void FakeFigure::Speak(const platform::SpeechText &text, bool balloon, Done done
                    : QStringLiteral("\" without balloon")));
     const qint32 failure = m_stage.TakeFailure(m_id, QStringLiteral("Speak"));
     m_balloon = balloon && failure == 0;
+    m_talks = failure == 0;
     EndAfter(m_stage.timePerLetter * spoken.size(), failure, std::move(done));
 }
 
@@ -150,6 +164,7 @@ void FakeFigure::Halt()
         Write(QStringLiteral("halts"));
     m_pending.reset();
     m_balloon = false;
+    m_talks = false;
 }
 
 void FakeFigure::Rest()

@@ -33,6 +33,9 @@ public:
     // Make raises `number` for that file; 0 makes it work again.
     void SetFileFailure(const QString &file, qint32 number) { m_fileFailures[file] = number; }
 
+    // The figures have no motion of that name from now on.
+    void TakeMotionAway(const QString &name) { m_without << name.toLower(); }
+
     // What all figures did, in order: `Merlin appears`, `Merlin performs "Wave"`, `Merlin slides to 1,2`,
     // `Merlin says "…" showing "…"`, `Merlin says "…" without balloon`, `Merlin halts`, `Merlin rests`,
     // `Merlin hides the balloon`, `Merlin disappears`.
@@ -41,6 +44,9 @@ public:
 
     // The living figure of that character that was made last; null when there is none.
     FakeFigure *Of(const QString &id) const;
+    // How many are talking, and how many are visible.
+    int Talking() const;
+    int Seen() const;
 
 private:
     friend class FakeFigure;
@@ -51,6 +57,7 @@ private:
     std::map<QString, qint32> m_failures;
     std::map<QString, qint32> m_fileFailures;
     qint32 m_speechFailure = 0;
+    QStringList m_without;
     std::vector<FakeFigure *> m_figures;
 };
 
@@ -87,6 +94,7 @@ private:
     QRect m_frame{ 0, 0, 128, 128 };
     bool m_visible = false;
     bool m_balloon = false;
+    bool m_talks = false;
     std::unique_ptr<platform::PendingCall> m_pending;
 };
 

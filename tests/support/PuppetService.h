@@ -6,8 +6,10 @@
 #include "support/FakeVoice.h"
 #include "support/SmallCharacter.h"
 
+#include <QApplication>
 #include <QDir>
 #include <QFile>
+#include <QMouseEvent>
 #include <QTemporaryDir>
 
 namespace support {
@@ -15,25 +17,56 @@ namespace support {
 // The service with the real figures and the shipped characters; only voice and time are fakes.
 class PuppetAgentService : public AgentService {
 public:
+    using MakeTicker = std::function<std::unique_ptr<platform::Ticker>(FakeTime &)>;
+
     // `characters` is the folder that holds the characters' own folders.
     explicit PuppetAgentService(const QString &characters)
+        : PuppetAgentService(Packed(characters),
+                             [](FakeTime &clock) { return std::make_unique<FakeTicker>(clock); })
+    {
+    }
+    // `packed` is a folder of character files.
+    PuppetAgentService(const QString &packed, MakeTicker makeTicker)
         : m_engineOfVoices(time), m_audio(time, time),
-          m_maker(Packed(characters), m_engineOfVoices, m_audio, time,
-                  [this] { return std::make_unique<FakeTicker>(time); })
+          m_maker(packed, m_engineOfVoices, m_audio, time,
+                  [this, makeTicker = std::move(makeTicker)] { return makeTicker(time); })
     {
     }
     ~PuppetAgentService() override { m_engine.reset(); }
 
-    platform::Events &Loop() override { return time; }
     platform::FigureMaker &Figures() override { return m_maker; }
-    bool Until(const std::function<bool()> &reached) override
-    {
-        for (int step = 0; step < 10000 && !reached(); ++step)
-            time.Run(std::chrono::milliseconds(20));
-        return reached();
-    }
 
-    FakeTime time;
+    void BeginDrag(const QString &id) override
+    {
+        if (platform::CharacterWindow *window = WindowOf(id)) {
+            const QPoint at = window->pos() + window->rect().center();
+            Mouse(*window, QEvent::MouseButtonPress, at, Qt::LeftButton);
+            Mouse(*window, QEvent::MouseMove, at + QPoint(30, 10), Qt::LeftButton);
+        }
+    }
+    void EndDrag(const QString &id) override
+    {
+        if (platform::CharacterWindow *window = WindowOf(id))
+            Mouse(*window, QEvent::MouseButtonRelease, window->pos(), Qt::NoButton);
+    }
+    void HideByMenu(const QString &id) override
+    {
+        if (platform::CharacterWindow *window = WindowOf(id))
+            window->hideChosen();
+    }
+    void BreakVoice(qint32 number) override
+    {
+        m_engineOfVoices.SetUsable(number != platform::kSpeechEngineUnusable);
+        m_audio.SetUsable(number != platform::kAudioDeviceUnusable);
+    }
+    int Talking() const override { return m_audio.Playing() ? 1 : 0; }
+    int Seen() const override
+    {
+        int seen = 0;
+        for (const QWidget *widget : QApplication::topLevelWidgets())
+            seen += qobject_cast<const platform::CharacterWindow *>(widget) && widget->isVisible();
+        return seen;
+    }
 
 private:
     // Packing all three takes longer than a test, so it is done once for the process.
@@ -53,6 +86,22 @@ private:
             packed.write(platform::PackCharacter(source));
         }
         return folder.path();
+    }
+
+    static platform::CharacterWindow *WindowOf(const QString &id)
+    {
+        for (QWidget *widget : QApplication::topLevelWidgets()) {
+            auto *window = qobject_cast<platform::CharacterWindow *>(widget);
+            if (window && window->isVisible() && window->windowTitle() == id)
+                return window;
+        }
+        return nullptr;
+    }
+    static void Mouse(QWidget &window, QEvent::Type type, QPoint at, Qt::MouseButtons held)
+    {
+        const auto button = type == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton;
+        QMouseEvent event(type, QPointF(at - window.pos()), QPointF(at), button, held, Qt::NoModifier);
+        QCoreApplication::sendEvent(&window, &event);
     }
 
     FakeSpeechEngine m_engineOfVoices;

@@ -1,19 +1,15 @@
-#include "support/AgentService.h"
-#include "support/PuppetService.h"
-
-#include <QtTest>
+#include "ContractFixture.h"
 
 using namespace platform;
-using support::AgentService;
 
-// What the game relies on in the speaking-character service: queues, statuses, stops, connections.
-class TestAgentContract : public QObject {
+// What the game relies on in the speaking-character service: queues, statuses, moves, hidden figures.
+class TestAgentContract : public ContractFixture {
     Q_OBJECT
 
 private slots:
-    void initTestCase_data();
-    void init();
-    void cleanup();
+    void initTestCase_data() { ChooseServices(); }
+    void init() { Begin(); }
+    void cleanup() { End(); }
 
     void theHeadOfAnIdleQueueRunsWhenTheCallReturns();
     void aRequestGoesFromQueuedToRunningToDone();
@@ -35,88 +31,27 @@ private slots:
     void placesOffTheScreenAreKept();
     void unknownAnimationRaisesAtTheCall();
     void animationNamesAreOfAnyCase();
-    void stopInterruptsTheRunningAndRemovesTheWaiting();
-    void stopDoesNothingWhileShowing();
-    void stopDoesNothingWhileHiding();
-    void stopOfOneWaitingRequestLeavesTheOthers();
-    void stopOfTheRunningRequestBeginsTheNext();
-    void stopAcrossCharactersRaises();
-    void stopOfAnEndedRequestRaises();
-    void stopAllHaltsAShowAndLeavesItVisible();
-    void stopAllHaltsAHideAndLeavesItVisible();
-    void typedStopAllSparesWhatHasBegun();
-    void typedStopAllNeverRemovesShowOrHide();
-    void typedStopAllTakesOnlyItsTypes_data();
-    void typedStopAllTakesOnlyItsTypes();
     void loopsRunUntilStopped();
-    void voicesNeverOverlapAndNeverFail();
-    void aStoppedSpeakerGivesTheVoiceToTheNext();
-    void emptySpeechIsDoneAtOnce();
-    void sizesAreSharedAndForgottenWithTheLastClient();
-    void sizeBeyondSixteenBitsRaises();
-    void aReferenceOutlivesItsScreenButRefuses();
-    void theLastClientGoneMakesReferencesDead();
-    void loadTwiceOnOneControlRaises();
-    void aCharacterThatIsNotLoadedIsRefused();
-    void aControlIsConnectedUntilItGoes();
-    void requestsOfALostClientAreInterrupted();
-    void figuresOfALostClientAreGone();
-    void aHideUnderWayIsPlayedOutAfterItsClientHasGone();
-    void commandsGoToTheClientShownLast();
-
-private:
-    CharacterReference Loaded(const QString &id = QStringLiteral("Merlin"))
-    {
-        m_control->Load(id, id + QStringLiteral(".acs"));
-        return m_control->Character(id);
-    }
-    CharacterReference Visible(const QString &id = QStringLiteral("Merlin"))
-    {
-        const CharacterReference character = Loaded(id);
-        character->Show(true);
-        return character;
-    }
-    bool Ended(const RequestReference &request)
-    {
-        return m_service->Until(
-            [&] { return request->Status() != kRequestQueued && request->Status() != kRequestRunning; });
-    }
-    static qint32 Raised(const std::function<void()> &call)
-    {
-        try {
-            call();
-        } catch (const Error &error) {
-            return error.Number();
-        }
-        return 0;
-    }
-
-    std::unique_ptr<AgentService> m_service;
-    AgentControlReference m_control;
+    void startComesBeforeTheEndAndTellsOfTheRunningRequest();
+    void requestsEndInTheirOrder();
+    void gestureWhileHiddenFails();
+    void aLoopWhileHiddenHoldsNobodyUp();
+    void hiddenOrNotIsJudgedAtTheHead();
+    void aHiddenFigurePlacedByAMoveComesUpThere();
+    void hidingBeginsVisibleAndEndsHidden();
+    void theFrameTellsThePresentPlace();
+    void sizesCountAtOnce();
+    void speedIsTheTimeOfTheWholeFlight();
+    void aMoveWaitsForTheUsersHand();
+    void theQueueGoesOnWhileTheUserDrags();
+    void aHeldMoveCanBeStopped();
+    void anUnknownAnimationLeavesTheQueueAsItIs();
+    void anUnknownAnimationRaisesOnAHiddenOneToo();
+    void theUsersHideStandsBehindThePresentWork();
+    void everyAnimationOfTheScriptsCanBePlayedAndEnds_data();
+    void everyAnimationOfTheScriptsCanBePlayedAndEnds();
+    void theSleepersSleepUntilTheyAreStopped();
 };
-
-void TestAgentContract::initTestCase_data()
-{
-    QTest::addColumn<QString>("service");
-    QTest::newRow("fake figures") << "fake";
-    QTest::newRow("real figures") << "real";
-}
-
-void TestAgentContract::init()
-{
-    QFETCH_GLOBAL(QString, service);
-    if (service == "real")
-        m_service = std::make_unique<support::PuppetAgentService>(QStringLiteral(CHARACTERS_FOLDER));
-    else
-        m_service = std::make_unique<support::FakeAgentService>();
-    m_control = m_service->Engine().CreateControl();
-}
-
-void TestAgentContract::cleanup()
-{
-    m_control = nullptr;
-    m_service.reset();
-}
 
 void TestAgentContract::theHeadOfAnIdleQueueRunsWhenTheCallReturns()
 {
@@ -305,169 +240,6 @@ void TestAgentContract::animationNamesAreOfAnyCase()
     QCOMPARE(int(Visible()->Play("gETattention")->Status()), int(kRequestRunning));
 }
 
-void TestAgentContract::stopInterruptsTheRunningAndRemovesTheWaiting()
-{
-    const auto merlin = Visible();
-    const auto running = merlin->Play("Pleased");
-    const auto waiting = merlin->Speak("Never heard");
-    const auto hide = merlin->Hide();
-    merlin->Stop();
-    QCOMPARE(int(running->Status()), int(kRequestInterrupted));
-    QCOMPARE(running->Number(), qint32(kInterruptedByProgram));
-    QCOMPARE(int(waiting->Status()), int(kRequestInterrupted));
-    QCOMPARE(waiting->Number(), qint32(kRemovedFromQueue));
-    QCOMPARE(int(hide->Status()), int(kRequestInterrupted));
-    QVERIFY(merlin->Visible());
-}
-
-void TestAgentContract::stopDoesNothingWhileShowing()
-{
-    const auto merlin = Loaded();
-    const auto show = merlin->Show();
-    const auto hide = merlin->Hide();
-    merlin->Stop();
-    QCOMPARE(int(show->Status()), int(kRequestRunning));
-    QVERIFY(Ended(hide));
-    QCOMPARE(int(show->Status()), int(kRequestDone));
-    QCOMPARE(int(hide->Status()), int(kRequestDone));
-}
-
-void TestAgentContract::stopDoesNothingWhileHiding()
-{
-    const auto merlin = Visible();
-    const auto hide = merlin->Hide();
-    merlin->Stop();
-    QVERIFY(Ended(hide));
-    QCOMPARE(int(hide->Status()), int(kRequestDone));
-    QVERIFY(!merlin->Visible());
-}
-
-void TestAgentContract::stopOfOneWaitingRequestLeavesTheOthers()
-{
-    const auto merlin = Visible();
-    const auto first = merlin->Play("Pleased");
-    const auto second = merlin->Play("Wave");
-    const auto third = merlin->Play("Alert");
-    merlin->Stop(second);
-    QCOMPARE(int(second->Status()), int(kRequestInterrupted));
-    QVERIFY(Ended(third));
-    QCOMPARE(int(first->Status()), int(kRequestDone));
-    QCOMPARE(int(third->Status()), int(kRequestDone));
-}
-
-void TestAgentContract::stopOfTheRunningRequestBeginsTheNext()
-{
-    const auto merlin = Visible();
-    const auto first = merlin->Play("Pleased");
-    const auto second = merlin->Play("Wave");
-    merlin->Stop(first);
-    QCOMPARE(int(first->Status()), int(kRequestInterrupted));
-    QCOMPARE(int(second->Status()), int(kRequestRunning));
-}
-
-void TestAgentContract::stopAcrossCharactersRaises()
-{
-    const auto merlin = Visible("Merlin");
-    const auto genie = Visible("Genie");
-    const auto request = genie->Play("Pleased");
-    QCOMPARE(Raised([&] { merlin->Stop(request); }), qint32(kStopAcrossCharacters));
-    QCOMPARE(int(request->Status()), int(kRequestRunning));
-}
-
-void TestAgentContract::stopOfAnEndedRequestRaises()
-{
-    const auto merlin = Visible();
-    const auto request = merlin->Play("Pleased");
-    QVERIFY(Ended(request));
-    QCOMPARE(Raised([&] { merlin->Stop(request); }), qint32(kRequestNotInQueue));
-}
-
-void TestAgentContract::stopAllHaltsAShowAndLeavesItVisible()
-{
-    const auto merlin = Loaded();
-    const auto show = merlin->Show();
-    const auto speak = merlin->Speak("Hello");
-    merlin->StopAll();
-    QCOMPARE(int(show->Status()), int(kRequestInterrupted));
-    QCOMPARE(int(speak->Status()), int(kRequestInterrupted));
-    QVERIFY(merlin->Visible());
-}
-
-void TestAgentContract::stopAllHaltsAHideAndLeavesItVisible()
-{
-    const auto merlin = Visible();
-    const auto hide = merlin->Hide();
-    merlin->StopAll();
-    QCOMPARE(int(hide->Status()), int(kRequestInterrupted));
-    QVERIFY(merlin->Visible());
-    QVERIFY(Ended(merlin->Play("Wave")));
-}
-
-void TestAgentContract::typedStopAllSparesWhatHasBegun()
-{
-    const auto merlin = Visible();
-    const auto speak = merlin->Speak("I can hardly wait");
-    const auto play = merlin->Play("Pleased");
-    merlin->StopAll("Move,Speak,Play,Get");
-    QCOMPARE(int(speak->Status()), int(kRequestRunning));
-    QCOMPARE(int(play->Status()), int(kRequestInterrupted));
-    QVERIFY(Ended(speak));
-    QCOMPARE(int(speak->Status()), int(kRequestDone));
-}
-
-void TestAgentContract::typedStopAllNeverRemovesShowOrHide()
-{
-    const auto merlin = Visible();
-    merlin->Play("Pleased");
-    const auto hide = merlin->Hide();
-    const auto show = merlin->Show();
-    merlin->StopAll("Move,Speak,Play,Get");
-    QVERIFY(Ended(show));
-    QCOMPARE(int(hide->Status()), int(kRequestDone));
-    QCOMPARE(int(show->Status()), int(kRequestDone));
-}
-
-void TestAgentContract::typedStopAllTakesOnlyItsTypes_data()
-{
-    QTest::addColumn<QString>("types");
-    QTest::addColumn<QString>("removed"); // of play, speak, move, gesture
-    QTest::newRow("play takes gestures too") << "Play"
-                                             << "play gesture";
-    QTest::newRow("speak") << "Speak"
-                           << "speak";
-    QTest::newRow("move") << "Move"
-                          << "move";
-    QTest::newRow("any case and blanks") << " sPEAK , MOVE "
-                                         << "speak move";
-    QTest::newRow("get alone") << "Get"
-                               << "";
-    QTest::newRow("nonsense") << "Juggle"
-                              << "";
-}
-
-void TestAgentContract::typedStopAllTakesOnlyItsTypes()
-{
-    QFETCH(QString, types);
-    QFETCH(QString, removed);
-    const auto merlin = Visible();
-    merlin->Play("Alert");
-    const auto play = merlin->Play("Pleased");
-    const auto speak = merlin->Speak("Hello");
-    const auto move = merlin->MoveTo(10, 10);
-    const auto gesture = merlin->GestureAt(500, 10);
-    merlin->StopAll(types);
-    QStringList gone;
-    if (play->Status() == kRequestInterrupted)
-        gone << "play";
-    if (speak->Status() == kRequestInterrupted)
-        gone << "speak";
-    if (move->Status() == kRequestInterrupted)
-        gone << "move";
-    if (gesture->Status() == kRequestInterrupted)
-        gone << "gesture";
-    QCOMPARE(gone.join(' '), removed);
-}
-
 void TestAgentContract::loopsRunUntilStopped()
 {
     const auto merlin = Visible();
@@ -482,181 +254,298 @@ void TestAgentContract::loopsRunUntilStopped()
     QVERIFY(Ended(behind));
 }
 
-void TestAgentContract::voicesNeverOverlapAndNeverFail()
+void TestAgentContract::startComesBeforeTheEndAndTellsOfTheRunningRequest()
 {
-    const auto merlin = Visible("Merlin");
-    const auto genie = Visible("Genie");
-    const auto peedy = Visible("Peedy");
-    const auto first = merlin->Speak("One");
-    const auto second = genie->Speak("Two");
-    const auto third = peedy->Speak("Three");
-    QCOMPARE(int(second->Status()), int(kRequestRunning));
-    QVERIFY(Ended(first));
-    QCOMPARE(int(second->Status()), int(kRequestRunning));
+    const auto merlin = Visible();
+    m_service->Settle();
+    QStringList events;
+    QMap<const Request *, QString> names;
+    const auto write = [&](const char *event) {
+        return [&, event](const RequestReference &request) {
+            events << names.value(request.operator->()) + QLatin1String(event) +
+                          QString::number(request->Status());
+        };
+    };
+    m_control->requestStart = write(" starts ");
+    m_control->requestComplete = write(" ends ");
+    const auto play = merlin->Play("Pleased");
+    const auto move = merlin->MoveTo(200, 100);
+    const auto removed = merlin->Play("Wave");
+    names = { { play.operator->(), "play" },
+              { move.operator->(), "move" },
+              { removed.operator->(), "removed" } };
+    merlin->Stop(removed);
+    QCOMPARE(events, QStringList());
+    QVERIFY(Ended(move));
+    m_service->Settle();
+    QCOMPARE(events, QStringList({ "play starts 4", "removed ends 3", "play ends 0", "move starts 4",
+                                   "move ends 0" }));
+    m_control->requestStart = nullptr;
+    m_control->requestComplete = nullptr;
+}
+
+void TestAgentContract::requestsEndInTheirOrder()
+{
+    const auto merlin = Loaded();
+    const std::vector<RequestReference> requests = { merlin->Show(),         merlin->Play("Greet"),
+                                                     merlin->Speak("Hello"), merlin->MoveTo(90, 30),
+                                                     merlin->Play("Read"),   merlin->GestureAt(600, 30),
+                                                     merlin->Hide() };
+    for (std::size_t index = 0; index < requests.size(); ++index) {
+        QVERIFY(Ended(requests[index]));
+        COMPARE_STATUS(requests[index], kRequestDone, 0);
+        if (index + 1 < requests.size())
+            COMPARE_STATUS(requests[index + 1], kRequestRunning, 0);
+        if (index + 2 < requests.size())
+            COMPARE_STATUS(requests[index + 2], kRequestQueued, 0);
+    }
+    QVERIFY(!merlin->Visible());
+}
+
+void TestAgentContract::gestureWhileHiddenFails()
+{
+    COMPARE_STATUS(Loaded()->GestureAt(10, 10), kRequestFailed, kCharacterHidden);
+}
+
+void TestAgentContract::aLoopWhileHiddenHoldsNobodyUp()
+{
+    const auto merlin = Loaded();
+    COMPARE_STATUS(merlin->Play("Reading"), kRequestFailed, kCharacterHidden);
+    COMPARE_STATUS(merlin->Show(true), kRequestDone, 0);
+}
+
+void TestAgentContract::hiddenOrNotIsJudgedAtTheHead()
+{
+    const auto merlin = Visible();
+    const auto hide = merlin->Hide();
+    const auto failed = merlin->Speak("Nobody hears this");
+    const auto moved = merlin->MoveTo(140, 60);
+    const auto show = merlin->Show();
+    const auto play = merlin->Play("Wave");
+    QCOMPARE(int(failed->Status()), int(kRequestQueued));
+    QVERIFY(Ended(play));
+    COMPARE_STATUS(hide, kRequestDone, 0);
+    COMPARE_STATUS(failed, kRequestFailed, kCharacterHidden);
+    COMPARE_STATUS(moved, kRequestFailed, kCharacterHidden);
+    COMPARE_STATUS(show, kRequestDone, 0);
+    COMPARE_STATUS(play, kRequestDone, 0);
+    QCOMPARE(int(merlin->Left()), 140);
+}
+
+void TestAgentContract::aHiddenFigurePlacedByAMoveComesUpThere()
+{
+    const auto merlin = Loaded();
+    merlin->MoveTo(100, 310);
+    QVERIFY(Ended(merlin->Show()));
+    QCOMPARE(int(merlin->Left()), 100);
+    QCOMPARE(int(merlin->Top()), 310);
+}
+
+void TestAgentContract::hidingBeginsVisibleAndEndsHidden()
+{
+    const auto merlin = Visible();
+    const auto hide = merlin->Hide();
+    QCOMPARE(int(hide->Status()), int(kRequestRunning));
+    QVERIFY(merlin->Visible());
+    QVERIFY(Ended(hide));
+    QVERIFY(!merlin->Visible());
+    COMPARE_STATUS(merlin->Hide(), kRequestDone, 0); // once more, as the introductions do
+}
+
+void TestAgentContract::theFrameTellsThePresentPlace()
+{
+    const auto merlin = Visible();
+    const auto play = merlin->Play("Pleased");
+    const auto move = merlin->MoveTo(400, 200);
+    QCOMPARE(int(merlin->Left()), 0);
+    QVERIFY(m_service->Until([&] { return move->Status() == kRequestRunning; }));
+    QCOMPARE(int(merlin->Left()), 0);
+    QVERIFY(Ended(move));
+    QCOMPARE(int(merlin->Left()), 400);
+}
+
+void TestAgentContract::sizesCountAtOnce()
+{
+    const auto merlin = Visible();
+    const auto play = merlin->Play("Pleased");
+    const auto behind = merlin->Speak("Hello");
+    merlin->SetHeight(200);
+    merlin->SetWidth(180);
+    QCOMPARE(int(merlin->Height()), 200);
+    QCOMPARE(int(merlin->Width()), 180);
+    QCOMPARE(int(play->Status()), int(kRequestRunning));
+    QVERIFY(Ended(behind));
+    COMPARE_STATUS(behind, kRequestDone, 0);
+}
+
+void TestAgentContract::speedIsTheTimeOfTheWholeFlight()
+{
+    const auto merlin = Visible();
+    const auto timeOf = [&](const RequestReference &move) {
+        const auto began = m_service->time.Elapsed();
+        m_service->Until([&] { return move->Status() == kRequestDone; });
+        return int((m_service->time.Elapsed() - began).count());
+    };
+    const int near = timeOf(merlin->MoveTo(60, 0));
+    const int far = timeOf(merlin->MoveTo(900, 0));
+    const int slow = timeOf(merlin->MoveTo(60, 0, 4000));
+    QVERIFY2(near >= 1000 && near < 4000, qPrintable(QString::number(near)));
+    QVERIFY2(std::abs(far - near) < 1000, qPrintable(QString::number(far)));
+    QVERIFY2(slow >= 4000 && slow < 7000, qPrintable(QString::number(slow)));
+    COMPARE_STATUS(merlin->MoveTo(500, 50, 0), kRequestDone, 0);
+    QCOMPARE(int(merlin->Left()), 500);
+}
+
+void TestAgentContract::aMoveWaitsForTheUsersHand()
+{
+    const auto merlin = Visible();
+    m_service->BeginDrag("Merlin");
+    Pass(100);
+    const auto move = merlin->MoveTo(300, 200);
+    const auto play = merlin->Play("Wave");
+    Pass(8000);
+    COMPARE_STATUS(move, kRequestRunning, 0);
+    COMPARE_STATUS(play, kRequestQueued, 0);
+    m_service->EndDrag("Merlin");
+    QVERIFY(Ended(play));
+    COMPARE_STATUS(move, kRequestDone, 0);
+    QCOMPARE(int(merlin->Left()), 300);
+    QCOMPARE(int(merlin->Top()), 200);
+}
+
+void TestAgentContract::theQueueGoesOnWhileTheUserDrags()
+{
+    const auto merlin = Visible();
+    m_service->BeginDrag("Merlin");
+    Pass(100);
+    const auto speak = merlin->Speak("Put me down");
+    const auto play = merlin->Play("Wave");
+    QVERIFY(Ended(play));
+    COMPARE_STATUS(speak, kRequestDone, 0);
+    m_service->EndDrag("Merlin");
+}
+
+void TestAgentContract::aHeldMoveCanBeStopped()
+{
+    const auto merlin = Visible();
+    m_service->BeginDrag("Merlin");
+    Pass(100);
+    const auto move = merlin->MoveTo(300, 200);
+    merlin->Stop();
+    COMPARE_STATUS(move, kRequestInterrupted, kInterruptedByProgram);
+    m_service->EndDrag("Merlin");
+    Pass(3000);
+    QVERIFY(merlin->Left() != 300);
+    QVERIFY(Ended(merlin->MoveTo(300, 200)));
+    QCOMPARE(int(merlin->Left()), 300);
+}
+
+void TestAgentContract::anUnknownAnimationLeavesTheQueueAsItIs()
+{
+    const auto merlin = Visible();
+    const auto first = merlin->Play("Pleased");
+    QCOMPARE(Raised([&] { merlin->Play("Juggle"); }), qint32(kNoSuchAnimation));
+    const auto second = merlin->Play("Wave");
     QVERIFY(Ended(second));
-    QCOMPARE(int(third->Status()), int(kRequestRunning));
-    QVERIFY(Ended(third));
-    QCOMPARE(int(first->Status()), int(kRequestDone));
-    QCOMPARE(int(second->Status()), int(kRequestDone));
-    QCOMPARE(int(third->Status()), int(kRequestDone));
+    COMPARE_STATUS(first, kRequestDone, 0);
+    COMPARE_STATUS(second, kRequestDone, 0);
 }
 
-void TestAgentContract::aStoppedSpeakerGivesTheVoiceToTheNext()
+void TestAgentContract::anUnknownAnimationRaisesOnAHiddenOneToo()
 {
-    const auto merlin = Visible("Merlin");
+    QCOMPARE(Raised([&] { Loaded()->Play("Juggle"); }), qint32(kNoSuchAnimation));
+}
+
+void TestAgentContract::theUsersHideStandsBehindThePresentWork()
+{
+    const auto merlin = Visible();
+    const auto speak = merlin->Speak("I am not done yet");
+    const auto play = merlin->Play("Wave");
+    m_service->HideByMenu("Merlin");
+    QVERIFY(Ended(play));
+    COMPARE_STATUS(speak, kRequestDone, 0);
+    COMPARE_STATUS(play, kRequestDone, 0);
+    QVERIFY(m_service->Until([&] { return !merlin->Visible(); }));
+    COMPARE_STATUS(merlin->Speak("Nobody sees me"), kRequestFailed, kCharacterHidden);
+    const auto show = merlin->Show();
+    QVERIFY(Ended(show));
+    QVERIFY(merlin->Visible());
+}
+
+void TestAgentContract::everyAnimationOfTheScriptsCanBePlayedAndEnds_data()
+{
+    QTest::addColumn<QString>("who");
+    QTest::addColumn<QString>("name");
+    const std::pair<const char *, const char *> played[] = {
+        { "Genie", "Acknowledge" },
+        { "Merlin Genie Peedy", "Alert" },
+        { "Merlin", "alert" },
+        { "Merlin", "Announce" },
+        { "Genie Peedy", "Confused" },
+        { "Merlin Genie Peedy", "Congratulate" },
+        { "Merlin Genie", "Congratulate_2" },
+        { "Merlin Genie", "Decline" },
+        { "Merlin Peedy", "Domagic1" },
+        { "Merlin", "DoMagic2" },
+        { "Genie", "Domagic2" },
+        { "Merlin Genie", "Explain" },
+        { "Merlin Genie", "Gesturedown" },
+        { "Peedy", "gestureleft" },
+        { "Genie", "GestureLeft" },
+        { "Merlin", "Gestureleft" },
+        { "Merlin Genie", "Getattention" },
+        { "Merlin", "Greet" },
+        { "Merlin", "Idle2_1" },
+        { "Genie", "LookDown" },
+        { "Merlin Genie Peedy", "Lookleft" },
+        { "Genie Peedy", "LookLeft" },
+        { "Peedy", "Lookright" },
+        { "Merlin", "LookUp" },
+        { "Genie", "lookup" },
+        { "Merlin Genie Peedy", "Pleased" },
+        { "Genie Peedy", "Process" },
+        { "Merlin Genie Peedy", "Read" },
+        { "Genie", "Sad" },
+        { "Merlin", "Search" },
+        { "Merlin Genie", "Suggest" },
+        { "Merlin Genie Peedy", "Surprised" },
+        { "Merlin", "think" },
+        { "Merlin Genie", "Uncertain" },
+        { "Merlin Genie Peedy", "Wave" },
+    };
+    for (const auto &[who, name] : played)
+        QTest::addRow("%s: %s", who, name) << who << name;
+}
+
+void TestAgentContract::everyAnimationOfTheScriptsCanBePlayedAndEnds()
+{
+    QFETCH(QString, who);
+    QFETCH(QString, name);
+    for (const QString &id : who.split(' ')) {
+        const auto request = Visible(id)->Play(name);
+        const auto began = m_service->time.Elapsed();
+        QVERIFY(Ended(request));
+        COMPARE_STATUS(request, kRequestDone, 0);
+        QVERIFY((m_service->time.Elapsed() - began).count() <= 6500);
+    }
+}
+
+void TestAgentContract::theSleepersSleepUntilTheyAreStopped()
+{
     const auto genie = Visible("Genie");
     const auto peedy = Visible("Peedy");
-    merlin->Speak("A long line that is cut off in the middle of its many words");
-    const auto waiting = genie->Speak("Two");
-    const auto last = peedy->Speak("Three");
-    genie->StopAll();
-    QCOMPARE(int(waiting->Status()), int(kRequestInterrupted));
-    merlin->StopAll();
-    QVERIFY(Ended(last));
-    QCOMPARE(int(last->Status()), int(kRequestDone));
-}
-
-void TestAgentContract::emptySpeechIsDoneAtOnce()
-{
-    const auto merlin = Visible();
-    QCOMPARE(int(merlin->Speak("")->Status()), int(kRequestDone));
-    QCOMPARE(int(merlin->Speak("\\Map=\"\"=\"\"\\")->Status()), int(kRequestDone));
-}
-
-void TestAgentContract::sizesAreSharedAndForgottenWithTheLastClient()
-{
-    const auto merlin = Loaded();
-    QCOMPARE(int(merlin->Height()), 128);
-    merlin->SetHeight(256);
-    merlin->SetWidth(200);
-    const auto other = m_service->Engine().CreateControl();
-    other->Load("Merlin", "Merlin.acs");
-    QCOMPARE(int(other->Character("Merlin")->Height()), 256);
-    m_control->Disconnect();
-    QCOMPARE(int(other->Character("Merlin")->Width()), 200);
-    other->Disconnect();
-    const auto third = m_service->Engine().CreateControl();
-    third->Load("Merlin", "Merlin.acs");
-    QCOMPARE(int(third->Character("Merlin")->Height()), 128);
-}
-
-void TestAgentContract::sizeBeyondSixteenBitsRaises()
-{
-    const auto merlin = Loaded();
-    merlin->SetHeight(20000);
-    QCOMPARE(Raised([&] { merlin->SetHeight(merlin->Height() * 2); }), qint32(kOverflow));
-    QCOMPARE(Raised([&] { merlin->SetHeight(0); }), qint32(kInvalidCall));
-}
-
-void TestAgentContract::aReferenceOutlivesItsScreenButRefuses()
-{
-    const auto merlin = Visible();
-    const auto other = m_service->Engine().CreateControl();
-    m_control->Disconnect();
-    QCOMPARE(Raised([&] { merlin->Hide(); }), qint32(kAgentRefuses));
-    QCOMPARE(Raised([&] { merlin->StopAll(); }), qint32(kAgentRefuses));
-    QCOMPARE(Raised([&] { merlin->WordBalloon().SetVisible(false); }), qint32(kAgentRefuses));
-    other->Disconnect();
-}
-
-void TestAgentContract::theLastClientGoneMakesReferencesDead()
-{
-    const auto merlin = Visible();
-    m_control->Disconnect();
-    QCOMPARE(Raised([&] { merlin->Hide(); }), qint32(kAgentGone));
-    QCOMPARE(Raised([&] { merlin->Height(); }), qint32(kAgentGone));
-    QCOMPARE(Raised([&] { m_control->Load("Genie", "Genie.acs"); }), qint32(kAgentGone));
-}
-
-void TestAgentContract::loadTwiceOnOneControlRaises()
-{
-    Loaded();
-    QCOMPARE(Raised([&] { Loaded(); }), qint32(kAlreadyLoaded));
-    QCOMPARE(Raised([&] { m_control->Load("merlin", "Merlin.acs"); }), qint32(kAlreadyLoaded));
-}
-
-void TestAgentContract::aCharacterThatIsNotLoadedIsRefused()
-{
-    QCOMPARE(Raised([&] { m_control->Character("Merlin"); }), qint32(kAgentRefuses));
-}
-
-void TestAgentContract::aControlIsConnectedUntilItGoes()
-{
-    QVERIFY(m_control->Connected());
-    m_control->Disconnect();
-    QVERIFY(!m_control->Connected());
-    m_control->Disconnect();
-    QVERIFY(!m_control->Connected());
-    const AgentControlReference nothing;
-    QCOMPARE(Raised([&] { nothing->Connected(); }), qint32(kObjectNotSet));
-}
-
-void TestAgentContract::requestsOfALostClientAreInterrupted()
-{
-    const auto merlin = Visible();
-    const auto running = merlin->Speak("Hello there");
-    const auto waiting = merlin->Play("Wave");
-    m_control->Disconnect();
-    QCOMPARE(int(running->Status()), int(kRequestInterrupted));
-    QCOMPARE(int(waiting->Status()), int(kRequestInterrupted));
-    QCOMPARE(running->Number(), qint32(kRemovedFromQueue));
-}
-
-void TestAgentContract::figuresOfALostClientAreGone()
-{
-    const auto other = m_service->Engine().CreateControl();
-    other->Load("Merlin", "Merlin.acs");
-    const auto theirs = other->Character("Merlin");
-    const auto ours = Visible();
-    QVERIFY(theirs->Visible());
-    m_control->Disconnect();
-    QVERIFY(theirs->Visible());
-    QVERIFY(Ended(theirs->Play("Wave")));
-    other->Disconnect();
-    const auto third = m_service->Engine().CreateControl();
-    third->Load("Merlin", "Merlin.acs");
-    QVERIFY(!third->Character("Merlin")->Visible());
-}
-
-void TestAgentContract::aHideUnderWayIsPlayedOutAfterItsClientHasGone()
-{
-    const auto merlin = Visible();
-    const auto genie = Visible("Genie");
-    genie->Play("Wave");
-    const auto running = merlin->Hide();
-    const auto waiting = genie->Hide();
-    m_control->Disconnect();
-    QCOMPARE(int(running->Status()), int(kRequestInterrupted));
-    QCOMPARE(int(waiting->Status()), int(kRequestInterrupted));
-    // Meanwhile the next screen loads figures of its own.
-    const auto next = m_service->Engine().CreateControl();
-    next->Load("Merlin", "Merlin.acs");
-    const auto fresh = next->Character("Merlin");
-    QVERIFY(!fresh->Visible());
-    QVERIFY(Ended(fresh->Show()));
-    QVERIFY(Ended(fresh->Play("Wave")));
-    QVERIFY(fresh->Visible());
-}
-
-void TestAgentContract::commandsGoToTheClientShownLast()
-{
-    QStringList heard;
-    const auto other = m_service->Engine().CreateControl();
-    m_control->command = [&](const UserInput &input) { heard << "first " + input.name; };
-    other->command = [&](const UserInput &input) { heard << "second " + input.name; };
-    m_service->Engine().DeliverCommand("a");
-    m_service->Settle();
-    QCOMPARE(heard, QStringList());
-    Visible("Merlin");
-    other->Load("Genie", "Genie.acs");
-    m_service->Engine().DeliverCommand("b");
-    m_service->Settle();
-    other->Character("Genie")->Show(true);
-    m_service->Engine().DeliverCommand("go");
-    m_service->Settle();
-    QCOMPARE(heard, QStringList({ "first b", "second go" }));
-    m_control->command = nullptr;
-    other->command = nullptr;
+    const auto first = genie->Play("idle3_2");
+    const auto second = peedy->Play("idle3_2");
+    const auto hide = peedy->Hide();
+    Pass(20000);
+    COMPARE_STATUS(first, kRequestRunning, 0);
+    COMPARE_STATUS(second, kRequestRunning, 0);
+    COMPARE_STATUS(hide, kRequestQueued, 0);
+    genie->Stop();
+    peedy->StopAll("Move,Speak,Play,Get"); // what has begun stays
+    COMPARE_STATUS(first, kRequestInterrupted, kInterruptedByProgram);
+    COMPARE_STATUS(second, kRequestRunning, 0);
+    COMPARE_STATUS(hide, kRequestQueued, 0);
 }
 
 QTEST_MAIN(TestAgentContract)

@@ -37,6 +37,7 @@ private slots:
     void aFailedSpeechGivesTheVoiceToTheNext();
     void aDragHoldsAMoveUntilItEnds();
     void hideAskedByTheUserStandsBehindThePresentWork();
+    void aStateWithoutAnimationFails();
     void aFigureRestsWhenItsQueueRunsEmpty();
     void aRunningHideIsNotBegunAnewWhenItsClientGoes();
     void aWaitingHideIsPlayedWhenItsClientGoes();
@@ -216,6 +217,19 @@ void TestAgentEngine::hideAskedByTheUserStandsBehindThePresentWork()
     m_service->stage.Of("Merlin")->hideAsked(false);
     m_service->time.RunUntilIdle();
     QVERIFY(merlin->Visible());
+}
+
+void TestAgentEngine::aStateWithoutAnimationFails()
+{
+    const auto merlin = Visible("Merlin");
+    m_service->stage.TakeMotionAway("GestureLeft");
+    m_service->stage.TakeMotionAway("MoveLeft");
+    for (const auto &request : { merlin->GestureAt(900, 60), merlin->MoveTo(900, 0) }) {
+        QCOMPARE(int(request->Status()), int(kRequestFailed));
+        QCOMPARE(request->Number(), qint32(kStateHasNoAnimation));
+    }
+    QCOMPARE(int(merlin->Left()), 0);
+    QCOMPARE(int(merlin->Play("Wave")->Status()), int(kRequestRunning));
 }
 
 void TestAgentEngine::aFigureRestsWhenItsQueueRunsEmpty()
