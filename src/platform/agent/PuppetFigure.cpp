@@ -19,7 +19,8 @@ constexpr double kBetweenAccents = 0.6;
 // How much of the frame's own movement reaches hat and beard.
 constexpr double kFlightCarry = 0.35;
 constexpr double kDragCarry = 0.6;
-constexpr int kSeen = 60; // of 255
+constexpr double kShortestSlide = 0.2; // what is left of a flight after a drag, seconds
+constexpr int kSeen = 60;              // of 255
 constexpr int kFaceIconSize = 128;
 
 // All figures of the program, so that the balloon of one may leave the faces of the others free.
@@ -65,12 +66,16 @@ PuppetFigure::PuppetFigure(std::shared_ptr<const CharacterData> character, Speec
     };
     m_window.dragBegins = [this] {
         m_dragged = true;
+        if (IsSliding())
+            m_slideTime = std::max(m_slideTime - (m_ticker->Now() - m_slideBegan), kShortestSlide);
         m_dragFrom = m_frame.topLeft();
         PostDragged(true);
     };
     m_window.dragged = [this](QPoint way) { MoveFrame(m_dragFrom + way, kDragCarry); };
     m_window.dragEnds = [this] {
         m_dragged = false;
+        if (IsSliding())
+            BeginStep(); // on from where he was put down
         PostDragged(false);
     };
     m_window.hideChosen = [this] {
@@ -259,7 +264,7 @@ bool PuppetFigure::StepHasEnded()
     case Step::Kind::Wait:
         return m_player.HasEnded();
     case Step::Kind::Slide:
-        return m_ticker->Now() - m_slideBegan >= m_slideTime;
+        return !m_dragged && m_ticker->Now() - m_slideBegan >= m_slideTime;
     case Step::Kind::Talk:
         return !m_speech.IsBusy();
     }
@@ -376,7 +381,7 @@ void PuppetFigure::LiveOn(double seconds)
 
 void PuppetFigure::SlideOn()
 {
-    if (m_steps.empty() || m_steps.front().kind != Step::Kind::Slide || m_dragged)
+    if (!IsSliding() || m_dragged)
         return;
     const double passed = m_slideTime > 0 ? (m_ticker->Now() - m_slideBegan) / m_slideTime : 1;
     const QPointF way = QPointF(m_slideTo - m_slideFrom) * Eased(Ease::InOut, std::clamp(passed, 0.0, 1.0));

@@ -57,6 +57,7 @@ private:
     void Tick();
     void PassTime();
     void LiveOn(double seconds);
+    bool IsSliding() const { return !m_steps.empty() && m_steps.front().kind == Step::Kind::Slide; }
     void SlideOn();
     void MoveFrame(const QPoint &topLeft, double carry);
     void FollowWithBalloon();

@@ -347,7 +347,7 @@ private slots:
         QCOMPARE(m_figure->Frame().topLeft(), QPoint(200, 60));
     }
 
-    void aSlideGivesWayToTheUsersHand()
+    void aSlideWaitsForTheUsersHandAndGoesOnFromThere()
     {
         m_figure->SetFrame(QRect(100, 100, 128, 128));
         m_figure->Appear();
@@ -356,10 +356,18 @@ private slots:
         const QPoint at = m_figure->Frame().topLeft();
         Mouse(QEvent::MouseButtonPress, at + QPoint(60, 60), Qt::LeftButton);
         Mouse(QEvent::MouseMove, at + QPoint(60, 160), Qt::LeftButton);
-        m_time->Run(milliseconds(800));
-        QCOMPARE(m_number, 0);
+        m_time->Run(milliseconds(3000));
+        QCOMPARE(m_number, kNotEnded);
         QCOMPARE(m_figure->Frame().topLeft(), at + QPoint(0, 100));
         Mouse(QEvent::MouseButtonRelease, at + QPoint(60, 160), Qt::LeftButton);
+        m_time->Run(milliseconds(40));
+        const QPoint soon = m_figure->Frame().topLeft();
+        QVERIFY2((soon - at - QPoint(0, 100)).manhattanLength() < 40, "he jumps back on his way");
+        m_time->Run(milliseconds(600));
+        QCOMPARE(m_number, kNotEnded); // of the second, 0.7 were left
+        m_time->Run(milliseconds(100));
+        QCOMPARE(m_number, 0);
+        QCOMPARE(m_figure->Frame().topLeft(), QPoint(500, 100));
     }
 
     void theMenuHidesHimAndTheTrayBringsHimBack()
