@@ -177,7 +177,7 @@ void Cast::BeginHead()
             BeginSpeech(request);
         return;
     case Operation::MoveTo:
-        if (!m_visible || request->speed == 0) {
+        if (!m_visible) {
             // A hidden figure is placed all the same; only the flight cannot be had.
             m_figure->SetFrame(QRect(request->point, m_figure->Frame().size()));
             const bool failed = request->speed != 0;
@@ -197,6 +197,10 @@ void Cast::BeginHead()
 
 void Cast::BeginMove(const RequestPointer &request)
 {
+    if (request->speed == 0) {
+        m_figure->SetFrame(QRect(request->point, m_figure->Frame().size()));
+        return EndHead(kRequestDone, 0);
+    }
     const QPoint way = request->point - m_figure->Frame().topLeft();
     Perform(request, QStringLiteral("Move") + DirectionOf(way), [this, request] {
         m_figure->Slide(request->point, std::chrono::milliseconds(request->speed), Completion(request));

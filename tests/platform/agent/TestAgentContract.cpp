@@ -43,6 +43,7 @@ private slots:
     void sizesCountAtOnce();
     void speedIsTheTimeOfTheWholeFlight();
     void aMoveWaitsForTheUsersHand();
+    void aJumpWaitsForTheUsersHandToo();
     void theQueueGoesOnWhileTheUserDrags();
     void aHeldMoveCanBeStopped();
     void anUnknownAnimationLeavesTheQueueAsItIs();
@@ -411,6 +412,20 @@ void TestAgentContract::aMoveWaitsForTheUsersHand()
     COMPARE_STATUS(move, kRequestDone, 0);
     QCOMPARE(int(merlin->Left()), 300);
     QCOMPARE(int(merlin->Top()), 200);
+}
+
+void TestAgentContract::aJumpWaitsForTheUsersHandToo()
+{
+    const auto merlin = Visible();
+    m_service->BeginDrag("Merlin");
+    Pass(100);
+    const auto jump = merlin->MoveTo(300, 200, 0);
+    COMPARE_STATUS(jump, kRequestRunning, 0);
+    QVERIFY(merlin->Left() != 300);
+    m_service->EndDrag("Merlin");
+    Pass(100);
+    COMPARE_STATUS(jump, kRequestDone, 0);
+    QCOMPARE(int(merlin->Left()), 300);
 }
 
 void TestAgentContract::theQueueGoesOnWhileTheUserDrags()
