@@ -69,8 +69,11 @@ void Client::PostStart(const std::shared_ptr<QueuedRequest> &request)
 {
     m_engine.Post([weak = weak_from_this(), request] {
         const auto self = weak.lock();
-        if (self && self->m_connected && self->requestStart)
-            self->requestStart(RequestReference(request));
+        if (!self || !self->m_connected)
+            return;
+        // The handler may replace itself.
+        if (const auto handler = self->requestStart)
+            handler(RequestReference(request));
     });
 }
 
@@ -78,8 +81,10 @@ void Client::PostComplete(const std::shared_ptr<QueuedRequest> &request)
 {
     m_engine.Post([weak = weak_from_this(), request] {
         const auto self = weak.lock();
-        if (self && self->m_connected && self->requestComplete)
-            self->requestComplete(RequestReference(request));
+        if (!self || !self->m_connected)
+            return;
+        if (const auto handler = self->requestComplete)
+            handler(RequestReference(request));
     });
 }
 

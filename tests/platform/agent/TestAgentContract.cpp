@@ -33,6 +33,7 @@ private slots:
     void animationNamesAreOfAnyCase();
     void loopsRunUntilStopped();
     void startComesBeforeTheEndAndTellsOfTheRunningRequest();
+    void aHandlerOfEventsMayReplaceItself();
     void requestsEndInTheirOrder();
     void gestureWhileHiddenFails();
     void aLoopWhileHiddenHoldsNobodyUp();
@@ -283,6 +284,22 @@ void TestAgentContract::startComesBeforeTheEndAndTellsOfTheRunningRequest()
                                    "move ends 0" }));
     m_control->requestStart = nullptr;
     m_control->requestComplete = nullptr;
+}
+
+void TestAgentContract::aHandlerOfEventsMayReplaceItself()
+{
+    const auto merlin = Visible();
+    m_service->Settle();
+    auto kept = std::make_shared<int>(0);
+    m_control->requestComplete = [this, kept](const RequestReference &) {
+        const auto counter = kept; // what is captured goes with the handler
+        m_control->requestComplete = nullptr;
+        ++*counter;
+    };
+    QVERIFY(Ended(merlin->Play("Pleased")));
+    QVERIFY(Ended(merlin->Play("Wave")));
+    m_service->Settle();
+    QCOMPARE(*kept, 1);
 }
 
 void TestAgentContract::requestsEndInTheirOrder()
