@@ -42,16 +42,37 @@ bool AgentEngine::HasClients() const
     });
 }
 
-void AgentEngine::DeliverCommand(const QString &name)
+void AgentEngine::SetInputClient(const std::shared_ptr<Client> &client)
 {
-    Post([this, name] {
-        const auto client = m_inputClient.lock();
-        if (!client || !client->Connected() || !client->command)
-            return;
+    std::erase_if(m_shown, [&client](const std::weak_ptr<Client> &weak) {
+        const auto other = weak.lock();
+        return !other || other == client;
+    });
+    m_shown.push_back(client);
+}
+
+std::shared_ptr<Client> AgentEngine::InputClient() const
+{
+    for (auto weak = m_shown.rbegin(); weak != m_shown.rend(); ++weak) {
+        auto client = weak->lock();
+        if (!client)
+            continue;
         const bool seen = std::any_of(client->Casts().begin(), client->Casts().end(),
                                       [](const auto &entry) { return entry.second->Visible(); });
         if (seen)
-            client->command(UserInput{ name });
+            return client;
+    }
+    return nullptr;
+}
+
+void AgentEngine::DeliverCommand(const QString &name)
+{
+    Post([this, name] {
+        const auto client = InputClient();
+        if (!client)
+            return;
+        if (const auto handler = client->command)
+            handler(UserInput{ name });
     });
 }
 

@@ -24,8 +24,8 @@ public:
 
     AgentControlReference CreateControl() override;
 
-    // Brings a command to the client that gets the user's input: the one whose character was shown last,
-    // while one of its characters is visible. Nothing when there is none.
+    // Brings a command to the client that gets the user's input: of those that have a visible character, the
+    // one that showed one last. Nothing when there is none.
     void DeliverCommand(const QString &name);
 
 private:
@@ -40,7 +40,8 @@ private:
     std::shared_ptr<Cast> CastFor(const QString &id, const QString &file);
     void Leave(Client &client);
     void ShowDeparture(const std::shared_ptr<Cast> &cast);
-    void SetInputClient(const std::shared_ptr<Client> &client) { m_inputClient = client; }
+    void SetInputClient(const std::shared_ptr<Client> &client);
+    std::shared_ptr<Client> InputClient() const;
 
     // The voice: one at a time, first come, first served.
     bool TakeVoice(const std::shared_ptr<Cast> &cast);
@@ -53,8 +54,8 @@ private:
     FigureMaker &m_figures;
     std::vector<std::weak_ptr<Client>> m_clients;
     std::map<QString, std::weak_ptr<Cast>> m_casts; // by id in lower case
-    std::weak_ptr<Client> m_inputClient;
-    std::deque<std::weak_ptr<Cast>> m_voiceQueue; // the first one is talking
+    std::vector<std::weak_ptr<Client>> m_shown;     // clients in the order of their last Show
+    std::deque<std::weak_ptr<Cast>> m_voiceQueue;   // the first one is talking
     struct Departure {
         std::shared_ptr<Cast> cast;
         std::unique_ptr<PendingCall> deadline;

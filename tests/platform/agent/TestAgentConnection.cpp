@@ -36,6 +36,7 @@ private slots:
     void aDepartureDoesNotMixWithTheNextFigure();
     void theVoiceOfALostClientGoesToTheNext();
     void noEventsComeAfterALostConnection();
+    void hidingPassesTheUsersInputOn();
 };
 
 void TestAgentConnection::sizesAreSharedAndForgottenWithTheLastClient()
@@ -372,6 +373,27 @@ void TestAgentConnection::noEventsComeAfterALostConnection()
     m_control->Disconnect();
     Pass(3000);
     QCOMPARE(events, 0);
+}
+
+void TestAgentConnection::hidingPassesTheUsersInputOn()
+{
+    QStringList heard;
+    const auto other = m_service->Engine().CreateControl();
+    m_control->command = [&](const UserInput &input) { heard << "first " + input.name; };
+    other->command = [&](const UserInput &input) { heard << "second " + input.name; };
+    Visible("Merlin");
+    other->Load("Genie", "Genie.acs");
+    const auto genie = other->Character("Genie");
+    genie->Show(true);
+    QVERIFY(Ended(genie->Hide()));
+    m_service->Engine().DeliverCommand("a");
+    m_service->Settle();
+    genie->Show(true);
+    other->Disconnect();
+    m_service->Engine().DeliverCommand("b");
+    m_service->Settle();
+    QCOMPARE(heard, QStringList({ "first a", "first b" }));
+    m_control->command = nullptr;
 }
 
 QTEST_MAIN(TestAgentConnection)
