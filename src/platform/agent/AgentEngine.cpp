@@ -101,11 +101,11 @@ void AgentEngine::Leave(Client &client)
             continue;
         }
         m_casts.erase(key);
-        const bool departs = cast->Visible() && cast->HasHideOf(client);
+        const bool departs = cast->Visible() && cast->HasHide();
         if (departs && cast->Body().HasMotion(QStringLiteral("Hide"))) {
             ShowDeparture(cast);
         } else {
-            cast->RemoveRequestsOf(client);
+            cast->RemoveAllRequests();
             cast->Body().Disappear();
         }
     }

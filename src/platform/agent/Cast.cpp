@@ -100,7 +100,7 @@ void Cast::Connect()
     };
     // What the user asks for in the figure's menu stands behind the present work like any other request.
     m_figure->hideAsked = [weak = weak_from_this()](bool hide) {
-        if (const auto self = weak.lock()) {
+        if (const auto self = weak.lock(); self && !self->m_departing) {
             auto request = std::make_shared<QueuedRequest>();
             request->operation = hide ? Operation::Hide : Operation::Show;
             self->Enqueue(std::move(request));
@@ -261,6 +261,11 @@ void Cast::EndHead(RequestStatus status, qint32 number)
     if (request->operation == Operation::Speak)
         m_engine.GiveVoiceBack(*this);
     Advance();
+    RestIfIdle();
+}
+
+void Cast::RestIfIdle()
+{
     if (m_queue.empty() && m_visible)
         m_figure->Rest();
 }
@@ -316,8 +321,7 @@ void Cast::Stop()
         return;
     RemoveWaiting([](const QueuedRequest &) { return true; });
     Interrupt(kInterruptedByProgram);
-    if (m_visible)
-        m_figure->Rest();
+    RestIfIdle();
 }
 
 void Cast::Stop(const Request *request)
@@ -331,8 +335,7 @@ void Cast::Stop(const Request *request)
     if ((*found)->IsRunning()) {
         Interrupt(kInterruptedByProgram);
         Advance();
-        if (m_queue.empty() && m_visible)
-            m_figure->Rest();
+        RestIfIdle();
     } else {
         RemoveWaiting([request](const QueuedRequest &queued) { return &queued == request; });
     }
@@ -343,8 +346,7 @@ void Cast::StopAll()
     TraceCall(QStringLiteral("StopAll"));
     RemoveWaiting([](const QueuedRequest &) { return true; });
     Interrupt(kInterruptedByProgram);
-    if (m_visible)
-        m_figure->Rest();
+    RestIfIdle();
 }
 
 void Cast::StopAll(const QString &types)
@@ -377,28 +379,33 @@ void Cast::StopAll(const QString &types)
     });
 }
 
-bool Cast::HasHideOf(const Client &client) const
+bool Cast::HasHide() const
 {
-    return std::any_of(m_queue.begin(), m_queue.end(), [&client](const RequestPointer &request) {
-        return request->operation == Operation::Hide && request->client.lock().get() == &client;
-    });
+    return std::any_of(m_queue.begin(), m_queue.end(),
+                       [](const RequestPointer &request) { return request->operation == Operation::Hide; });
 }
 
 void Cast::RemoveRequestsOf(const Client &client)
 {
-    const auto isOurs = [&client](const QueuedRequest &request) {
-        return request.client.lock().get() == &client;
-    };
+    const auto isOurs = [&client](const QueuedRequest &request) { return request.owner == &client; };
     RemoveWaiting(isOurs);
     if (!m_queue.empty() && isOurs(*m_queue.front())) {
         Interrupt(kRemovedFromQueue);
         Advance();
+        RestIfIdle();
     }
+}
+
+void Cast::RemoveAllRequests()
+{
+    RemoveWaiting([](const QueuedRequest &) { return true; });
+    Interrupt(kRemovedFromQueue);
 }
 
 void Cast::Depart(std::function<void()> gone)
 {
     RemoveWaiting([](const QueuedRequest &) { return true; });
+    m_departing = true;
     m_departed = std::move(gone);
     if (IsHiding()) {
         const RequestPointer request = m_queue.front();

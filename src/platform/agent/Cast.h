@@ -27,9 +27,10 @@ public:
     SpeechText text;   // Speak
     QString tagged;    // Speak, as passed
     bool noBalloon = false;
-    QPoint point;                 // MoveTo and GestureAt
-    int speed = 0;                // MoveTo, milliseconds
-    std::weak_ptr<Client> client; // expired for what the user asked for
+    QPoint point;                  // MoveTo and GestureAt
+    int speed = 0;                 // MoveTo, milliseconds
+    const Client *owner = nullptr; // null for what the user asked for; only compared
+    std::weak_ptr<Client> client;  // gets the events
     int sequence = 0;
 
     bool HasEnded() const { return m_status != kRequestQueued && m_status != kRequestRunning; }
@@ -57,10 +58,12 @@ public:
     void Stop(const Request *request);
     void StopAll();
     void StopAll(const QString &types);
-    // Whether a Hide of `client` is running or waiting.
-    bool HasHideOf(const Client &client) const;
-    // Ends the requests of `client`.
+    // Whether a Hide is running or waiting.
+    bool HasHide() const;
+    // Ends the requests of `client`, which may be on its way out.
     void RemoveRequestsOf(const Client &client);
+    // Ends all requests, whoever made them; nothing comes after them.
+    void RemoveAllRequests();
     // Ends all requests and plays a Hide out, the one that runs or a new one; then `gone` is called. Nobody
     // can ask for anything any more.
     void Depart(std::function<void()> gone);
@@ -87,6 +90,7 @@ private:
     void EndHead(RequestStatus status, qint32 number);
     void Conclude(const RequestPointer &request, RequestStatus status, qint32 number);
     void Interrupt(qint32 number);
+    void RestIfIdle();
     void RemoveWaiting(const std::function<bool(const QueuedRequest &)> &which);
     void Trace(const QueuedRequest &request) const;
     void TraceCall(const QString &call) const;
@@ -105,6 +109,7 @@ private:
     bool m_dragging = false;
     bool m_balloonOffNext = false;
     bool m_advancing = false;
+    bool m_departing = false;
     std::function<void()> m_departed;
     std::weak_ptr<bool> m_engineAlive;
 };

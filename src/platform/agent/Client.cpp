@@ -106,6 +106,7 @@ std::shared_ptr<Cast> ClientCharacter::Held() const
 RequestReference ClientCharacter::Enqueue(std::shared_ptr<QueuedRequest> request)
 {
     const auto cast = Held();
+    request->owner = m_client.get();
     request->client = m_client;
     return RequestReference(cast->Enqueue(std::move(request)));
 }

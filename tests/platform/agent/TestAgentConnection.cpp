@@ -31,8 +31,12 @@ private slots:
     void everyCallOnALostReferenceRaises_data();
     void everyCallOnALostReferenceRaises();
     void theServiceComesBackWithTheNextClient();
+    void aControlThatIsLetGoEndsItsRequests();
+    void aControlThatIsLetGoLeavesTheFiguresOfOthersAlone();
     void figuresWithoutAHideVanishAtOnce();
     void aDepartureIsSeenForAWhileAndWithoutVoice();
+    void theUsersHideIsPlayedOutToo();
+    void nothingCanBeAskedOfADepartingFigure();
     void aDepartureDoesNotMixWithTheNextFigure();
     void theVoiceOfALostClientGoesToTheNext();
     void noEventsComeAfterALostConnection();
@@ -304,6 +308,38 @@ void TestAgentConnection::theServiceComesBackWithTheNextClient()
     QVERIFY(next->Character("Merlin")->Visible());
 }
 
+void TestAgentConnection::aControlThatIsLetGoEndsItsRequests()
+{
+    auto control = m_service->Engine().CreateControl();
+    control->Load("Merlin", "Merlin.acs");
+    auto merlin = control->Character("Merlin");
+    merlin->Show(true);
+    const auto running = merlin->Speak("Nobody holds me any more");
+    const auto waiting = merlin->Play("Wave");
+    Pass(200);
+    merlin = nullptr;
+    control = nullptr;
+    COMPARE_STATUS(running, kRequestInterrupted, kRemovedFromQueue);
+    COMPARE_STATUS(waiting, kRequestInterrupted, kRemovedFromQueue);
+    QCOMPARE(m_service->Talking(), 0);
+    QCOMPARE(m_service->Seen(), 0);
+}
+
+void TestAgentConnection::aControlThatIsLetGoLeavesTheFiguresOfOthersAlone()
+{
+    const auto ours = Visible();
+    const auto speak = ours->Speak("I go on");
+    {
+        const auto other = m_service->Engine().CreateControl();
+        other->Load("Merlin", "Merlin.acs");
+        other->Character("Merlin")->Play("Wave");
+    }
+    COMPARE_STATUS(speak, kRequestRunning, 0);
+    const auto behind = ours->Play("Pleased");
+    QVERIFY(Ended(behind));
+    COMPARE_STATUS(behind, kRequestDone, 0);
+}
+
 void TestAgentConnection::figuresWithoutAHideVanishAtOnce()
 {
     const auto merlin = Visible();
@@ -326,6 +362,30 @@ void TestAgentConnection::aDepartureIsSeenForAWhileAndWithoutVoice()
     m_control->Disconnect();
     QCOMPARE(m_service->Seen(), 2); // Peedy was not asked to hide
     QCOMPARE(m_service->Talking(), 0);
+    Pass(1520);
+    QCOMPARE(m_service->Seen(), 0);
+}
+
+void TestAgentConnection::theUsersHideIsPlayedOutToo()
+{
+    const auto merlin = Visible();
+    merlin->Play("Pleased");
+    m_service->HideByMenu("Merlin");
+    Pass(40);
+    m_control->Disconnect();
+    QCOMPARE(m_service->Seen(), 1);
+    Pass(1520);
+    QCOMPARE(m_service->Seen(), 0);
+}
+
+void TestAgentConnection::nothingCanBeAskedOfADepartingFigure()
+{
+    const auto merlin = Visible();
+    merlin->Hide();
+    m_control->Disconnect();
+    QCOMPARE(m_service->Seen(), 1);
+    m_service->HideByMenu("Merlin");
+    m_service->BeginDrag("Merlin");
     Pass(1520);
     QCOMPARE(m_service->Seen(), 0);
 }

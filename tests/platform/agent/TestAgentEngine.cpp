@@ -37,6 +37,7 @@ private slots:
     void aFailedSpeechGivesTheVoiceToTheNext();
     void aDragHoldsAMoveUntilItEnds();
     void hideAskedByTheUserStandsBehindThePresentWork();
+    void theOthersFigureRestsWhenALostClientsWorkIsCutOff();
     void aStateWithoutAnimationFails();
     void aFigureRestsWhenItsQueueRunsEmpty();
     void aRunningHideIsNotBegunAnewWhenItsClientGoes();
@@ -217,6 +218,18 @@ void TestAgentEngine::hideAskedByTheUserStandsBehindThePresentWork()
     m_service->stage.Of("Merlin")->hideAsked(false);
     m_service->time.RunUntilIdle();
     QVERIFY(merlin->Visible());
+}
+
+void TestAgentEngine::theOthersFigureRestsWhenALostClientsWorkIsCutOff()
+{
+    Visible("Merlin");
+    const auto other = m_service->Engine().CreateControl();
+    other->Load("Merlin", "Merlin.acs");
+    other->Character("Merlin")->Play("Read");
+    m_service->time.Run(std::chrono::milliseconds(100));
+    m_service->stage.ClearLog();
+    other->Disconnect();
+    QCOMPARE(m_service->stage.Log(), QStringList({ "Merlin halts", "Merlin rests" }));
 }
 
 void TestAgentEngine::aStateWithoutAnimationFails()
