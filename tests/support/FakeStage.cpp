@@ -123,10 +123,10 @@ void FakeFigure::Appear()
     Write(QStringLiteral("appears"));
 }
 
-void FakeFigure::Disappear()
+void FakeFigure::Disappear(bool byUser)
 {
     if (m_visible)
-        Write(QStringLiteral("disappears"));
+        Write(byUser ? QStringLiteral("disappears for the user") : QStringLiteral("disappears"));
     m_visible = false;
     m_balloon = false;
 }

@@ -71,7 +71,7 @@ public:
     QRect Frame() const override { return m_frame; }
     void SetFrame(const QRect &frame) override { m_frame = frame; }
     void Appear() override;
-    void Disappear() override;
+    void Disappear(bool byUser) override;
     void Perform(const QString &name, Done done) override;
     void Slide(const QPoint &topLeft, std::chrono::milliseconds duration, Done done) override;
     void Speak(const platform::SpeechText &text, bool balloon, Done done) override;

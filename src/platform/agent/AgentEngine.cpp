@@ -106,7 +106,7 @@ void AgentEngine::Leave(Client &client)
             ShowDeparture(cast);
         } else {
             cast->RemoveAllRequests();
-            cast->Body().Disappear();
+            cast->Body().Disappear(false);
         }
     }
     client.Forget();
@@ -124,7 +124,7 @@ void AgentEngine::ShowDeparture(const std::shared_ptr<Cast> &cast)
         if (alive.expired() || !gone)
             return;
         gone->cast->Body().Halt();
-        gone->cast->Body().Disappear();
+        gone->cast->Body().Disappear(false);
         m_departures.erase(std::remove(m_departures.begin(), m_departures.end(), gone), m_departures.end());
         // The figure may be on the stack, so the event loop destroys it.
         m_events.Post([gone] {});

@@ -155,9 +155,9 @@ void Cast::BeginHead()
     case Operation::Hide: {
         if (!m_visible)
             return EndHead(kRequestDone, 0);
-        const auto vanish = [this] {
+        const auto vanish = [this, byUser = request->owner == nullptr] {
             m_visible = false;
-            m_figure->Disappear();
+            m_figure->Disappear(byUser);
             EndHead(kRequestDone, 0);
         };
         if (request->fast)

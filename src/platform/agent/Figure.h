@@ -27,9 +27,11 @@ public:
     virtual QRect Frame() const = 0;
     virtual void SetFrame(const QRect &frame) = 0; // at once
 
-    // Makes the frame visible in the rest pose, topmost, or takes it from the screen with its balloon.
+    // Makes the frame visible in the rest pose, topmost.
     virtual void Appear() = 0;
-    virtual void Disappear() = 0;
+    // Takes the frame from the screen with its balloon. `byUser` tells that the user wanted it, who is given
+    // a way to bring the figure back.
+    virtual void Disappear(bool byUser) = 0;
 
     // Comes back from the last motion, then plays `name`, which the figure has, and holds its last pose. A
     // motion that loops for ever never ends. "Show" begins unseen, whatever pose the figure was in; a Move

@@ -78,10 +78,7 @@ PuppetFigure::PuppetFigure(std::shared_ptr<const CharacterData> character, Speec
             BeginStep(); // on from where he was put down
         PostDragged(false);
     };
-    m_window.hideChosen = [this] {
-        m_hiddenByUser = true;
-        PostHideAsked(true);
-    };
+    m_window.hideChosen = [this] { PostHideAsked(true); };
     SetFrame(m_frame);
 }
 
@@ -150,7 +147,6 @@ void PuppetFigure::FollowWithBalloon()
 
 void PuppetFigure::Appear()
 {
-    m_hiddenByUser = false;
     m_tray.reset();
     m_visible = true;
     m_steps.clear();
@@ -166,7 +162,7 @@ void PuppetFigure::Appear()
     ChooseRate();
 }
 
-void PuppetFigure::Disappear()
+void PuppetFigure::Disappear(bool byUser)
 {
     Halt();
     m_speech.HideBalloon();
@@ -175,7 +171,7 @@ void PuppetFigure::Disappear()
     m_visible = false;
     m_window.hide();
     ChooseRate();
-    if (m_hiddenByUser)
+    if (byUser)
         m_tray = std::make_unique<FigureTray>(m_character->name, m_face, [this] { PostHideAsked(false); });
 }
 

@@ -26,7 +26,7 @@ public:
     QRect Frame() const override { return m_frame; }
     void SetFrame(const QRect &frame) override;
     void Appear() override;
-    void Disappear() override;
+    void Disappear(bool byUser) override;
     void Perform(const QString &name, Done done) override;
     void Slide(const QPoint &topLeft, std::chrono::milliseconds duration, Done done) override;
     void Speak(const SpeechText &text, bool balloon, Done done) override;
@@ -83,7 +83,6 @@ private:
     QIcon m_face;
     std::unique_ptr<FigureTray> m_tray;
     bool m_visible = false;
-    bool m_hiddenByUser = false;
 
     Done m_done;                     // null when no activity is on its way
     std::shared_ptr<int> m_activity; // a new one for each, so that a cut one's end is not delivered

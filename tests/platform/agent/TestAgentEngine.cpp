@@ -37,6 +37,7 @@ private slots:
     void aFailedSpeechGivesTheVoiceToTheNext();
     void aDragHoldsAMoveUntilItEnds();
     void hideAskedByTheUserStandsBehindThePresentWork();
+    void onlyTheUsersOwnHideLeavesAWayBack();
     void theOthersFigureRestsWhenALostClientsWorkIsCutOff();
     void aStateWithoutAnimationFails();
     void aFigureRestsWhenItsQueueRunsEmpty();
@@ -218,6 +219,21 @@ void TestAgentEngine::hideAskedByTheUserStandsBehindThePresentWork()
     m_service->stage.Of("Merlin")->hideAsked(false);
     m_service->time.RunUntilIdle();
     QVERIFY(merlin->Visible());
+}
+
+void TestAgentEngine::onlyTheUsersOwnHideLeavesAWayBack()
+{
+    const auto merlin = Visible("Merlin");
+    merlin->Speak("Hello");
+    m_service->stage.Of("Merlin")->hideAsked(true);
+    merlin->Stop(); // takes the user's wish with the rest
+    merlin->Hide();
+    m_service->time.RunUntilIdle();
+    QCOMPARE(m_service->stage.Log().last(), QString("Merlin disappears"));
+    merlin->Show(true);
+    m_service->stage.Of("Merlin")->hideAsked(true);
+    m_service->time.RunUntilIdle();
+    QCOMPARE(m_service->stage.Log().last(), QString("Merlin disappears for the user"));
 }
 
 void TestAgentEngine::theOthersFigureRestsWhenALostClientsWorkIsCutOff()

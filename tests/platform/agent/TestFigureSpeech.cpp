@@ -206,7 +206,7 @@ private slots:
         m_figure->Appear();
         m_figure->Speak(SpeechText::Parse("Hello there"), true, End());
         m_time->Run(milliseconds(300));
-        m_figure->Disappear();
+        m_figure->Disappear(false);
         QVERIFY(!m_audio->Playing());
         QVERIFY(!m_figure->BalloonVisible());
         QCOMPARE(m_ticker->Rate(), 0);

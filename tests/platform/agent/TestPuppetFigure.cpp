@@ -35,7 +35,7 @@ private slots:
         m_figure->SetFrame(QRect(10, 20, 64, 64));
         QCOMPARE(m_figure->Window().geometry(), QRect(10, 20, 64, 64));
         QCOMPARE(m_figure->Picture().size(), QSize(64, 64));
-        m_figure->Disappear();
+        m_figure->Disappear(false);
         QVERIFY(!m_figure->Window().isVisible());
     }
 
@@ -273,7 +273,7 @@ private slots:
         QCOMPARE(m_ticker->Rate(), 60);
         m_time->Run(milliseconds(3000));
         QCOMPARE(m_ticker->Rate(), 20);
-        m_figure->Disappear();
+        m_figure->Disappear(false);
         QCOMPARE(m_ticker->Rate(), 0);
     }
 
@@ -386,7 +386,7 @@ private slots:
         m_time->Run(milliseconds(20));
         QCOMPARE(asked, QList<bool>{ true });
         menu->close();
-        m_figure->Disappear();
+        m_figure->Disappear(true);
         QVERIFY(m_figure->Tray());
         m_figure->Tray()->Choose();
         m_time->Run(milliseconds(20));
@@ -398,7 +398,7 @@ private slots:
     void whoGoesByHimselfLeavesNoTrace()
     {
         m_figure->Appear();
-        m_figure->Disappear();
+        m_figure->Disappear(false);
         QVERIFY(!m_figure->Tray());
     }
 
