@@ -60,13 +60,18 @@ QString Mid(const QString &text, int start)
     return Mid(text, start, static_cast<int>(text.size()));
 }
 
-Integer16 ToInteger16(const QString &text)
+double ToReal(const QString &text)
 {
     bool isNumber = false;
     const double value = text.trimmed().toDouble(&isNumber);
     if (!isNumber || !std::isfinite(value))
         throw Error(kTypeMismatch);
-    return Integer16::FromReal(value);
+    return value;
+}
+
+Integer16 ToInteger16(const QString &text)
+{
+    return Integer16::FromReal(ToReal(text));
 }
 
 } // namespace platform

@@ -21,8 +21,12 @@ QString Right(const QString &text, int length);
 QString Mid(const QString &text, int start, int length);
 QString Mid(const QString &text, int start);
 
-// The decimal number that the whole text stands for, blanks around it allowed. A fraction is rounded half
-// to even. Raises 13 when the text is no number, 6 when it does not fit.
+// The decimal number that the whole text stands for, blanks around it allowed. Raises 13 when the text is
+// no number.
+double ToReal(const QString &text);
+
+// The same with a fraction rounded half to even. Raises 13 when the text is no number, 6 when it does not
+// fit.
 Integer16 ToInteger16(const QString &text);
 
 } // namespace platform

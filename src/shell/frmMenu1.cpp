@@ -5,17 +5,27 @@
 #include "platform/Services.h"
 #include "platform/forms/EnterKey.h"
 #include "platform/forms/Picture.h"
+#include "platform/system/Chance.h"
 #include "platform/system/Process.h"
 #include "setup/frmNumPlayers1.h"
 #include "shell/Appearance.h"
 #include "shell/ErrorBoxes.h"
 #include "shell/HelpTopics.h"
+#include "shell/LastIntroduction.h"
+#include "shell/SettingsFile.h"
 #include "shell/SharedState.h"
 #include "stage/Characters.h"
+#include "stage/Introductions.h"
 
 namespace tumblewick {
 
 using platform::The;
+
+namespace {
+
+constexpr int kIntroductionDelay = 4000; // milliseconds
+
+} // namespace
 
 frmMenu1::frmMenu1() : SharedScreen(QStringLiteral("frmMenu1"), QStringLiteral("Menu")) {}
 
@@ -33,6 +43,7 @@ void frmMenu1::OnLoad(QWidget &window)
     DressWindow(window, Room::Menu);
     platform::InstallEnterKey(window);
     m_resizer = std::make_unique<platform::Resizer>(window, platform::HoldAllButLeft({ "CommandButton" }));
+    m_timer1.emplace(Guarded([this] { Timer1_Timer(); }));
     m_agent1 = The().agent.CreateControl();
     Connect(m_ui->cmdPlay, &QPushButton::clicked, [this] { cmdPlay_Click(); });
     Connect(m_ui->Command3, &QPushButton::clicked, [this] { Command3_Click(); });
@@ -51,15 +62,51 @@ void frmMenu1::OnActivate()
     m_ui->Image1->setPixmap(
         platform::LoadPicture(The().process.ApplicationFolder() + QStringLiteral("\\TWicon4.bmp")));
     if (!State().MenuShown) {
+        const Settings settings = ReadSettings();
+        State().PlayIntro = settings.playIntro;
+        if (!settings.playIntro)
+            IntroCancelled = true;
+        State().AuthoringPassword = settings.authoringPassword;
         State().AgentControl = m_agent1;
         LoadCharacters();
     }
+    if (State().PlayIntro)
+        DrawIntroduction();
     State().MenuShown = true;
+}
+
+// Draws until the pick is not the introduction recorded last, so that the two take turns. That happens at
+// each return to the menu, though only the first one plays what was drawn: wanted.
+void frmMenu1::DrawIntroduction()
+{
+    int choice = 0;
+    do {
+        The().chance.Randomize();
+        choice = platform::Drawn(The().chance, 2);
+    } while (CheckLastIntro(choice));
+    if (State().MenuShown)
+        return;
+    PendingIntro = choice == 1 ? QStringLiteral("IntroOne") : QStringLiteral("IntroTwo");
+    m_timer1->SetInterval(kIntroductionDelay);
+}
+
+void frmMenu1::Timer1_Timer()
+{
+    if (!IntroCancelled) {
+        if (PendingIntro == QLatin1String("IntroOne"))
+            IntroOneScript(*this);
+        else if (PendingIntro == QLatin1String("IntroTwo"))
+            IntroTwoScript(*this);
+    }
+    PendingIntro.clear();
+    if (m_timer1)
+        m_timer1->SetInterval(0);
 }
 
 void frmMenu1::OnUnload()
 {
     CloseHelp();
+    m_timer1.reset();
     m_agent1->Disconnect();
 }
 

@@ -5,7 +5,10 @@
 #include "platform/forms/Holds.h"
 #include "platform/forms/Screen.h"
 
+#include <QString>
+
 #include <memory>
+#include <optional>
 
 namespace Ui {
 class frmMenu1;
@@ -20,8 +23,9 @@ public:
     frmMenu1();
     ~frmMenu1() override;
 
-    bool IntroCancelled = false;     // no introduction may start, and one that runs has to stop
+    bool IntroCancelled = false;     // no introduction may start, and one that runs waits no more
     platform::Integer16 IntroStartY; // the line on which the characters stand in an introduction
+    QString PendingIntro;            // "IntroOne", "IntroTwo" or empty: what Timer1 is to start
 
 private:
     void OnLoad(QWidget &window) override;
@@ -30,6 +34,8 @@ private:
     void OnResize() override;
     bool FillsDisplay() const override { return true; }
 
+    void DrawIntroduction();
+    void Timer1_Timer();
     void cmdPlay_Click();
     void Command3_Click();
     void Command1_Click();
@@ -38,6 +44,7 @@ private:
 
     std::unique_ptr<Ui::frmMenu1> m_ui; // valid while loaded
     std::unique_ptr<platform::Resizer> m_resizer;
+    std::optional<platform::Timer> m_timer1;
     platform::AgentControlReference m_agent1;
 };
 

@@ -4,6 +4,7 @@
 #include "platform/forms/Boxes.h"
 #include "platform/forms/Screen.h"
 #include "platform/system/Events.h"
+#include "shell/SharedState.h"
 #include "shell/frmMenu1.h"
 
 #include <algorithm>
@@ -41,6 +42,35 @@ bool WaitRequestSound(const platform::RequestReference &variable, platform::Scre
         The().events.Pump();
     }
     return true;
+}
+
+void WaitRequestsSkippable(std::initializer_list<const platform::RequestReference *> variables,
+                           const bool &cancelled)
+{
+    const auto has = [](platform::RequestStatus status) {
+        return
+            [status](const platform::RequestReference *variable) { return (*variable)->Status() == status; };
+    };
+    while (!std::all_of(variables.begin(), variables.end(), has(platform::kRequestDone))) {
+        if (cancelled) {
+            if (std::any_of(variables.begin(), variables.end(), has(platform::kRequestQueued)))
+                StopForSetup();
+            return;
+        }
+        The().events.Pump();
+    }
+}
+
+void StopForSetup()
+{
+    const auto &characters = State().Characters;
+    for (const auto &character : characters)
+        character->Stop();
+    characters[kMerlin]->Speak(
+        QStringLiteral("We'll be back with you after you set up for the next game. I can hardly wait"));
+    characters[kMerlin]->Play(QStringLiteral("Pleased"));
+    for (const auto &character : characters)
+        character->StopAll(QStringLiteral("Move,Speak,Play,Get"));
 }
 
 } // namespace tumblewick

@@ -42,7 +42,8 @@ def _die_with_parent():
 class Desktop:
     """A display, a window manager, a compositor, a sound sink and the program on them, as long as it is open."""
 
-    def __init__(self, application, size=(1024, 768), sound=True, readable=True, lists=None, quizzes=None):
+    def __init__(self, application, size=(1024, 768), sound=True, readable=True, lists=None, quizzes=None,
+                 settings=("No Intro", "")):
         self.size = size
         self._readable = readable
         self.trace = []
@@ -52,6 +53,7 @@ class Desktop:
         self._folder = Path(tempfile.mkdtemp(prefix="tumblewick-desk-"))
         self.application = self._folder / "Tumblewick"
         shutil.copytree(application, self.application)
+        (self.application / "Set").write_bytes("".join(line + "\r\n" for line in settings).encode("utf-8"))
         for folder, files in (("Lists", lists), ("QList", quizzes)):
             if files is not None:
                 shutil.rmtree(self.application / folder)

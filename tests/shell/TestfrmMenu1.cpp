@@ -58,6 +58,98 @@ private slots:
         QCOMPARE(int(frmMenu1::Shared().IntroStartY), m_desk->Find<QLabel>("Label1")->y() - 100);
     }
 
+    void settingsAreReadOnceInARun()
+    {
+        m_desk->WriteFile("Set", "Intro\r\nsecret\r\n");
+        Open();
+        QVERIFY(State().PlayIntro);
+        QVERIFY(!frmMenu1::Shared().IntroCancelled);
+        QCOMPARE(State().AuthoringPassword, QString("secret"));
+        m_desk->WriteFile("Set", "No Intro\r\nother\r\n");
+        m_desk->Press("cmdPlay");
+        m_desk->Press("cmdback");
+        QVERIFY(State().PlayIntro);
+        QCOMPARE(State().AuthoringPassword, QString("secret"));
+    }
+
+    void withoutIntroductionsTheRecordIsNotTouched_data()
+    {
+        QTest::addColumn<QByteArray>("set");
+        QTest::newRow("off") << QByteArray("No Intro\r\n\r\n");
+        QTest::newRow("another case") << QByteArray("intro\r\n\r\n");
+        QTest::newRow("something else") << QByteArray("Yes\r\n\r\n");
+    }
+    void withoutIntroductionsTheRecordIsNotTouched()
+    {
+        QFETCH(QByteArray, set);
+        m_desk->WriteFile("Set", set);
+        m_desk->WriteFile("Lintro", "odd");
+        Open();
+        QVERIFY(frmMenu1::Shared().IntroCancelled);
+        QCOMPARE(frmMenu1::Shared().PendingIntro, QString());
+        QCOMPARE(m_desk->chance.Given(), 0);
+        QCOMPARE(Record(), QByteArray("odd"));
+    }
+
+    void anIntroductionIsDrawnUntilItIsTheOtherOne()
+    {
+        m_desk->WriteFile("Set", "Intro\r\n\r\n");
+        m_desk->WriteFile("Lintro", "1");
+        for (int drawn : { 1, 1, 0 })
+            m_desk->chance.QueueDraw(drawn, 2);
+        Open();
+        QCOMPARE(frmMenu1::Shared().PendingIntro, QString("IntroTwo"));
+        QCOMPARE(Record(), QByteArray("0"));
+        QCOMPARE(m_desk->chance.RandomizedAfter(), std::vector<int>({ 0, 1, 2 }));
+    }
+
+    void theRecordFlipsAtEachReturnThoughNothingPlays()
+    {
+        m_desk->WriteFile("Set", "Intro\r\n\r\n");
+        m_desk->chance.QueueDraw(1, 2);
+        Open();
+        QCOMPARE(frmMenu1::Shared().PendingIntro, QString("IntroOne"));
+        QCOMPARE(Record(), QByteArray("1"));
+        m_desk->Press("cmdPlay");
+        m_desk->chance.QueueDraw(0, 2);
+        m_desk->Press("cmdback");
+        QCOMPARE(Record(), QByteArray("0"));
+        m_desk->Press("cmdPlay");
+        m_desk->chance.QueueDraw(0, 2);
+        m_desk->chance.QueueDraw(1, 2);
+        m_desk->Press("cmdback");
+        QCOMPARE(Record(), QByteArray("1"));
+    }
+
+    void aFileOfSettingsThatCannotServeEndsTheProgram_data()
+    {
+        QTest::addColumn<QString>("file");
+        QTest::addColumn<QByteArray>("content");
+        QTest::addColumn<QString>("report");
+        const QByteArray none;
+        QTest::newRow("no settings") << "Set" << none << "Run-time error '53':\r\n\r\nFile not found";
+        QTest::newRow("settings of one line")
+            << "Set" << QByteArray("Intro\r\n") << "Run-time error '62':\r\n\r\nInput past end of file";
+        QTest::newRow("no record") << "Lintro" << none
+                                   << "Run-time error '62':\r\n\r\nInput past end of file";
+        QTest::newRow("an odd record")
+            << "Lintro" << QByteArray("abc") << "Run-time error '13':\r\n\r\nType mismatch";
+    }
+    void aFileOfSettingsThatCannotServeEndsTheProgram()
+    {
+        QFETCH(QString, file);
+        QFETCH(QByteArray, content);
+        QFETCH(QString, report);
+        m_desk->WriteFile("Set", "Intro\r\n\r\n");
+        if (content.isNull())
+            QVERIFY(QFile::remove(m_desk->folder.filePath(file)));
+        else
+            m_desk->WriteFile(file, content);
+        m_desk->boxes.Expect(report);
+        Open();
+        QVERIFY(m_desk->process.Ended());
+    }
+
     void aMissingOrBadIconEndsTheProgram_data()
     {
         QTest::addColumn<bool>("present");
@@ -202,6 +294,12 @@ private slots:
     }
 
 private:
+    QByteArray Record()
+    {
+        QFile file(m_desk->folder.filePath("Lintro"));
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("unreadable");
+    }
+
     void Open()
     {
         frmMenu1::Shared().Show();

@@ -24,6 +24,8 @@ Desk::Desk()
     QPixmap icon(8, 8);
     icon.fill(Qt::blue);
     icon.save(folder.filePath(QStringLiteral("TWicon4.bmp")), "BMP");
+    WriteFile(QStringLiteral("Set"), "No Intro\r\n\r\n");
+    WriteFile(QStringLiteral("Lintro"), "0");
     State().Reset();
 }
 

@@ -21,7 +21,7 @@ class QAbstractButton;
 namespace support {
 
 // The whole game on fakes, for one test: a fresh shared state, an application folder of its own with empty
-// folders for lists, and time that stands still until somebody waits.
+// folders for lists and introductions switched off, and time that stands still until somebody waits.
 class Desk {
 public:
     Desk();
