@@ -21,9 +21,8 @@ public:
     void Read(platform::Files &files, const QString &path);
 
     platform::Integer16 LineCount() const { return m_lineCount; }
-    // Whether there are more players than questions. A list without lines is too short for any number of
-    // players.
-    bool TooFewFor(int players) const { return players > m_lineCount || m_lineCount == 0; }
+    // Whether there are more players than questions. So a list without lines is too short for anybody.
+    bool TooFewFor(int players) const { return players > m_lineCount; }
 
     // Raise 9 for a question that is not there.
     const QString &Line(int question) const;

@@ -55,7 +55,7 @@ void frmSpell1::OnLoad(QWidget &window)
 void frmSpell1::OnUnload()
 {
     CloseHelp();
-    Timer1->SetInterval(0); // stays, since a script that runs on behind the unload may still arm it
+    // Timer1 stays: a script that runs on behind the unload may still arm it, and it does not tick any more.
     m_agent1->Disconnect();
 }
 

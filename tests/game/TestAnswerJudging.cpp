@@ -175,8 +175,14 @@ private slots:
     {
         m_desk->BeginQuiz({ "Ann", "Bob" }, { "Q_a_b_c_d_2_", "Q_a_b_c_d_2_" });
         Ready();
+        QString focus;
+        m_desk->After(std::chrono::milliseconds(500), [&] { focus = m_desk->Focus(); });
+        const int seeded = m_desk->chance.Randomized();
         Choose(3);
         QCOMPARE(m_desk->transcript.Difference("wrong-answer-two-players"), QString());
+        QCOMPARE(focus, QString("lvwAnswer"));
+        // Once for nothing, and once for the next question.
+        QCOMPARE(m_desk->chance.Randomized() - seeded, 2);
         QCOMPARE(Panel(), QString("Ann    0 out of 1 0%\nBob    0 out of 0 0%\n"));
     }
 
@@ -200,6 +206,35 @@ private slots:
                  QString("cmdGo enabled, cmdPass hidden, cmdHint hidden, cmdReplay enabled"));
         QCOMPARE(State().Players.Text(0, Players::kAsked), QString("1"));
         QCOMPARE(Panel(), QString());
+    }
+
+    void theBoardIsWrittenWhileAllThreeCheer()
+    {
+        m_desk->BeginSpelling({ "Ann" }, { "cat", "cat" });
+        Ready();
+        QString panel;
+        QStringList cheers;
+        m_desk->After(std::chrono::milliseconds(500), [&] {
+            panel = Panel();
+            cheers = m_desk->transcript.Lines();
+        });
+        Answer("cat");
+        QCOMPARE(panel, QString("Ann    1 out of 1\n"));
+        QCOMPARE(cheers.filter("Play \"Congratulate").size(), 3);
+        QVERIFY(cheers.filter("done").isEmpty());
+    }
+
+    void aLineThatFailsHoldsTheGameWhileTheScreenLives()
+    {
+        m_desk->BeginQuiz({ "Ann" }, { "Q_a_b_c_d_2_", "Q_a_b_c_d_2_" });
+        Ready();
+        m_desk->stage.SetSpeechFailure(platform::kAudioDeviceUnusable);
+        QString states;
+        m_desk->time.AfterIdlePolls(500, [&] { states = m_desk->States({ "cmdGo", "cmdExit" }); });
+        Choose(3);
+        QVERIFY(m_desk->time.Hung());
+        QCOMPARE(states, QString("cmdGo disabled, cmdExit enabled"));
+        QVERIFY(m_desk->transcript.Said().filter("Genie: ").isEmpty());
     }
 
     void theButtonsAreDeadWhileAnAnswerIsJudged()

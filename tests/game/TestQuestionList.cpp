@@ -125,6 +125,7 @@ private slots:
         m_questions.MarkUsed(1);
         m_questions.Read(m_files, Written("cat\r\ndog\r\n"));
         QCOMPARE(int(m_questions.LineCount()), 2);
+        QCOMPARE(NumberOf([&] { m_questions.Line(2); }), qint32(platform::kSubscriptOutOfRange));
         support::FakeChance chance;
         chance.QueueDraw(1, 2);
         QCOMPARE(int(m_questions.Draw(chance)), 1);

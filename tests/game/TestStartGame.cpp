@@ -242,6 +242,19 @@ private slots:
             m_desk->transcript.Said().contains("Merlin: Ann, how do you spell: \\map=\"cat\"=\"*****\"\\?"));
     }
 
+    void theListIsReadWhileGoodLuckIsBeingSaid()
+    {
+        std::function<void()> watch = [&] {
+            if (!m_desk->transcript.Said().contains("Merlin: Good luck!"))
+                return m_desk->After(std::chrono::milliseconds(10), watch);
+            m_desk->WriteSpelling("Animals", { "dog" }); // too late for this game
+        };
+        m_desk->After(std::chrono::milliseconds(10), watch);
+        m_desk->BeginSpelling({ "Ann" }, { "cat" });
+        QVERIFY(
+            m_desk->transcript.Said().contains("Merlin: Ann, how do you spell: \\map=\"cat\"=\"*****\"\\?"));
+    }
+
     void noSoundEndsTheGameAtOnce()
     {
         m_desk->stage.SetSpeechFailure(platform::kAudioDeviceUnusable);

@@ -95,6 +95,7 @@ private slots:
         m_desk->BeginSpelling({ "Ann" }, { "knight_nite", "cat" });
         m_desk->Rest();
         m_desk->transcript.Clear();
+        m_desk->Find<QPushButton>("cmdReplay")->setFocus();
         m_desk->Press("cmdReplay");
         m_desk->Press("cmdReplay");
         QCOMPARE(m_desk->transcript.Asked().size(), 2);
@@ -133,13 +134,15 @@ private slots:
 
     void answersOfAShortFirstQuestionComeUpAfterSixSeconds()
     {
+        // A tenth of a second of speech.
         m_desk->stage.timePerLetter = std::chrono::milliseconds(10);
+        m_desk->stage.motionTime = std::chrono::milliseconds(0);
         m_desk->BeginQuiz({ "Ann" }, kQuiz);
         const auto *list = m_desk->Find<QListWidget>("lvwAnswer");
         QVERIFY(list->isHidden());
-        m_desk->time.Run(std::chrono::milliseconds(4000));
+        m_desk->time.Run(std::chrono::milliseconds(5800));
         QVERIFY(list->isHidden());
-        m_desk->time.Run(std::chrono::milliseconds(2000));
+        m_desk->time.Run(std::chrono::milliseconds(150));
         QVERIFY(!list->isHidden());
     }
 
@@ -167,6 +170,52 @@ private slots:
         QVERIFY(early.has_value() && late.has_value());
         QVERIFY(!*early);
         QVERIFY(*late);
+    }
+
+    void answersComeUpFourSecondsAfterTheRoundedStart_data()
+    {
+        QTest::addColumn<double>("second"); // at which the question begins, within a minute
+        QTest::addColumn<int>("hidden");    // milliseconds into it
+        QTest::addColumn<int>("shown");
+        QTest::newRow("on the second, strictly later") << 10.0 << 4100 << 4300;
+        QTest::newRow("rounded down") << 10.4 << 3600 << 3800;
+        QTest::newRow("rounded up") << 10.6 << 4300 << 4600;
+    }
+    void answersComeUpFourSecondsAfterTheRoundedStart()
+    {
+        QFETCH(double, second);
+        QFETCH(int, hidden);
+        QFETCH(int, shown);
+        m_desk->stage.timePerLetter = std::chrono::milliseconds(1000);
+        m_desk->stage.motionTime = std::chrono::milliseconds(0);
+        m_desk->BeginQuiz({ "Ann" }, kQuiz);
+        m_desk->Rest();
+        // To a whole second, so that the clock below shows exactly what is asked for.
+        m_desk->time.Run(std::chrono::milliseconds(1000 - m_desk->time.Elapsed().count() % 1000));
+        const int before = static_cast<int>(QString("Sorry Ann.The correct answer was a.").size());
+        const auto elapsed = static_cast<double>(m_desk->time.Elapsed().count() / 1000);
+        m_desk->time.SetStartOfClock(12 * 3600.0 - before - elapsed + second);
+        const auto *list = m_desk->Find<QListWidget>("lvwAnswer");
+        std::optional<bool> early;
+        std::optional<bool> late;
+        m_desk->After(std::chrono::milliseconds(before * 1000 + hidden), [&] { early = !list->isHidden(); });
+        m_desk->After(std::chrono::milliseconds(before * 1000 + shown), [&] { late = !list->isHidden(); });
+        AnswerWith(3);
+        QVERIFY(early.has_value() && late.has_value());
+        QVERIFY(!*early);
+        QVERIFY(*late);
+    }
+
+    void theNextQuestionBringsItsOwnAnswers()
+    {
+        m_desk->chance.QueueDraw(0, 3);
+        m_desk->BeginQuiz({ "Ann" }, kQuiz);
+        m_desk->chance.QueueDraw(2, 3);
+        AnswerWith(3);
+        const auto *list = m_desk->Find<QListWidget>("lvwAnswer");
+        QCOMPARE(list->count(), 4);
+        QCOMPARE(list->item(0)->text(), QString("i"));
+        QCOMPARE(list->item(3)->text(), QString("l"));
     }
 
     void pastMidnightOnlyTheTimerBringsThemUp()
@@ -251,11 +300,28 @@ private slots:
         }
     }
 
-    void newGameGoesHome()
+    // The buttons stay enabled after a last pass, and the list counts as done until it has been read again.
+    void aPassInTheOpeningOfTheNextGameEndsTheListOnceMore()
     {
         m_desk->BeginSpelling({ "Ann" }, { "cat" });
         m_desk->Press("cmdPass");
+        m_desk->transcript.Clear();
+        m_desk->After(std::chrono::seconds(5), [this] { m_desk->Press("cmdPass"); });
+        m_desk->Press("cmdAgain");
+        QCOMPARE(m_desk->transcript.Said().filter("You passed on that one Ann").size(), 1);
+        QCOMPARE(m_desk->transcript.Said().last(),
+                 QString("Merlin: Ann, how do you spell: \\map=\"cat\"=\"*****\"\\?"));
+        QCOMPARE(m_desk->States({ "cmdNew", "cmdAgain" }), QString("cmdNew disabled, cmdAgain disabled"));
+        QCOMPARE(State().Players.Text(0, Players::kAsked), QString("1"));
+    }
+
+    void newGameGoesHome()
+    {
+        m_desk->BeginSpelling({ "Ann" }, { "cat" });
+        const auto control = State().AgentControl;
+        m_desk->Press("cmdPass");
         m_desk->Press("cmdNew");
+        QVERIFY(!control->Connected());
         QVERIFY(m_desk->Find<QWidget>("cmdPlay"));
         QVERIFY(!frmSpell1::Shared().IsLoaded());
         QCOMPARE(State().Players.Text(0, Players::kAsked), QString("1"));
@@ -313,6 +379,7 @@ private slots:
     {
         m_desk->BeginSpelling({ "Ann" }, { "cat", "cat" });
         m_desk->Press("cmdHint");
+        m_desk->Find<QPushButton>("cmdHint")->setFocus();
         m_desk->Press("cmdHint");
         QCOMPARE(m_desk->Focus(), QString("txtAnswer"));
         m_desk->Press("cmdPass");

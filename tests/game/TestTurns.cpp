@@ -79,6 +79,7 @@ private slots:
         turns.Begin(5, 2);
         QCOMPARE(int(turns.CurrentPlayer), -1);
         QCOMPARE(int(turns.SpeakerIndex), -1);
+        QCOMPARE(int(turns.QuestionsAsked), 0);
         QVERIFY(!turns.ListDone());
     }
 };
