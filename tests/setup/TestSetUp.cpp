@@ -51,6 +51,17 @@ private slots:
         QVERIFY(m_desk->Find<QRadioButton>("opt1")->isChecked());
     }
 
+    void everyTimeTheNumberComesToTheFrontItOffersOnePlayer()
+    {
+        Show(frmNumPlayers1::Shared());
+        m_desk->Find<QRadioButton>("opt3")->click();
+        Show(frmPlayerNames1::Shared());
+        frmPlayerNames1::Shared().Unload();
+        m_desk->Settle();
+        QVERIFY(frmNumPlayers1::Shared().IsActive());
+        QVERIFY(m_desk->Find<QRadioButton>("opt1")->isChecked());
+    }
+
     void backFromTheNumberIsTheMenu()
     {
         Show(frmNumPlayers1::Shared());
@@ -66,6 +77,24 @@ private slots:
         QCOMPARE(m_desk->Focus(), QString("txtPlayer_0"));
         for (const char *hidden : { "lblPlayer_1", "txtPlayer_1", "txtPlayer_4" })
             QVERIFY(m_desk->Find<QWidget>(hidden)->isHidden());
+    }
+
+    void severalPlayersSeeABoxEach_data()
+    {
+        QTest::addColumn<int>("players");
+        for (int players = 2; players <= 5; ++players)
+            QTest::newRow(qPrintable(QString::number(players))) << players;
+    }
+    void severalPlayersSeeABoxEach()
+    {
+        QFETCH(int, players);
+        ChoosePlayers(players);
+        QCOMPARE(m_desk->Find<QLabel>("lblPlayer_0")->text(), QString("First player's name"));
+        QCOMPARE(m_desk->Focus(), QString("txtPlayer_0"));
+        for (int index = 0; index < 5; ++index) {
+            for (const char *control : { "lblPlayer_%1", "txtPlayer_%1" })
+                QCOMPARE(m_desk->Find<QWidget>(QString(control).arg(index))->isVisible(), index < players);
+        }
     }
 
     void fivePlayersSeeFiveBoxes()
@@ -296,8 +325,29 @@ private slots:
         m_desk->Press("cmdHelp");
         QCOMPARE(m_desk->help.Open().back().topic, QString("Playing the Game.htm"));
         EnterNames({ "Ann" });
+        QVERIFY(m_desk->help.Open().empty());
         m_desk->Press("cmdHelp");
         QCOMPARE(m_desk->help.Open().back().topic, QString("Playing the Game.htm"));
+        m_desk->Press("cmdMenu");
+        QVERIFY(m_desk->help.Open().empty());
+    }
+
+    void buttonsAndLabelsOfTheListKeepAllButTheirLeft()
+    {
+        State().GameMode = "Quiz";
+        Show(frmChooseList1::Shared());
+        QWidget *window = frmChooseList1::Shared().Window();
+        window->resize(800, 600);
+        QMap<QString, QRect> before;
+        for (const char *name : { "cmdNext", "cmdMenu", "Label1", "lblmsg", "File2" })
+            before[name] = m_desk->Find<QWidget>(name)->geometry();
+        window->resize(1600, 1200);
+        for (const char *name : { "cmdNext", "cmdMenu", "Label1", "lblmsg" }) {
+            const QRect &was = before[name];
+            QCOMPARE(m_desk->Find<QWidget>(name)->geometry(),
+                     QRect(QPoint(was.left() * 2, was.top()), was.size()));
+        }
+        QCOMPARE(m_desk->Find<QWidget>("File2")->size(), before["File2"].size() * 2);
     }
 
 private:
