@@ -279,6 +279,8 @@ private slots:
         QCOMPARE(m_desk->help.Open().front().topic, QString("Introduction.htm"));
         QCOMPARE(m_desk->help.Open().front().file, m_desk->folder.path() + "\\TumblewickHelp.chm");
         QVERIFY(frmMenu1::Shared().IsActive());
+        m_desk->Press("cmdPlay");
+        QVERIFY(m_desk->help.Open().empty());
     }
 
     void finalReleaseClearsTheControlAndTheRequests()
