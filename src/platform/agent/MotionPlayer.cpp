@@ -13,6 +13,17 @@ constexpr std::size_t kMostAccents = 2;
 // How long a movement that is cut off runs on, and the most that it may bring.
 constexpr double kDriftTime = 0.04;
 constexpr double kFastestDrift = 700; // degrees or units per second
+// What is left of its width when a part turns over to its other side.
+constexpr double kTurningOver = 0.45;
+
+// Scales of a part that faces the other way afterwards. It narrows, turns over in the middle, where drawings
+// are changed as well, and widens; a way through nothing would show it as a line.
+double TurnedOver(double from, double to, double weight)
+{
+    const double width = std::abs(1 + from) * (1 - weight) + std::abs(1 + to) * weight;
+    const double narrowing = kTurningOver + (1 - kTurningOver) * std::abs(2 * weight - 1);
+    return std::copysign(width * narrowing, weight < 0.5 ? 1 + from : 1 + to) - 1;
+}
 
 } // namespace
 
@@ -171,7 +182,11 @@ void MotionPlayer::ComputeBody(double seconds)
         const double runOn = kDriftTime * (1 - std::exp(-m_since / kDriftTime));
         for (std::size_t index = 0; index < m_body.numbers.size(); ++index) {
             const double left = m_from.numbers[index] + m_drift[index] * runOn;
-            m_body.numbers[index] = left + (m_target.numbers[index] - left) * weight;
+            const double to = m_target.numbers[index];
+            const auto change = static_cast<Change>(index % kChanges);
+            const bool scales = change == Change::ScaleX || change == Change::ScaleY;
+            const bool turnsOver = scales && (1 + left) * (1 + to) < 0;
+            m_body.numbers[index] = turnsOver ? TurnedOver(left, to, weight) : left + (to - left) * weight;
         }
         if (m_since < m_blend / 2) {
             // A hand keeps its shape through the first half, unless the motion has changed it already.

@@ -136,6 +136,33 @@ private slots:
         QCOMPARE(m_player->Shown().swaps[std::size_t(m_arm)], Pose::kAtRest);
     }
 
+    void aPartThatFacesTheOtherWayTurnsOverWithoutBecomingALine()
+    {
+        Motion mirrored;
+        mirrored.length = 1;
+        mirrored.curves = { Curve{ m_head, Change::ScaleX, { { 0, -2, Ease::Linear } } },
+                            Curve{ m_arm, Change::ScaleX, { { 0, -1, Ease::Linear } } } };
+        m_player->PlayAtOnce(mirrored);
+        m_player->Settle();
+        int turns = 0;
+        double before = -1, narrowest = 1;
+        for (int frame = 0; frame < 24; ++frame) {
+            m_player->Advance(kFrame);
+            const double width = 1 + m_player->Shown().At(m_head, Change::ScaleX);
+            turns += width * before < 0;
+            narrowest = std::min(narrowest, std::abs(width));
+            before = width;
+        }
+        QCOMPARE(turns, 1);
+        QCOMPARE(before, 1.0);
+        QVERIFY2(narrowest > 0.4 && narrowest < 0.6, qPrintable(QString::number(narrowest)));
+        // What was not to be seen grows from nothing as ever.
+        m_player->PlayAtOnce(mirrored);
+        m_player->Settle();
+        m_player->Advance(kFrame);
+        QVERIFY(1 + m_player->Shown().At(m_arm, Change::ScaleX) < 0.05);
+    }
+
     void aLoopNeverEndsAndStaysInItsStretch()
     {
         Play("Doze");
