@@ -1,7 +1,10 @@
 #include "platform/agent/CharacterReader.h"
 
+#include "platform/agent/DrawingCheck.h"
+
 #include <QCborArray>
 #include <QHash>
+#include <QSet>
 #include <QSvgRenderer>
 
 #include <algorithm>
@@ -19,6 +22,8 @@ constexpr qsizetype kMostKeys = 400;
 constexpr qsizetype kMostAccents = 32;
 constexpr qsizetype kMostNameLetters = 64;
 constexpr double kLargestNumber = 10000;
+constexpr double kFarthest = 1024;                                 // from the square's corner
+constexpr double kLargestArea = 100 * kDrawingSize * kDrawingSize; // each unit of it costs memory
 constexpr double kLongestMotion = 30;
 constexpr double kShortestMotion = 0.05;
 constexpr double kShortestStretch = 0.05;
@@ -156,6 +161,7 @@ public:
     CharacterData Read(const QCborMap &figure, const QCborMap &motions)
     {
         // A malformed drawing is refused here, before anything asks for a part of it.
+        CheckDrawing(m_data.drawing);
         if (!m_renderer.load(m_data.drawing))
             throw CharacterFault{ QStringLiteral("the drawing"), QString(), QStringLiteral("is not an SVG") };
         ReadFigure(Node(QStringLiteral("figure.json"), QString(), figure));
@@ -299,10 +305,20 @@ private:
         }
     }
 
-    void CheckGroup(const Node &node, const QString &group) const
+    void CheckGroup(const Node &node, const QString &group)
     {
-        node.Require(group.isEmpty() || m_renderer.elementExists(group),
+        if (group.isEmpty() || m_groups.contains(group))
+            return;
+        node.Require(m_renderer.elementExists(group),
                      QStringLiteral("names the group \"%1\", which is not in the drawing").arg(group));
+        m_groups.insert(group);
+        const QRectF bounds = m_renderer.boundsOnElement(group);
+        m_area += bounds.width() * bounds.height();
+        // Written so that what is not a number fails too.
+        node.Require(bounds.left() >= -kFarthest && bounds.top() >= -kFarthest &&
+                         bounds.right() <= kFarthest && bounds.bottom() <= kFarthest,
+                     QStringLiteral("names the group \"%1\", which lies far away").arg(group));
+        node.Require(m_area <= kLargestArea, QStringLiteral("makes the drawing too large"));
     }
 
     // Refuses cycles on the way.
@@ -552,6 +568,8 @@ private:
     CharacterData m_data;
     QSvgRenderer m_renderer;
     QHash<QString, int> m_partIndexes;
+    QSet<QString> m_groups; // of the drawing that parts are drawn with
+    double m_area = 0;      // of all of them, in drawing units
 };
 
 } // namespace
