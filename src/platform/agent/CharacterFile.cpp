@@ -6,6 +6,7 @@
 #include <QCborArray>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QLoggingCategory>
 
 namespace platform {
@@ -63,8 +64,11 @@ std::shared_ptr<const CharacterData> CharacterFromFile(const QByteArray &file)
     const QCborMap map = document.taggedValue().toMap();
     if (!document.isTag() || map.value(kFormatKey).toString() != kFormat)
         throw Error(kNotACharacterFile);
-    if (map.value(kVersionKey).toInteger(-1) != kVersion)
-        throw Error(kCharacterFileVersion);
+    const QCborValue version = map.value(kVersionKey);
+    if (!version.isInteger())
+        throw Error(kAgentBadData);
+    if (version.toInteger() != kVersion)
+        throw Error(version.toInteger() < kVersion ? kCharacterFileTooOld : kCharacterFileTooNew);
     try {
         return std::make_shared<CharacterData>(ReadCharacter(map.value(kDrawingKey).toByteArray(),
                                                              map.value(kFigureKey).toMap(),
@@ -78,7 +82,8 @@ std::shared_ptr<const CharacterData> CharacterFromFile(const QByteArray &file)
 std::shared_ptr<const CharacterData> LoadCharacterFile(const QString &path)
 {
     QFile file(path);
-    if (!file.exists() || !file.open(QIODevice::ReadOnly))
+    // A folder, a pipe or a device is no file that could be read to its end.
+    if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly))
         throw Error(kAgentFileMissing);
     // Far above anything that the tool packs.
     if (file.size() > kLargestFile)

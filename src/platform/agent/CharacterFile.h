@@ -9,9 +9,9 @@
 // thread.
 namespace platform {
 
-// Reads a packed character. Raises kAgentFileMissing when there is no such file, kNotACharacterFile when it
-// is something else, kCharacterFileVersion for a version that is not read, kAgentBadData when the content
-// cannot serve. Any content whatever is safe to open.
+// Reads a packed character. Raises kAgentFileMissing when there is no such file or it cannot be opened,
+// kNotACharacterFile when it is something else, kCharacterFileTooOld or kCharacterFileTooNew for a version
+// that is not read, kAgentBadData when the content cannot serve. Any content whatever is safe to open.
 std::shared_ptr<const CharacterData> LoadCharacterFile(const QString &path);
 
 // The same for the bytes of a file.

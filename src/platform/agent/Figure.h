@@ -63,7 +63,7 @@ public:
     virtual ~FigureMaker() = default;
     // Opens `file` from the service's folder. The figure is not visible yet, and stands at the upper left
     // corner of the screen in its designed size. Raises kAgentFileMissing, kNotACharacterFile,
-    // kCharacterFileVersion or kAgentBadData.
+    // kCharacterFileTooOld, kCharacterFileTooNew or kAgentBadData.
     virtual std::unique_ptr<Figure> Make(const QString &id, const QString &file) = 0;
 };
 
