@@ -2,23 +2,22 @@
 #include "platform/agent/AgentEngine.h"
 #include "platform/agent/PuppetFigure.h"
 #include "platform/display/Scale.h"
+#include "platform/display/XcbDisplay.h"
 #include "platform/files/DiskFiles.h"
 #include "platform/forms/QtBoxes.h"
 #include "platform/forms/Screen.h"
 #include "platform/help/QtHelp.h"
+#include "platform/system/QtDesktop.h"
 #include "platform/system/QtEvents.h"
 #include "platform/system/QtProcess.h"
 #include "platform/system/SystemChance.h"
 #include "platform/system/SystemClock.h"
-#include "platform/voice/SpeechService.h"
 #include "platform/voice/QtAudioOut.h"
+#include "platform/voice/SpeechService.h"
 #include "shell/Appearance.h"
-#include "shell/DisplayCheck.h"
-#include "shell/SharedState.h"
-#include "shell/frmMenu1.h"
+#include "shell/frmSplash.h"
 
 #include <QApplication>
-#include <QScreen>
 
 #include <cstdio>
 
@@ -46,13 +45,13 @@ int main(int argc, char *argv[])
     platform::PuppetFigureMaker figures(process.ApplicationFolder() + QStringLiteral("/characters"), speech,
                                         audio, events);
     platform::AgentEngine agent(events, figures);
-    platform::Services services{ events, clock, chance, process, files, boxes, help, agent };
+    platform::XcbDisplay display;
+    platform::QtDesktop desktop;
+    platform::Services services{
+        events, clock, chance, process, files, boxes, help, agent, display, desktop
+    };
     platform::InstallServices(&services);
 
-    const QScreen *display = application.primaryScreen();
-    tumblewick::State().DisplayWidth =
-        tumblewick::DisplayWidthFor(display->geometry().width(), display->depth());
-
-    tumblewick::frmMenu1::Shared().Show();
+    platform::ThroughTheDoor([] { tumblewick::frmSplash::Shared().Show(); });
     return application.exec();
 }

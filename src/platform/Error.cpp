@@ -28,6 +28,7 @@ constexpr std::array kStockTexts = {
     StockText{ kPathFileAccess,        "Path/File access error" },
     StockText{ kPathNotFound,          "Path not found" },
     StockText{ kObjectNotSet,          "Object variable or With block variable not set" },
+    StockText{ kNoSuchComponent,       "ActiveX component can't create object" },
     StockText{ kInvalidPicture,        "Invalid picture" },
     StockText{ kAgentRefuses,          "The character is not known to the speaking-character service" },
     StockText{ kNoSuchAnimation,       "The character has no animation of that name" },

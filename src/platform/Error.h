@@ -21,6 +21,7 @@ enum ErrorNumber : qint32 {
     kPathFileAccess = 75,
     kPathNotFound = 76,
     kObjectNotSet = 91,
+    kNoSuchComponent = 429,
     kInvalidPicture = 481,
     // The speaking-character service.
     kAgentRefuses = static_cast<qint32>(0x80042002),

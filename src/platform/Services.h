@@ -5,6 +5,8 @@ namespace platform {
 class Boxes;
 class Chance;
 class Clock;
+class Desktop;
+class Display;
 class Events;
 class Files;
 class Help;
@@ -21,6 +23,8 @@ struct Services {
     Boxes &boxes;
     Help &help;
     AgentServer &agent;
+    Display &display;
+    Desktop &desktop;
 };
 
 // Makes `services` the ones that The() gives, until the next call. Not owned; null takes them away.

@@ -5,6 +5,8 @@
 namespace tumblewick {
 
 inline const QString kIntroductionTopic = QStringLiteral("Introduction.htm");
+inline const QString kListsTopic = QStringLiteral("Adding, Editing and Deleting Lists.htm");
+inline const QString kSettingsTopic = QStringLiteral("Settings1.htm");
 inline const QString kPlayingTopic = QStringLiteral("Playing the Game.htm");
 
 // Opens a topic of the help file beside the program.

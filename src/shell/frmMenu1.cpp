@@ -2,7 +2,9 @@
 
 #include "ui_frmMenu1.h"
 
+#include "authoring/frmList.h"
 #include "platform/Services.h"
+#include "platform/forms/Boxes.h"
 #include "platform/forms/EnterKey.h"
 #include "platform/forms/Picture.h"
 #include "platform/system/Chance.h"
@@ -14,6 +16,8 @@
 #include "shell/LastIntroduction.h"
 #include "shell/SettingsFile.h"
 #include "shell/SharedState.h"
+#include "shell/frmAbout.h"
+#include "shell/frmSettings.h"
 #include "stage/Characters.h"
 #include "stage/Introductions.h"
 
@@ -24,6 +28,12 @@ using platform::The;
 namespace {
 
 constexpr int kIntroductionDelay = 4000; // milliseconds
+
+// The characters are not there to be sent off, which stops nobody.
+bool IsWithoutService(const platform::Error &error)
+{
+    return error.Number() == platform::kAgentRefuses || error.Number() == platform::kAgentGone;
+}
 
 } // namespace
 
@@ -49,10 +59,9 @@ void frmMenu1::OnLoad(QWidget &window)
     Connect(m_ui->Command3, &QPushButton::clicked, [this] { Command3_Click(); });
     Connect(m_ui->Command1, &QPushButton::clicked, [this] { Command1_Click(); });
     Connect(m_ui->cmdHelp, &QPushButton::clicked, [] { ShowHelpTopic(kIntroductionTopic); });
-    // The screens that these three lead to do not exist yet.
-    m_ui->cmdCreate->setEnabled(false);
-    m_ui->cmdSettings->setEnabled(false);
-    m_ui->cmdAbout->setEnabled(false);
+    Connect(m_ui->cmdCreate, &QPushButton::clicked, [this] { cmdCreate_Click(); });
+    Connect(m_ui->cmdSettings, &QPushButton::clicked, [this] { cmdSettings_Click(); });
+    Connect(m_ui->cmdAbout, &QPushButton::clicked, [] { frmAbout::Shared().Show(); });
 }
 
 // Runs each time the menu comes to the front; MenuShown guards what is done once in a run.
@@ -141,6 +150,54 @@ void frmMenu1::BeginSetUp(const QString &gameMode)
             return ErrorReport(error);
     }
     ShowScreen(frmNumPlayers1::Shared(), *this);
+}
+
+void frmMenu1::cmdSettings_Click()
+{
+    try {
+        SendCharactersOff();
+    } catch (const platform::Error &error) {
+        if (!IsWithoutService(error))
+            return ShortErrorBox(error);
+    }
+    ShowScreen(frmSettings::Shared(), *this);
+}
+
+void frmMenu1::cmdCreate_Click()
+{
+    try {
+        SendCharactersOff();
+    } catch (const platform::Error &error) {
+        if (!IsWithoutService(error))
+            return ShortErrorBox(error);
+    }
+    PassLock();
+}
+
+void frmMenu1::SendCharactersOff()
+{
+    const auto &characters = State().Characters;
+    for (const auto &character : characters)
+        character->StopAll();
+    IntroCancelled = true;
+    characters[kMerlin]->Play(QStringLiteral("Pleased"));
+    for (const auto &character : characters)
+        character->Hide();
+}
+
+// The password guards this one door, and there is no limit to how often one may try.
+void frmMenu1::PassLock()
+{
+    const QString &password = State().AuthoringPassword;
+    if (!password.isEmpty()) {
+        const QString reply = The().boxes.InputBox(QStringLiteral("Enter Password"));
+        if (reply != password) {
+            if (!reply.isEmpty())
+                The().boxes.MessageBox(QStringLiteral("Incorrect password"));
+            return;
+        }
+    }
+    ShowScreen(frmList::Shared(), *this);
 }
 
 void frmMenu1::Command1_Click()

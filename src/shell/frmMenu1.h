@@ -40,7 +40,12 @@ private:
     void Command3_Click();
     void Command1_Click();
 
+    void cmdCreate_Click();
+    void cmdSettings_Click();
+
     void BeginSetUp(const QString &gameMode);
+    void SendCharactersOff();
+    void PassLock();
 
     std::unique_ptr<Ui::frmMenu1> m_ui; // valid while loaded
     std::unique_ptr<platform::Resizer> m_resizer;

@@ -183,7 +183,7 @@ class Desktop:
         with self._seen:
             return len(self.trace)
 
-    def wait(self, pattern, since=0, limit=30.0):
+    def wait(self, pattern, since=0, limit=60.0):
         """Waits for a line that the pattern matches; gives its index and the match."""
         wanted = re.compile(pattern)
         end = time.monotonic() + limit

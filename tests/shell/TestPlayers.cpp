@@ -1,5 +1,4 @@
 #include "platform/Error.h"
-#include "shell/DisplayCheck.h"
 #include "shell/Players.h"
 
 #include <QtTest>
@@ -52,25 +51,6 @@ private slots:
             raised = error.Number();
         }
         QTEST(raised, "number");
-    }
-
-    void onlyExactly800IsNarrow_data()
-    {
-        QTest::addColumn<int>("width");
-        QTest::addColumn<int>("bits");
-        QTest::addColumn<int>("expected");
-        QTest::newRow("800 at 8 bits") << 800 << 8 << 800;
-        QTest::newRow("800 at 24 bits") << 800 << 24 << 800;
-        QTest::newRow("800 at 4 bits") << 800 << 4 << 0;
-        QTest::newRow("1024") << 1024 << 24 << 0;
-        QTest::newRow("640") << 640 << 24 << 0;
-        QTest::newRow("801") << 801 << 24 << 0;
-    }
-    void onlyExactly800IsNarrow()
-    {
-        QFETCH(int, width);
-        QFETCH(int, bits);
-        QTEST(int(DisplayWidthFor(width, bits)), "expected");
     }
 };
 

@@ -238,6 +238,88 @@ private slots:
         QVERIFY(frmMenu1::Shared().IsActive());
     }
 
+    void settingsAndAuthoringSendTheCharactersOff_data()
+    {
+        QTest::addColumn<QString>("button");
+        QTest::addColumn<QString>("screen");
+        QTest::newRow("settings") << "cmdSettings"
+                                  << "frmSettings";
+        QTest::newRow("authoring") << "cmdCreate"
+                                   << "frmList";
+    }
+    void settingsAndAuthoringSendTheCharactersOff()
+    {
+        QFETCH(QString, button);
+        QFETCH(QString, screen);
+        Open();
+        frmMenu1::Shared().IntroCancelled = false;
+        m_desk->transcript.Clear();
+        m_desk->Press(button);
+        QVERIFY(frmMenu1::Shared().IntroCancelled);
+        QCOMPARE(m_desk->transcript.Asked().mid(0, 7),
+                 QStringList({ "Merlin StopAll", "Genie StopAll", "Peedy StopAll", "Merlin Play \"Pleased\"",
+                               "Merlin Hide", "Genie Hide", "Peedy Hide" }));
+        QVERIFY(m_desk->transcript.Lines().contains("screen " + screen + " activate"));
+        QVERIFY(!frmMenu1::Shared().IsLoaded());
+        // Behind these screens the control has gone; playing goes on all the same.
+        m_desk->Press(button == "cmdCreate" ? "cmdMenu" : "cmdback");
+        QVERIFY(State().AgentControl.IsNothing());
+        m_desk->Press("cmdPlay");
+        QVERIFY(frmNumPlayers1::Shared().IsActive());
+    }
+
+    void theyOpenWithoutTheService_data() { settingsAndAuthoringSendTheCharactersOff_data(); }
+    void theyOpenWithoutTheService()
+    {
+        QFETCH(QString, button);
+        QFETCH(QString, screen);
+        Open();
+        m_desk->Press("cmdPlay");
+        m_desk->Press("cmdback");
+        m_desk->Press(button);
+        QVERIFY(m_desk->transcript.Lines().contains("screen " + screen + " activate"));
+    }
+
+    void theyReportOtherErrorsAndStay_data() { settingsAndAuthoringSendTheCharactersOff_data(); }
+    void theyReportOtherErrorsAndStay()
+    {
+        QFETCH(QString, button);
+        Open();
+        State().Characters[kMerlin] = nullptr;
+        m_desk->boxes.Expect("Object variable or With block variable not set 91");
+        m_desk->Press(button);
+        QVERIFY(frmMenu1::Shared().IsActive());
+    }
+
+    void thePasswordGuardsAuthoring_data()
+    {
+        QTest::addColumn<QString>("reply");
+        QTest::addColumn<QString>("box");
+        QTest::addColumn<bool>("opens");
+        QTest::newRow("right") << "Secret"
+                               << "" << true;
+        QTest::newRow("another case") << "secret"
+                                      << "Incorrect password" << false;
+        QTest::newRow("a blank more") << "Secret "
+                                      << "Incorrect password" << false;
+        QTest::newRow("nothing, or cancelled") << ""
+                                               << "" << false;
+    }
+    void thePasswordGuardsAuthoring()
+    {
+        QFETCH(QString, reply);
+        QFETCH(QString, box);
+        QFETCH(bool, opens);
+        m_desk->WriteFile("Set", "No Intro\r\nSecret\r\n");
+        Open();
+        m_desk->boxes.ExpectInput("Enter Password", reply);
+        if (!box.isEmpty())
+            m_desk->boxes.Expect(box);
+        m_desk->Press("cmdCreate");
+        QCOMPARE(frmMenu1::Shared().IsLoaded(), !opens);
+        QVERIFY(frmMenu1::Shared().IntroCancelled);
+    }
+
     void quitEndsAtOnceAndTellsNobody()
     {
         Open();

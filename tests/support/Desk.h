@@ -6,6 +6,8 @@
 #include "platform/forms/Screen.h"
 #include "support/FakeBoxes.h"
 #include "support/FakeChance.h"
+#include "support/FakeDesktop.h"
+#include "support/FakeDisplay.h"
 #include "support/FakeHelp.h"
 #include "support/FakeProcess.h"
 #include "support/FakeStage.h"
@@ -72,7 +74,9 @@ public:
     FakeHelp help;
     FakeStage stage{ time };
     platform::AgentEngine agent{ time, stage };
-    platform::Services services{ time, time, chance, process, files, boxes, help, agent };
+    FakeDisplay display;
+    FakeDesktop desktop;
+    platform::Services services{ time, time, chance, process, files, boxes, help, agent, display, desktop };
     Transcript transcript;
 
 private:

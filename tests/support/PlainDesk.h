@@ -6,6 +6,8 @@
 #include "platform/forms/Screen.h"
 #include "support/FakeBoxes.h"
 #include "support/FakeChance.h"
+#include "support/FakeDesktop.h"
+#include "support/FakeDisplay.h"
 #include "support/FakeHelp.h"
 #include "support/FakeProcess.h"
 #include "support/FakeTime.h"
@@ -68,9 +70,11 @@ struct PlainDesk {
     FakeBoxes boxes;
     FakeChance chance;
     FakeHelp help;
+    FakeDisplay display;
+    FakeDesktop desktop;
     platform::Services services{
         time,  time, chance, process, files ? *files : static_cast<platform::Files &>(noFiles),
-        boxes, help, agent
+        boxes, help, agent,  display, desktop
     };
 };
 

@@ -55,7 +55,7 @@ void Screen::Load()
         return;
     qCDebug(ScreenTrace).noquote().nospace() << "screen: " << m_name << " load";
     m_connections = std::make_unique<QObject>();
-    m_window = new QWidget(nullptr, Qt::Window);
+    m_window = new QWidget(nullptr, IsFramed() ? Qt::Window : Qt::Window | Qt::FramelessWindowHint);
     m_window->setAttribute(Qt::WA_QuitOnClose, false);
     m_size = QSize();
     ScreenStack::Instance().Add(shared_from_this());

@@ -51,6 +51,8 @@ protected:
     // How the window stands on the display: screens that scale fill all of it, so that their pixels are the
     // display's own and the characters find their places; the others stand centred at their own size.
     virtual bool FillsDisplay() const { return false; }
+    // Whether the desktop puts its frame and title bar around the window.
+    virtual bool IsFramed() const { return true; }
 
     // Connects a control's signal to a handler by way of the door, until the unload.
     template <class Sender, class Signal>

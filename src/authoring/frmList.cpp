@@ -1,0 +1,50 @@
+#include "authoring/frmList.h"
+
+#include "ui_frmList.h"
+
+#include "platform/forms/EnterKey.h"
+#include "platform/forms/Holds.h"
+#include "shell/Appearance.h"
+#include "shell/HelpTopics.h"
+#include "shell/SharedState.h"
+#include "shell/frmMenu1.h"
+
+namespace tumblewick {
+
+frmList::frmList() : SharedScreen(QStringLiteral("frmList"), QStringLiteral("Maintenance")) {}
+
+frmList::~frmList()
+{
+    State().AgentControl = nullptr;
+    State().CurrentRequest = nullptr;
+}
+
+void frmList::OnLoad(QWidget &window)
+{
+    m_ui = std::make_unique<Ui::frmList>();
+    m_ui->setupUi(&window);
+    DressWindow(window, Room::Study);
+    platform::InstallEnterKey(window);
+    m_resizer = std::make_unique<platform::Resizer>(window, platform::HoldAllButLeft({ "CommandButton" }));
+    // The screens that these lead to do not exist yet.
+    for (QPushButton *button :
+         { m_ui->cmdNewSpell, m_ui->cmdEditSpell, m_ui->cdmDeleteSpell, m_ui->cmdImportSpell,
+           m_ui->cmdExportSpell, m_ui->cmdAddQuiz, m_ui->cmdEditQuiz, m_ui->cmdDeleteQuiz,
+           m_ui->cmdImportQuiz, m_ui->cmdExportQuiz })
+        button->setEnabled(false);
+    Connect(m_ui->cmdMenu, &QPushButton::clicked, [this] { ShowScreen(frmMenu1::Shared(), *this); });
+    Connect(m_ui->cmdHelp, &QPushButton::clicked, [] { ShowHelpTopic(kListsTopic); });
+}
+
+void frmList::OnUnload()
+{
+    CloseHelp();
+    Release();
+}
+
+void frmList::OnResize()
+{
+    m_resizer->Apply();
+}
+
+} // namespace tumblewick

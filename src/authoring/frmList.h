@@ -1,0 +1,30 @@
+#pragma once
+
+#include "platform/forms/Resizer.h"
+#include "platform/forms/Screen.h"
+
+#include <memory>
+
+namespace Ui {
+class frmList;
+}
+
+namespace tumblewick {
+
+// The hub of the grown-ups' screens, behind the password lock of the menu.
+class frmList : public platform::SharedScreen<frmList> {
+public:
+    frmList();
+    ~frmList() override;
+
+private:
+    void OnLoad(QWidget &window) override;
+    void OnUnload() override;
+    void OnResize() override;
+    bool FillsDisplay() const override { return true; }
+
+    std::unique_ptr<Ui::frmList> m_ui; // valid while loaded
+    std::unique_ptr<platform::Resizer> m_resizer;
+};
+
+} // namespace tumblewick

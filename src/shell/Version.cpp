@@ -1,0 +1,10 @@
+#include "shell/Version.h"
+
+namespace tumblewick {
+
+QString VersionText()
+{
+    return QStringLiteral("Version " TUMBLEWICK_VERSION);
+}
+
+} // namespace tumblewick

@@ -1,0 +1,108 @@
+#include "shell/frmSettings.h"
+
+#include "ui_frmSettings.h"
+
+#include "platform/Services.h"
+#include "platform/forms/Boxes.h"
+#include "platform/forms/EnterKey.h"
+#include "platform/forms/MousePress.h"
+#include "shell/Appearance.h"
+#include "shell/HelpTopics.h"
+#include "shell/SettingsFile.h"
+#include "shell/SharedState.h"
+#include "shell/frmMenu1.h"
+
+namespace tumblewick {
+
+using platform::BoxAnswer;
+using platform::The;
+
+namespace {
+
+// Stands in the boxes for a password that is set; left there it means the same password as before.
+const QString kMask = QStringLiteral("****");
+
+} // namespace
+
+frmSettings::frmSettings() : SharedScreen(QStringLiteral("frmSettings"), QStringLiteral("Settings")) {}
+
+frmSettings::~frmSettings()
+{
+    State().AgentControl = nullptr;
+    State().CurrentRequest = nullptr;
+}
+
+void frmSettings::OnLoad(QWidget &window)
+{
+    m_ui = std::make_unique<Ui::frmSettings>();
+    m_ui->setupUi(&window);
+    DressWindow(window, Room::Study);
+    platform::InstallEnterKey(window);
+    m_resizer = std::make_unique<platform::Resizer>(window);
+    const auto markDirty = [this] { m_settingsDirty = true; };
+    // The mouse alone marks this one, not the keyboard: wanted.
+    platform::OnMousePress(*m_ui->optIntro, Guarded(markDirty));
+    Connect(m_ui->optNoIntro, &QRadioButton::toggled, [this] {
+        if (m_ui->optNoIntro->isChecked())
+            m_settingsDirty = true;
+    });
+    Connect(m_ui->txtPassword, &QLineEdit::textChanged, markDirty);
+    Connect(m_ui->txtpassword2, &QLineEdit::textChanged, markDirty);
+    Connect(m_ui->cmdSave, &QPushButton::clicked, [this] { SaveSettings(); });
+    Connect(m_ui->cmdback, &QPushButton::clicked, [this] { cmdback_Click(); });
+    // The service has no sheet of properties yet.
+    m_ui->cmdProperties->setEnabled(false);
+    Connect(m_ui->cmdHelp, &QPushButton::clicked, [] { ShowHelpTopic(kSettingsTopic); });
+}
+
+void frmSettings::OnActivate()
+{
+    (State().PlayIntro ? m_ui->optIntro : m_ui->optNoIntro)->setChecked(true);
+    if (!State().AuthoringPassword.isEmpty()) {
+        m_ui->txtPassword->setText(kMask);
+        m_ui->txtpassword2->setText(kMask);
+    }
+    // Last, since filling the controls marks the settings as changed.
+    m_settingsDirty = false;
+}
+
+void frmSettings::OnUnload()
+{
+    CloseHelp();
+    Release();
+}
+
+void frmSettings::OnResize()
+{
+    m_resizer->Apply();
+}
+
+void frmSettings::cmdback_Click()
+{
+    if (m_settingsDirty) {
+        const BoxAnswer answer =
+            The().boxes.MessageBox(QStringLiteral("Save changes?"), platform::BoxButtons::YesNoCancel);
+        if (answer == BoxAnswer::Cancel || (answer == BoxAnswer::Yes && !SaveSettings()))
+            return;
+    }
+    ShowScreen(frmMenu1::Shared(), *this);
+}
+
+bool frmSettings::SaveSettings()
+{
+    const QString password = m_ui->txtPassword->text();
+    if (password != m_ui->txtpassword2->text()) {
+        The().boxes.MessageBox(
+            QStringLiteral("The 2 passwords are different. Please check your passwords and try again. "));
+        return false;
+    }
+    const bool isKept = password == kMask;
+    WriteSettings({ m_ui->optIntro->isChecked(), isKept ? State().AuthoringPassword : password });
+    if (!isKept)
+        State().AuthoringPassword = password;
+    m_settingsDirty = false;
+    The().boxes.MessageBox(QStringLiteral("Save successful"));
+    return true;
+}
+
+} // namespace tumblewick
