@@ -206,6 +206,20 @@ private slots:
         QVERIFY(*late);
     }
 
+    // The timer is set behind every answer, the last one too; it is wanted so.
+    void theLastAnswersComeUpAgainWhenTheListIsDone()
+    {
+        m_desk->BeginQuiz({ "Ann" }, { kQuiz[0] });
+        m_desk->Rest();
+        AnswerWith(0);
+        const auto *list = m_desk->Find<QListWidget>("lvwAnswer");
+        QVERIFY(list->isHidden());
+        QCOMPARE(m_desk->States(kAnswerButtons),
+                 QString("cmdGo disabled, cmdPass hidden, cmdHint hidden, cmdReplay disabled"));
+        m_desk->time.Run(std::chrono::milliseconds(150));
+        QVERIFY(!list->isHidden());
+    }
+
     void theNextQuestionBringsItsOwnAnswers()
     {
         m_desk->chance.QueueDraw(0, 3);
