@@ -146,10 +146,17 @@ private slots:
         }
         QVERIFY(m_characters["Merlin"]->FindMotion("Congratulate_2"));
         QVERIFY(m_characters["Genie"]->FindMotion("Congratulate_2"));
-        for (const char *name :
-             { "Idle2_2", "LookDownReturn", "LookUpReturn", "LookLeftReturn", "LookRightReturn" }) {
-            QVERIFY2(m_characters["Merlin"]->FindMotion(QLatin1String(name)), name);
-            QVERIFY2(m_characters["Peedy"]->FindMotion(QLatin1String(name)), name);
+        for (const char *name : { "Idle2_2", "Idle2_3", "Hearing_3", "LookDownReturn", "LookUpReturn",
+                                  "LookLeftReturn", "LookRightReturn" }) {
+            for (const auto &character : m_characters)
+                QVERIFY2(character->FindMotion(QLatin1String(name)), qPrintable(character->name + name));
+        }
+        for (const char *corner : { "UpLeft", "UpRight", "DownLeft", "DownRight" }) {
+            for (const char *more : { "", "Blink", "Return" }) {
+                const QString name = QStringLiteral("Look") + QLatin1String(corner) + QLatin1String(more);
+                const Motion *motion = m_characters["Peedy"]->FindMotion(name);
+                QVERIFY2(motion && !motion->speaks, qPrintable(name));
+            }
         }
         // The game counts on the fault that this raises.
         QVERIFY(!m_characters["Peedy"]->FindMotion("Congratulate_2"));
@@ -159,7 +166,8 @@ private slots:
     {
         for (const auto &character : m_characters) {
             for (const char *name :
-                 { "GetAttention", "Read", "Write", "LookUp", "LookDown", "LookLeft", "LookRight" }) {
+                 { "GetAttention", "Read", "Write", "LookUp", "LookDown", "LookLeft", "LookRight",
+                   "LookUpLeft", "LookUpRight", "LookDownLeft", "LookDownRight" }) {
                 const QString back = QLatin1String(name) + QStringLiteral("Return");
                 for (const char *more : { "", "Continued", "Blink" }) {
                     const Motion *motion = character->FindMotion(QLatin1String(name) + QLatin1String(more));
