@@ -1,6 +1,7 @@
 #include "platform/Services.h"
 #include "platform/agent/AgentEngine.h"
 #include "platform/agent/PuppetFigure.h"
+#include "platform/agent/SettingsStore.h"
 #include "platform/display/Scale.h"
 #include "platform/display/XcbDisplay.h"
 #include "platform/files/DiskFiles.h"
@@ -42,8 +43,10 @@ int main(int argc, char *argv[])
     platform::QtHelp help(files);
     platform::SpeechService speech;
     platform::QtAudioOut audio;
+    platform::SettingsStore store;
+    platform::OptionsKeeper options(store);
     platform::PuppetFigureMaker figures(process.ApplicationFolder() + QStringLiteral("/characters"), speech,
-                                        audio, events);
+                                        audio, events, options);
     platform::AgentEngine agent(events, figures);
     platform::XcbDisplay display;
     platform::QtDesktop desktop;

@@ -54,6 +54,7 @@ FakeSpeechEngine::Synthesise(const platform::SpeechText &text, const platform::V
                              Ready ready)
 {
     m_ordered.push_back(text.Spoken());
+    m_lastSettings = settings;
     auto utterance = Speaks(settings) ? Made(text) : nullptr;
     auto order = std::make_unique<FakeOrder>();
     order->call = m_events.After(

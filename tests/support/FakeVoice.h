@@ -28,6 +28,8 @@ public:
     void SetUsable(bool usable) { m_usable = usable; }
     // The spoken texts of all orders, cancelled ones too.
     const QStringList &Ordered() const { return m_ordered; }
+    // Those of the order that came last.
+    const platform::VoiceSettings &LastSettings() const { return m_lastSettings; }
 
     // The utterance that `text` becomes.
     static std::shared_ptr<const platform::Utterance> Made(const platform::SpeechText &text);
@@ -41,6 +43,7 @@ private:
     platform::Events &m_events;
     bool m_usable = true;
     QStringList m_ordered;
+    platform::VoiceSettings m_lastSettings;
 };
 
 // A device that only counts the time.

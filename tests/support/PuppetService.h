@@ -3,6 +3,7 @@
 #include "platform/agent/CharacterFile.h"
 #include "platform/agent/PuppetFigure.h"
 #include "support/AgentService.h"
+#include "support/FakeOptionsStore.h"
 #include "support/FakeVoice.h"
 #include "support/SmallCharacter.h"
 
@@ -28,7 +29,7 @@ public:
     // `packed` is a folder of character files.
     PuppetAgentService(const QString &packed, MakeTicker makeTicker)
         : m_engineOfVoices(time), m_audio(time, time),
-          m_maker(packed, m_engineOfVoices, m_audio, time,
+          m_maker(packed, m_engineOfVoices, m_audio, time, m_options,
                   [this, makeTicker = std::move(makeTicker)] { return makeTicker(time); })
     {
     }
@@ -106,6 +107,8 @@ private:
 
     FakeSpeechEngine m_engineOfVoices;
     FakeAudioOut m_audio;
+    FakeOptionsStore m_store;
+    platform::OptionsKeeper m_options{ m_store };
     platform::PuppetFigureMaker m_maker;
 };
 

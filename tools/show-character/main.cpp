@@ -4,6 +4,7 @@
 #include "platform/agent/AgentEngine.h"
 #include "platform/agent/CharacterFile.h"
 #include "platform/agent/PuppetFigure.h"
+#include "platform/agent/SettingsStore.h"
 #include "platform/system/QtEvents.h"
 #include "platform/voice/SpeechService.h"
 #include "platform/voice/QtAudioOut.h"
@@ -84,7 +85,9 @@ int main(int argumentCount, char **arguments)
     QtEvents events;
     SpeechService voices;
     QtAudioOut audio;
-    PuppetFigureMaker maker(folder.path(), voices, audio, events);
+    SettingsStore store;
+    OptionsKeeper options(store);
+    PuppetFigureMaker maker(folder.path(), voices, audio, events, options);
     AgentEngine engine(events, maker);
     AgentControlReference control = engine.CreateControl();
 

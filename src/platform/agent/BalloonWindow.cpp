@@ -12,7 +12,6 @@ namespace platform {
 
 namespace {
 
-constexpr int kTypeSize = 20;
 constexpr int kPadding = 12;
 constexpr int kMargin = 40; // round the bubble, for the tail
 constexpr double kTailLength = 22;
@@ -23,11 +22,11 @@ const QColor kFill(0xff, 0xf8, 0xe0);
 const QColor kLine(0x6b, 0x53, 0x3a);
 const QColor kInk(0x2a, 0x1b, 0x3d);
 
-QFont BalloonFont()
+QFont BalloonFont(int size)
 {
     QFont font;
     font.setFamilies({ QStringLiteral("Comic Neue"), QStringLiteral("Comic Sans MS") });
-    font.setPixelSize(kTypeSize);
+    font.setPixelSize(size);
     font.setBold(true);
     return font;
 }
@@ -42,22 +41,47 @@ QRect ScreenOf(const QPoint &point)
 
 } // namespace
 
-BalloonText BalloonWindow::EmptyText()
+BalloonText BalloonWindow::EmptyText() const
 {
-    return BalloonText(BalloonFont());
+    return BalloonText(font());
 }
 
-BalloonWindow::BalloonWindow() : m_text(BalloonFont())
+BalloonWindow::BalloonWindow() : m_text(BalloonFont(kUsualTypeSize))
 {
-    setFont(BalloonFont());
+    setFont(BalloonFont(kUsualTypeSize));
+}
+
+void BalloonWindow::SetTypeSize(int size)
+{
+    if (font().pixelSize() == size)
+        return;
+    setFont(BalloonFont(size));
+    const QString shown = m_text.Whole();
+    m_text = EmptyText();
+    m_text.Append(shown, false);
+    LayOut();
+    if (!isVisible())
+        return;
+    Place();
+    Render();
+    update();
+}
+
+// Takes the measures of the text that is going to stand here.
+void BalloonWindow::LayOut()
+{
+    BalloonText whole = EmptyText();
+    whole.Append(m_coming, false);
+    m_textWidth = std::min(std::ceil(whole.Widest()), std::ceil(whole.LineLimit())) + 1;
+    m_mostLines = std::clamp<qsizetype>(whole.Lines().size(), 1, BalloonText::kLinesShown);
+    m_hasSide = false;
 }
 
 void BalloonWindow::Begin(const BalloonText &whole)
 {
     m_text.Clear();
-    m_hasSide = false;
-    m_textWidth = std::min(std::ceil(whole.Widest()), std::ceil(whole.LineLimit())) + 1;
-    m_mostLines = std::clamp<qsizetype>(whole.Lines().size(), 1, BalloonText::kLinesShown);
+    m_coming = whole.Whole();
+    LayOut();
 }
 
 void BalloonWindow::Append(const QString &piece, bool joined)

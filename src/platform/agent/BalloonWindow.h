@@ -23,8 +23,12 @@ public:
     void Follow(const BalloonOwner &owner);
     void Empty();
 
+    // The height of the type, in units. A balloon that is seen is laid out anew.
+    void SetTypeSize(int size);
+    static constexpr int kUsualTypeSize = 20;
+
     // An empty text in the balloon's type.
-    static BalloonText EmptyText();
+    BalloonText EmptyText() const;
     // The bubble on the screen.
     QRect Bubble() const { return m_bubble; }
     QString ShownText() const { return m_text.ShownLines().join(QLatin1Char('\n')); }
@@ -37,6 +41,9 @@ private:
     QSize BubbleSize(qsizetype lines) const;
     void Render();
 
+    void LayOut();
+
+    QString m_coming; // the whole text
     BalloonText m_text;
     double m_textWidth = 0;
     qsizetype m_mostLines = 1;

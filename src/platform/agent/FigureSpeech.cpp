@@ -15,11 +15,23 @@ namespace {
 // How long a balloon is still seen when all has been said.
 constexpr std::chrono::milliseconds kBalloonStays{ 1500 };
 
+// How long a piece of a line takes that is read and not heard: about as long as it would be spoken, so that
+// children who read along keep up.
+std::chrono::milliseconds ReadingTime(const SpeechUnit &unit, int speakingRate)
+{
+    constexpr int kWord = 220;
+    constexpr int kLetter = 55;
+    const auto letters = std::max(unit.shown.size(), unit.spoken.size());
+    const double stretch = Adjusted(VoiceSettings{}, {}, speakingRate).stretch;
+    return std::chrono::milliseconds(unit.pause + qRound(double(kWord + kLetter * letters) * stretch));
+}
+
 } // namespace
 
 FigureSpeech::FigureSpeech(const CharacterData &character, SpeechEngine &engine, AudioOut &audio,
-                           Events &events)
-    : m_character(character), m_engine(engine), m_audio(audio), m_events(events)
+                           Events &events, OptionsKeeper &options)
+    : m_character(character), m_engine(engine), m_audio(audio), m_events(events), m_options(options),
+      m_observation(options.Observe([this] { OptionsChanged(); }))
 {
 }
 
@@ -30,6 +42,8 @@ FigureSpeech::~FigureSpeech()
 
 qint32 FigureSpeech::Obstacle() const
 {
+    if (!m_options.Now().voice)
+        return 0; // nothing has to be heard
     if (!m_engine.Speaks(m_character.voice))
         return kSpeechEngineUnusable;
     return m_audio.Usable() ? 0 : kAudioDeviceUnusable;
@@ -43,10 +57,19 @@ void FigureSpeech::Begin(const SpeechText &text, bool balloon, std::function<voi
     m_text = text;
     m_wantsBalloon = balloon;
     m_ended = std::move(ended);
-    m_order =
-        m_engine.Synthesise(text, m_character.voice, [this](std::shared_ptr<const Utterance> utterance) {
-            Made(std::move(utterance));
-        });
+    const ServiceOptions &options = m_options.Now();
+    m_isSilent = !options.voice;
+    if (m_isSilent) {
+        m_isMade = true;
+        return;
+    }
+    VoiceSettings settings =
+        Adjusted(m_character.voice, options.VoiceOf(m_character.name), options.speakingRate);
+    // A voice that has gone from this machine since it was chosen makes nobody dumb.
+    if (!m_engine.Speaks(settings))
+        settings = Adjusted(m_character.voice, {}, options.speakingRate);
+    m_order = m_engine.Synthesise(
+        text, settings, [this](std::shared_ptr<const Utterance> utterance) { Made(std::move(utterance)); });
     // An engine that takes no orders fails like one that makes nothing.
     if (!m_order)
         m_pending = m_events.After(std::chrono::milliseconds(0), [this] { End(kSpeechEngineUnusable); });
@@ -76,19 +99,11 @@ void FigureSpeech::Play()
     const auto endSoon = [this](qint32 number) {
         m_pending = m_events.After(std::chrono::milliseconds(0), [this, number] { End(number); });
     };
-    if (!m_utterance)
+    if (!m_utterance && !m_isSilent)
         return endSoon(kSpeechEngineUnusable);
-    if (m_balloon && !m_wantsBalloon)
-        m_balloon->Empty();
-    if (m_wantsBalloon) {
-        if (!m_balloon)
-            m_balloon = std::make_unique<BalloonWindow>();
-        BalloonText whole = BalloonWindow::EmptyText();
-        for (const SpeechUnit &unit : m_text.units)
-            whole.Append(unit.shown, unit.joined);
-        m_balloon->Begin(whole);
-        m_balloon->Follow(m_owner);
-    }
+    ShowBalloon();
+    if (m_isSilent)
+        return GoOnSilently();
     if (m_utterance->samples.isEmpty()) {
         m_isHeard = true;
         return endSoon(0);
@@ -97,6 +112,66 @@ void FigureSpeech::Play()
         return endSoon(kAudioDeviceUnusable);
     m_isHeard = true;
     Follow();
+}
+
+void FigureSpeech::ShowBalloon()
+{
+    m_wantsBalloon = m_wantsBalloon && m_options.Now().balloons;
+    if (m_balloon && !m_wantsBalloon)
+        m_balloon->Empty();
+    if (!m_wantsBalloon)
+        return;
+    if (!m_balloon)
+        m_balloon = std::make_unique<BalloonWindow>();
+    m_balloon->SetTypeSize(m_options.Now().balloonTextSize);
+    BalloonText whole = m_balloon->EmptyText();
+    for (const SpeechUnit &unit : m_text.units)
+        whole.Append(unit.shown, unit.joined);
+    m_balloon->Begin(whole);
+    m_balloon->Follow(m_owner);
+}
+
+// Shows the next piece and leaves time to read it.
+void FigureSpeech::GoOnSilently()
+{
+    std::chrono::milliseconds time(0);
+    const bool over = m_unitsShown >= m_text.units.size();
+    if (!over) {
+        time = ReadingTime(m_text.units[m_unitsShown], m_options.Now().speakingRate);
+        ShowUnits(m_unitsShown + 1);
+    }
+    m_pending = m_events.After(time, [this, over] {
+        if (over)
+            End(0);
+        else
+            GoOnSilently();
+    });
+}
+
+// The user's choices hold for the line that is on its way, too, as far as it has not been heard yet.
+void FigureSpeech::OptionsChanged()
+{
+    const ServiceOptions &options = m_options.Now();
+    if (m_balloon)
+        m_balloon->SetTypeSize(options.balloonTextSize);
+    if (!options.balloons)
+        HideBalloon();
+    if (options.voice || !m_ended || m_isSilent)
+        return;
+    m_isSilent = true;
+    if (m_isHeard) {
+        SetMouth(Mouth::Rest, m_audio.Heard());
+        m_audio.Stop();
+        m_isHeard = false;
+        m_mouth.reset();
+        GoOnSilently();
+        return;
+    }
+    m_order.reset();
+    m_pending.reset();
+    m_isMade = true;
+    if (m_mayStart)
+        Play();
 }
 
 void FigureSpeech::Follow()
@@ -182,6 +257,7 @@ void FigureSpeech::Clear()
     m_isMade = false;
     m_mayStart = false;
     m_isHeard = false;
+    m_isSilent = false;
     m_utterance.reset();
     m_unitsShown = 0;
     m_unitsBegun = 0;

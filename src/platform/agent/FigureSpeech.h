@@ -2,6 +2,7 @@
 
 #include "platform/agent/BalloonWindow.h"
 #include "platform/agent/CharacterData.h"
+#include "platform/agent/ServiceOptions.h"
 #include "platform/system/Events.h"
 #include "platform/voice/Voice.h"
 
@@ -13,10 +14,11 @@ namespace platform {
 
 // One line of a figure on its way from text to sound: it is made while the body still comes back to rest,
 // then heard, while mouth and balloon follow what has been heard. Also keeps the balloon, which outlives the
-// line.
+// line. A line that the user does not want to hear is only shown, at about the pace of reading.
 class FigureSpeech {
 public:
-    FigureSpeech(const CharacterData &character, SpeechEngine &engine, AudioOut &audio, Events &events);
+    FigureSpeech(const CharacterData &character, SpeechEngine &engine, AudioOut &audio, Events &events,
+                 OptionsKeeper &options);
     ~FigureSpeech();
 
     // Why nothing can be said now, else 0.
@@ -48,6 +50,9 @@ private:
     void Play();
     void SetMouth(Mouth mouth, std::chrono::microseconds heard);
     void ShowUnits(std::size_t count);
+    void ShowBalloon();
+    void GoOnSilently();
+    void OptionsChanged();
     void End(qint32 number);
     void Clear();
 
@@ -55,6 +60,8 @@ private:
     SpeechEngine &m_engine;
     AudioOut &m_audio;
     Events &m_events;
+    OptionsKeeper &m_options;
+    std::shared_ptr<void> m_observation;
 
     SpeechText m_text;
     bool m_wantsBalloon = false;
@@ -64,6 +71,7 @@ private:
     bool m_isMade = false;
     bool m_mayStart = false;
     bool m_isHeard = false;
+    bool m_isSilent = false; // shown, but not heard
     std::shared_ptr<const Utterance> m_utterance;
     std::size_t m_unitsShown = 0;
     std::size_t m_unitsBegun = 0;

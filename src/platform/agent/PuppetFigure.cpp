@@ -43,12 +43,12 @@ QRectF SeenArea(const QImage &image)
 } // namespace
 
 PuppetFigure::PuppetFigure(std::shared_ptr<const CharacterData> character, SpeechEngine &engine,
-                           AudioOut &audio, Events &events, std::unique_ptr<Ticker> ticker,
-                           std::uint32_t seed)
+                           AudioOut &audio, Events &events, OptionsKeeper &options,
+                           std::unique_ptr<Ticker> ticker, std::uint32_t seed)
     : m_character(std::move(character)), m_events(events), m_ticker(std::move(ticker)), m_player(m_character),
-      m_puppet(m_character), m_idle(*m_character, seed), m_speech(*m_character, engine, audio, events),
-      m_window(m_character->name, m_puppet.Image()), m_frame(QPoint(0, 0), m_character->size),
-      m_activity(std::make_shared<int>())
+      m_puppet(m_character), m_idle(*m_character, seed),
+      m_speech(*m_character, engine, audio, events, options), m_window(m_character->name, m_puppet.Image()),
+      m_frame(QPoint(0, 0), m_character->size), m_activity(std::make_shared<int>())
 {
     g_figures.push_back(this);
     m_puppet.SetSize(QSize(kFaceIconSize, kFaceIconSize));

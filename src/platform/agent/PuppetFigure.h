@@ -18,7 +18,7 @@ namespace platform {
 class PuppetFigure final : public Figure {
 public:
     PuppetFigure(std::shared_ptr<const CharacterData> character, SpeechEngine &engine, AudioOut &audio,
-                 Events &events, std::unique_ptr<Ticker> ticker, std::uint32_t seed);
+                 Events &events, OptionsKeeper &options, std::unique_ptr<Ticker> ticker, std::uint32_t seed);
     ~PuppetFigure() override;
 
     QSize DesignedSize() const override { return m_character->size; }
@@ -109,12 +109,15 @@ class PuppetFigureMaker final : public FigureMaker {
 public:
     using MakeTicker = std::function<std::unique_ptr<Ticker>()>;
 
-    // Engine, device and events must outlive all figures. Without `makeTicker` the figures follow Qt's own
-    // clock.
+    // Engine, device, events and options must outlive all figures. Without `makeTicker` the figures follow
+    // Qt's own clock.
     PuppetFigureMaker(QString folder, SpeechEngine &engine, AudioOut &audio, Events &events,
-                      MakeTicker makeTicker = {});
+                      OptionsKeeper &options, MakeTicker makeTicker = {});
 
     std::unique_ptr<Figure> Make(const QString &id, const QString &file) override;
+
+    // The characters of all files in the folder that can be used, by name.
+    std::vector<std::shared_ptr<const CharacterData>> All();
 
 private:
     QString PathOf(const QString &file) const;
@@ -123,6 +126,7 @@ private:
     SpeechEngine &m_engine;
     AudioOut &m_audio;
     Events &m_events;
+    OptionsKeeper &m_options;
     const MakeTicker m_makeTicker;
     std::map<QString, std::shared_ptr<const CharacterData>> m_characters;
 };

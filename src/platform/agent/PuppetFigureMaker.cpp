@@ -1,3 +1,4 @@
+#include "platform/Error.h"
 #include "platform/agent/CharacterFile.h"
 #include "platform/agent/PuppetFigure.h"
 
@@ -8,8 +9,8 @@
 namespace platform {
 
 PuppetFigureMaker::PuppetFigureMaker(QString folder, SpeechEngine &engine, AudioOut &audio, Events &events,
-                                     MakeTicker makeTicker)
-    : m_folder(std::move(folder)), m_engine(engine), m_audio(audio), m_events(events),
+                                     OptionsKeeper &options, MakeTicker makeTicker)
+    : m_folder(std::move(folder)), m_engine(engine), m_audio(audio), m_events(events), m_options(options),
       m_makeTicker(makeTicker ? std::move(makeTicker) : [] { return std::make_unique<QtTicker>(); })
 {
 }
@@ -25,12 +26,29 @@ QString PuppetFigureMaker::PathOf(const QString &file) const
     return QString();
 }
 
+std::vector<std::shared_ptr<const CharacterData>> PuppetFigureMaker::All()
+{
+    std::vector<std::shared_ptr<const CharacterData>> all;
+    const QDir folder(m_folder);
+    for (const QString &entry : folder.entryList({ QStringLiteral("*.acs") }, QDir::Files, QDir::Name)) {
+        try {
+            std::shared_ptr<const CharacterData> &character = m_characters[entry.toLower()];
+            if (!character)
+                character = LoadCharacterFile(folder.filePath(entry));
+            all.push_back(character);
+        } catch (const Error &) {
+            continue; // whoever loads it is told
+        }
+    }
+    return all;
+}
+
 std::unique_ptr<Figure> PuppetFigureMaker::Make(const QString &, const QString &file)
 {
     std::shared_ptr<const CharacterData> &character = m_characters[file.toLower()];
     if (!character)
         character = LoadCharacterFile(PathOf(file));
-    return std::make_unique<PuppetFigure>(character, m_engine, m_audio, m_events, m_makeTicker(),
+    return std::make_unique<PuppetFigure>(character, m_engine, m_audio, m_events, m_options, m_makeTicker(),
                                           std::random_device()());
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/agent/PuppetFigure.h"
+#include "support/FakeOptionsStore.h"
 #include "support/FakeVoice.h"
 #include "support/SmallCharacter.h"
 
@@ -19,17 +20,20 @@ protected:
         m_time = std::make_unique<support::FakeTime>();
         m_engine = std::make_unique<support::FakeSpeechEngine>(*m_time);
         m_audio = std::make_unique<support::FakeAudioOut>(*m_time, *m_time);
+        m_store = support::FakeOptionsStore();
+        m_options = std::make_unique<platform::OptionsKeeper>(m_store);
         m_character = support::SmallCharacter();
         auto ticker = std::make_unique<support::FakeTicker>(*m_time);
         m_ticker = ticker.get();
         m_figure = std::make_unique<platform::PuppetFigure>(m_character, *m_engine, *m_audio, *m_time,
-                                                            std::move(ticker), 7);
+                                                            *m_options, std::move(ticker), 7);
         m_number = kNotEnded;
         m_ends = 0;
     }
     void DropFigure()
     {
         m_figure.reset();
+        m_options.reset();
         m_audio.reset();
         m_engine.reset();
         m_time.reset();
@@ -53,14 +57,21 @@ protected:
         return inked;
     }
     double Prop() const { return m_figure->Player().Frames()[7].opacity; }
-    static QString BalloonText()
+    static platform::BalloonWindow *Balloon()
     {
         for (QWidget *widget : QApplication::topLevelWidgets()) {
             if (auto *balloon = qobject_cast<platform::BalloonWindow *>(widget);
                 balloon && balloon->isVisible())
-                return balloon->ShownText();
+                return balloon;
         }
-        return QString();
+        return nullptr;
+    }
+    static QString BalloonText() { return Balloon() ? Balloon()->ShownText() : QString(); }
+    void Choose(const std::function<void(platform::ServiceOptions &)> &choice)
+    {
+        platform::ServiceOptions options = m_options->Now();
+        choice(options);
+        m_options->Set(options);
     }
     void Mouse(QEvent::Type type, QPoint at, Qt::MouseButton button)
     {
@@ -76,6 +87,8 @@ protected:
     std::unique_ptr<support::FakeTime> m_time;
     std::unique_ptr<support::FakeSpeechEngine> m_engine;
     std::unique_ptr<support::FakeAudioOut> m_audio;
+    support::FakeOptionsStore m_store;
+    std::unique_ptr<platform::OptionsKeeper> m_options;
     std::shared_ptr<const platform::CharacterData> m_character;
     support::FakeTicker *m_ticker = nullptr;
     std::unique_ptr<platform::PuppetFigure> m_figure;

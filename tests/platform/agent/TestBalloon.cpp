@@ -121,7 +121,7 @@ private slots:
 
     void linesHaveAboutThirtyTwoCharacters()
     {
-        BalloonText text = BalloonWindow::EmptyText();
+        BalloonText text = BalloonWindow().EmptyText();
         for (int word = 0; word < 60; ++word)
             text.Append(QStringLiteral("child%1").arg(word), false);
         for (const QString &line : text.Lines().mid(0, text.Lines().size() - 1))
@@ -131,7 +131,7 @@ private slots:
 
     void olderLinesGo()
     {
-        BalloonText text = BalloonWindow::EmptyText();
+        BalloonText text = BalloonWindow().EmptyText();
         for (int word = 0; word < 100; ++word)
             text.Append(QStringLiteral("word%1").arg(word), false);
         QVERIFY(text.Lines().size() > BalloonText::kLinesShown);
@@ -142,7 +142,7 @@ private slots:
 
     void joinedPiecesStandWithoutABlank()
     {
-        BalloonText text = BalloonWindow::EmptyText();
+        BalloonText text = BalloonWindow().EmptyText();
         text.Append("Is it", false);
         text.Append("***", false);
         text.Append("?", true);
@@ -177,7 +177,7 @@ private slots:
         QFETCH(QString, shown);
         BalloonWindow balloon;
         balloon.Follow(OwnerAt(300, 300));
-        BalloonText whole = BalloonWindow::EmptyText();
+        BalloonText whole = balloon.EmptyText();
         whole.Append(text, false);
         balloon.Begin(whole);
         balloon.Append(text, false);
@@ -197,7 +197,7 @@ private slots:
     {
         const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
         BalloonWindow balloon;
-        BalloonText whole = BalloonWindow::EmptyText();
+        BalloonText whole = balloon.EmptyText();
         for (int word = 0; word < 40; ++word)
             whole.Append("letters", false);
         balloon.Follow(OwnerAt(200, 400));
@@ -227,7 +227,7 @@ private slots:
         QElapsedTimer timer;
         timer.start();
         BalloonWindow balloon;
-        BalloonText whole = BalloonWindow::EmptyText();
+        BalloonText whole = balloon.EmptyText();
         whole.Append(word, false);
         balloon.Follow(OwnerAt(0, 0));
         balloon.Begin(whole);
@@ -244,7 +244,7 @@ private slots:
     {
         const QString family =
             QString::fromUtf8("\xf0\x9f\x91\xa9\xe2\x80\x8d\xf0\x9f\x91\xa7"); // one character of five units
-        BalloonText text = BalloonWindow::EmptyText();
+        BalloonText text = BalloonWindow().EmptyText();
         text.Append(family.repeated(200), false);
         QVERIFY(text.Lines().size() > 3);
         for (const QString &line : text.Lines())
@@ -256,7 +256,7 @@ private:
     {
         BalloonWindow balloon;
         balloon.Follow(OwnerAt(300, 300));
-        BalloonText whole = BalloonWindow::EmptyText();
+        BalloonText whole = balloon.EmptyText();
         whole.Append(QStringLiteral("mmmmmmmmmmmm"), false); // all bubbles are of one width
         balloon.Begin(whole);
         balloon.Append(text, false);

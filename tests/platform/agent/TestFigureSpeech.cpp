@@ -108,6 +108,153 @@ private slots:
         QVERIFY(BalloonText().startsWith("This is"));
     }
 
+    void withTheVoiceOffALineIsShownWordByWordAndNotHeard()
+    {
+        Choose([](ServiceOptions &options) { options.voice = false; });
+        m_engine->SetUsable(false);
+        m_audio->SetUsable(false);
+        m_figure->Appear();
+        m_figure->Speak(SpeechText::Parse("Good morning, \\map=\"kat\"=\"***\"\\!"), true, End());
+        m_time->Run(milliseconds(100));
+        QCOMPARE(BalloonText(), QStringLiteral("Good"));
+        QCOMPARE(m_number, kNotEnded);
+        QStringList seen;
+        while (m_number == kNotEnded && m_time->Elapsed() < milliseconds(10000)) {
+            if (seen.isEmpty() || seen.last() != BalloonText())
+                seen << BalloonText();
+            m_time->Run(milliseconds(20));
+            QCOMPARE(int(m_figure->Player().Shown().swaps[5]), int(Mouth::Rest));
+        }
+        QCOMPARE(seen, (QStringList{ "Good", "Good morning,", "Good morning, ***!" }));
+        QCOMPARE(m_number, 0);
+        QCOMPARE(m_ends, 1);
+        QVERIFY(m_engine->Ordered().isEmpty());
+        QVERIFY(m_audio->Played().empty());
+        QVERIFY(m_time->Elapsed() > milliseconds(900) && m_time->Elapsed() < milliseconds(3000));
+        m_time->Run(milliseconds(1600));
+        QVERIFY(!m_figure->BalloonVisible());
+    }
+
+    void aSilentLineWithoutBalloonEndsAsWell()
+    {
+        Choose([](ServiceOptions &options) { options.voice = false; });
+        m_figure->Appear();
+        m_figure->Speak(SpeechText::Parse("spell it"), false, End());
+        for (int count = 0; count < 100 && m_number == kNotEnded; ++count) {
+            m_time->Run(milliseconds(20));
+            QVERIFY(!m_figure->BalloonVisible());
+        }
+        QCOMPARE(m_number, 0);
+    }
+
+    void theVoiceSwitchedOffFallsSilentAtOnceAndTheLineGoesOn()
+    {
+        m_figure->Appear();
+        m_figure->Speak(SpeechText::Parse("One two three four five six"), true, End());
+        m_time->Run(milliseconds(400));
+        QVERIFY(m_audio->Playing());
+        const QString before = BalloonText();
+        Choose([](ServiceOptions &options) { options.voice = false; });
+        QVERIFY(!m_audio->Playing());
+        QVERIFY(BalloonText().startsWith(before));
+        QCOMPARE(m_number, kNotEnded);
+        m_time->Run(milliseconds(200));
+        QCOMPARE(int(m_figure->Player().Shown().swaps[5]), int(Mouth::Rest));
+        while (m_number == kNotEnded && m_time->Elapsed() < milliseconds(10000))
+            m_time->Run(milliseconds(20));
+        QCOMPARE(m_number, 0);
+        QCOMPARE(BalloonText(), QStringLiteral("One two three four five six"));
+        Choose([](ServiceOptions &options) { options.voice = true; });
+        m_figure->Speak(SpeechText::Parse("Again"), true, End());
+        m_time->Run(milliseconds(140));
+        QVERIFY(m_audio->Playing());
+    }
+
+    void theVoiceSwitchedOffWhileALineIsMadeStillShowsIt()
+    {
+        m_figure->Appear();
+        m_figure->Speak(SpeechText::Parse("One two"), true, End());
+        Choose([](ServiceOptions &options) { options.voice = false; });
+        m_time->Run(milliseconds(4000));
+        QCOMPARE(m_number, 0);
+        QCOMPARE(m_ends, 1);
+        QVERIFY(m_audio->Played().empty());
+    }
+
+    void aStoppedSilentLineTellsNothing()
+    {
+        Choose([](ServiceOptions &options) { options.voice = false; });
+        m_figure->Appear();
+        m_figure->Speak(SpeechText::Parse("One two three"), true, End());
+        m_time->Run(milliseconds(400));
+        QVERIFY(m_figure->BalloonVisible());
+        m_figure->Halt();
+        QVERIFY(!m_figure->BalloonVisible());
+        m_time->Run(milliseconds(9000));
+        QCOMPARE(m_ends, 0);
+    }
+
+    void balloonsSwitchedOffAreNeverSeen()
+    {
+        m_figure->Appear();
+        m_figure->Speak(SpeechText::Parse("One two three four five six"), true, End());
+        m_time->Run(milliseconds(400));
+        QVERIFY(m_figure->BalloonVisible());
+        Choose([](ServiceOptions &options) { options.balloons = false; });
+        QVERIFY(!m_figure->BalloonVisible());
+        QVERIFY(m_audio->Playing());
+        for (int count = 0; count < 200 && m_number == kNotEnded; ++count) {
+            m_time->Run(milliseconds(20));
+            QVERIFY(!m_figure->BalloonVisible());
+        }
+        QCOMPARE(m_number, 0);
+        m_number = kNotEnded;
+        m_figure->Speak(SpeechText::Parse("One two three"), true, End());
+        for (int count = 0; count < 200 && m_number == kNotEnded; ++count) {
+            m_time->Run(milliseconds(20));
+            QVERIFY(!m_figure->BalloonVisible());
+        }
+        QCOMPARE(m_number, 0);
+        QCOMPARE(m_audio->Played().size(), std::size_t(2));
+        Choose([](ServiceOptions &options) { options.balloons = true; });
+        m_figure->Speak(SpeechText::Parse("Back"), true, End());
+        m_time->Run(milliseconds(140));
+        QVERIFY(m_figure->BalloonVisible());
+    }
+
+    void theUsersTextSizeHoldsForABalloonThatIsSeen()
+    {
+        m_figure->Appear();
+        m_figure->Speak(SpeechText::Parse("One two three four five six"), true, End());
+        m_time->Run(milliseconds(400));
+        const QString before = BalloonText();
+        QVERIFY(!before.isEmpty());
+        const int height = Balloon()->Bubble().height();
+        QCOMPARE(Balloon()->font().pixelSize(), 20);
+        Choose([](ServiceOptions &options) { options.balloonTextSize = 32; });
+        QCOMPARE(Balloon()->font().pixelSize(), 32);
+        QCOMPARE(BalloonText(), before);
+        QVERIFY(Balloon()->Bubble().height() > height + 8);
+    }
+
+    void theUsersVoiceRateAndPitchReachTheEngine()
+    {
+        Choose([](ServiceOptions &options) {
+            options.speakingRate = 3;
+            options.SetVoiceOf("Merlin", { "cmu_us_slt", -2 });
+        });
+        m_figure->Appear();
+        m_figure->Speak(SpeechText::Parse("One"), true, End());
+        QCOMPARE(m_engine->LastSettings().voice, QStringLiteral("cmu_us_slt"));
+        QVERIFY(m_engine->LastSettings().stretch < 0.85);
+        QVERIFY(m_engine->LastSettings().pitch < 0.95);
+        // A voice that this machine lacks is no reason to be dumb.
+        m_time->Run(milliseconds(2000));
+        Choose([](ServiceOptions &options) { options.SetVoiceOf("Merlin", { "gone", 0 }); });
+        m_figure->Speak(SpeechText::Parse("One"), true, End());
+        QCOMPARE(m_engine->LastSettings().voice, m_character->voice.voice);
+    }
+
     void aHiddenBalloonStaysHiddenForItsLine()
     {
         m_figure->Appear();
