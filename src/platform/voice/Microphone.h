@@ -1,0 +1,37 @@
+#pragma once
+
+#include <QString>
+
+#include <functional>
+#include <vector>
+
+namespace platform {
+
+// What can be listened with.
+class Microphone {
+public:
+    struct Device {
+        QString id;   // stays the same from run to run
+        QString name; // for the user
+    };
+
+    virtual ~Microphone() = default;
+
+    // The devices that are there now. A sound server's echo of what it plays is none of them.
+    virtual std::vector<Device> Devices() const = 0;
+
+    // Listens to the device, the desktop's own choice if `id` is empty or not there any more, and calls
+    // `level` from the event loop some ten times a second with the loudness of what is heard, 0 to 1, until
+    // Stop or the next Listen. False when nothing can be listened to; `level` is not called then.
+    [[nodiscard]] virtual bool Listen(const QString &id, std::function<void(double)> level) = 0;
+    virtual void Stop() = 0;
+
+    // Called by the event loop when devices have come or gone.
+    std::function<void()> devicesChanged;
+};
+
+// The loudness of samples from -1 to 1 as an ear has it: 0 for what is as soft as an empty room, 1 for a
+// shout.
+double LoudnessOf(double rootMeanSquare);
+
+} // namespace platform

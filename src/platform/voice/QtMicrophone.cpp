@@ -1,0 +1,132 @@
+#include "platform/voice/QtMicrophone.h"
+
+#include <QAudioDevice>
+#include <QAudioSource>
+#include <QIODevice>
+#include <QMediaDevices>
+#include <QObject>
+#include <QTimer>
+
+#include <algorithm>
+#include <cmath>
+
+namespace platform {
+
+namespace {
+
+constexpr int kSampleRate = 16000;
+constexpr int kLevelEvery = 60; // milliseconds
+// What is as soft as an empty room, and what is a shout, in decibels below full scale.
+constexpr double kSoftest = -55;
+constexpr double kLoudest = -6;
+
+// Echoes of what is played are devices too; they are named so by the sound server.
+bool IsEcho(const QAudioDevice &device)
+{
+    return device.id().endsWith(".monitor");
+}
+
+} // namespace
+
+double LoudnessOf(double rootMeanSquare)
+{
+    if (!(rootMeanSquare > 0))
+        return 0;
+    return std::clamp((20 * std::log10(rootMeanSquare) - kSoftest) / (kLoudest - kSoftest), 0.0, 1.0);
+}
+
+class QtMicrophone::Ear : public QObject {
+public:
+    explicit Ear(QtMicrophone &owner)
+    {
+        connect(&m_devices, &QMediaDevices::audioInputsChanged, this, [&owner] {
+            if (owner.devicesChanged)
+                owner.devicesChanged();
+        });
+        m_timer.setInterval(kLevelEvery);
+        connect(&m_timer, &QTimer::timeout, this, [this] { Tell(); });
+    }
+    ~Ear() override { Stop(); }
+
+    bool Listen(const QAudioDevice &device, std::function<void(double)> level)
+    {
+        Stop();
+        if (device.isNull())
+            return false;
+        QAudioFormat format;
+        format.setSampleRate(kSampleRate);
+        format.setChannelCount(1);
+        format.setSampleFormat(QAudioFormat::Int16);
+        m_source = std::make_unique<QAudioSource>(device, format);
+        m_stream = m_source->start();
+        if (!m_stream || m_source->error() == QAudio::OpenError || m_source->error() == QAudio::FatalError) {
+            Stop();
+            return false;
+        }
+        m_level = std::move(level);
+        m_timer.start();
+        return true;
+    }
+
+    void Stop()
+    {
+        m_timer.stop();
+        m_level = nullptr;
+        m_stream = nullptr;
+        if (m_source)
+            m_source->stop();
+        m_source.reset();
+    }
+
+private:
+    void Tell()
+    {
+        const QByteArray heard = m_stream->readAll();
+        const auto *samples = reinterpret_cast<const qint16 *>(heard.constData());
+        const auto count = heard.size() / static_cast<qsizetype>(sizeof(qint16));
+        double sum = 0;
+        for (qsizetype index = 0; index < count; ++index)
+            sum += std::pow(samples[index] / 32768.0, 2);
+        const auto level = m_level; // may be replaced by what it calls
+        level(LoudnessOf(count > 0 ? std::sqrt(sum / double(count)) : 0));
+    }
+
+    QMediaDevices m_devices;
+    std::unique_ptr<QAudioSource> m_source;
+    QIODevice *m_stream = nullptr; // the source's own
+    QTimer m_timer;
+    std::function<void(double)> m_level;
+};
+
+QtMicrophone::QtMicrophone() : m_ear(std::make_unique<Ear>(*this)) {}
+
+QtMicrophone::~QtMicrophone() = default;
+
+std::vector<Microphone::Device> QtMicrophone::Devices() const
+{
+    std::vector<Device> devices;
+    for (const QAudioDevice &device : QMediaDevices::audioInputs()) {
+        if (!IsEcho(device))
+            devices.push_back({ QString::fromUtf8(device.id()), device.description() });
+    }
+    return devices;
+}
+
+bool QtMicrophone::Listen(const QString &id, std::function<void(double)> level)
+{
+    QAudioDevice wanted = QMediaDevices::defaultAudioInput();
+    if (IsEcho(wanted))
+        wanted = QAudioDevice();
+    for (const QAudioDevice &device : QMediaDevices::audioInputs()) {
+        if (!IsEcho(device) && (wanted.isNull() || QString::fromUtf8(device.id()) == id))
+            wanted = device;
+    }
+    return m_ear->Listen(wanted, std::move(level));
+}
+
+void QtMicrophone::Stop()
+{
+    m_ear->Stop();
+}
+
+} // namespace platform

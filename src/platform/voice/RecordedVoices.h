@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+#include <vector>
+
+namespace platform {
+
+// A voice that a character can be given, with what a user calls it.
+struct RecordedVoice {
+    QString id; // what VoiceSettings::voice holds
+    QString name;
+};
+
+const std::vector<RecordedVoice> &RecordedVoices();
+
+// Whom the voices are owed to, a paragraph each.
+QStringList VoiceCredits();
+
+} // namespace platform
