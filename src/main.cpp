@@ -1,5 +1,6 @@
 #include "platform/Services.h"
 #include "platform/agent/AgentEngine.h"
+#include "platform/agent/OptionsSheet.h"
 #include "platform/agent/PuppetFigure.h"
 #include "platform/agent/SettingsStore.h"
 #include "platform/display/Scale.h"
@@ -14,6 +15,7 @@
 #include "platform/system/SystemChance.h"
 #include "platform/system/SystemClock.h"
 #include "platform/voice/QtAudioOut.h"
+#include "platform/voice/QtMicrophone.h"
 #include "platform/voice/SpeechService.h"
 #include "shell/Appearance.h"
 #include "shell/frmSplash.h"
@@ -47,7 +49,17 @@ int main(int argc, char *argv[])
     platform::OptionsKeeper options(store);
     platform::PuppetFigureMaker figures(process.ApplicationFolder() + QStringLiteral("/characters"), speech,
                                         audio, events, options);
-    platform::AgentEngine agent(events, figures);
+    // Voices are tried beside what the characters say.
+    platform::QtAudioOut attempts;
+    platform::QtMicrophone microphone;
+    platform::OptionsSheet sheet(
+        { options, speech, speech, attempts, microphone, [&figures] { return figures.All(); } });
+    platform::AgentEngine agent(events, figures, &sheet);
+    platform::ApplyVoices(options.Now(), {}, speech);
+    const auto optionsObservation = options.Observe([&] {
+        platform::ApplyVoices(options.Now(), figures.Names(), speech);
+        agent.DeliverPropertyChange();
+    });
     platform::XcbDisplay display;
     platform::QtDesktop desktop;
     platform::Services services{

@@ -3,11 +3,15 @@
 #include "platform/Error.h"
 #include "platform/agent/AgentEngine.h"
 #include "platform/agent/CharacterFile.h"
+#include "platform/agent/OptionsSheet.h"
 #include "platform/agent/PuppetFigure.h"
 #include "platform/agent/SettingsStore.h"
+#include "platform/display/Scale.h"
 #include "platform/system/QtEvents.h"
-#include "platform/voice/SpeechService.h"
 #include "platform/voice/QtAudioOut.h"
+#include "platform/voice/QtMicrophone.h"
+#include "platform/voice/SpeechService.h"
+#include "shell/Appearance.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -51,7 +55,10 @@ struct Actor {
 
 int main(int argumentCount, char **arguments)
 {
+    if (!PrepareDisplay())
+        return Refuse(QStringLiteral("there is no display"));
     QApplication application(argumentCount, arguments);
+    tumblewick::ApplyAppearance(application);
     QApplication::setQuitOnLastWindowClosed(false);
     QCommandLineParser parser;
     parser.setApplicationDescription(
@@ -73,7 +80,11 @@ int main(int argumentCount, char **arguments)
         QStringLiteral("seconds"));
     const QCommandLineOption topOption(QStringLiteral("top"), QStringLiteral("Where the figures stand."),
                                        QStringLiteral("pixels"));
-    parser.addOptions({ motionOption, sayOption, stillOption, sizeOption, secondsOption, topOption });
+    const QCommandLineOption sheetOption(QStringLiteral("sheet"),
+                                         QStringLiteral("Open the property sheet on a page instead."),
+                                         QStringLiteral("Output|Speech|Copyright"));
+    parser.addOptions(
+        { motionOption, sayOption, stillOption, sizeOption, secondsOption, topOption, sheetOption });
     parser.addPositionalArgument(QStringLiteral("folders"),
                                  QStringLiteral("Characters, such as characters/merlin."),
                                  QStringLiteral("folder..."));
@@ -88,7 +99,13 @@ int main(int argumentCount, char **arguments)
     SettingsStore store;
     OptionsKeeper options(store);
     PuppetFigureMaker maker(folder.path(), voices, audio, events, options);
-    AgentEngine engine(events, maker);
+    QtAudioOut attempts;
+    QtMicrophone microphone;
+    OptionsSheet sheet({ options, voices, voices, attempts, microphone, [&maker] { return maker.All(); } });
+    AgentEngine engine(events, maker, &sheet);
+    ApplyVoices(options.Now(), {}, voices);
+    const auto optionsObservation =
+        options.Observe([&] { ApplyVoices(options.Now(), maker.Names(), voices); });
     AgentControlReference control = engine.CreateControl();
 
     std::vector<Actor> actors;
@@ -126,8 +143,14 @@ int main(int argumentCount, char **arguments)
         actor.character->SetWidth(Integer16(size));
         actor.character->SetHeight(Integer16(size));
         actor.character->MoveTo(Integer16(left), Integer16(top), 0);
-        actor.character->Show();
+        if (!parser.isSet(sheetOption))
+            actor.character->Show();
         left += size + kRoom;
+    }
+
+    if (parser.isSet(sheetOption)) {
+        sheet.SetPage(parser.value(sheetOption));
+        sheet.SetVisible(true);
     }
 
     // Whoever has nothing to do gets the next thing to do.
@@ -136,7 +159,7 @@ int main(int argumentCount, char **arguments)
         for (Actor &actor : actors) {
             const bool busy = !actor.last.IsNothing() && (actor.last->Status() == kRequestRunning ||
                                                           actor.last->Status() == kRequestQueued);
-            if (busy || parser.isSet(stillOption))
+            if (busy || parser.isSet(stillOption) || parser.isSet(sheetOption))
                 continue;
             const QString motion = actor.motions[actor.next++ % actor.motions.size()];
             try {

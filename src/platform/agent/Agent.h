@@ -92,6 +92,26 @@ public:
 };
 using CharacterReference = Reference<Character>;
 
+// The service's own window, in which the user chooses how characters look, sound and listen. One for all
+// clients; what is chosen in it holds for all of them and from run to run. Not queued and not modal.
+class PropertySheet {
+public:
+    virtual ~PropertySheet() = default;
+    // True opens the sheet where the user last had it, or brings it to the front; false closes it as Cancel
+    // does.
+    virtual void SetVisible(bool visible) = 0;
+    virtual bool Visible() const = 0;
+    // "Speech", "Output" or "Copyright": the page that is in front, or will be when the sheet opens; at first
+    // the one that the user last had. Setting takes any letter case and raises 5 for any other name.
+    virtual QString Page() const = 0;
+    virtual void SetPage(const QString &page) = 0;
+    // In screen units; 0 before the sheet was first shown in this run.
+    virtual Integer16 Left() const = 0;
+    virtual Integer16 Top() const = 0;
+    virtual Integer16 Width() const = 0;
+    virtual Integer16 Height() const = 0;
+};
+
 // What a voice command or a menu brings.
 struct UserInput {
     QString name; // the command's name; empty when nothing matched
@@ -114,6 +134,9 @@ public:
     // The loaded character. Raises kAgentRefuses for an id that is not loaded here.
     virtual CharacterReference Character(const QString &id) = 0;
 
+    // The property sheet. Raises kAgentGone or kAgentRefuses when disconnected, as a character does.
+    virtual PropertySheet &Sheet() = 0;
+
     // Ends the connection, as the unload of the control's screen does. Its requests end with status 3,
     // figures that no other client holds vanish at once; one that has a Hide waiting or running plays it out
     // unattended.
@@ -124,6 +147,8 @@ public:
     std::function<void(const RequestReference &)> requestComplete;
     // Called by the event loop for a command, while this client is the one that gets the user's input.
     std::function<void(const UserInput &)> command;
+    // Called by the event loop when the user has changed something on the property sheet.
+    std::function<void()> agentPropertyChange;
 };
 using AgentControlReference = Reference<AgentControl>;
 

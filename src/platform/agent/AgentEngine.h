@@ -18,8 +18,9 @@ class QueuedRequest;
 // program and the tests run this same engine; they differ in the figures.
 class AgentEngine : public AgentServer {
 public:
-    // The references have to outlive the engine and every object it hands out.
-    AgentEngine(Events &events, FigureMaker &figures);
+    // The references have to outlive the engine and every object it hands out. Without `sheet` the clients
+    // get one that no one sees, which keeps what is set and has no place.
+    AgentEngine(Events &events, FigureMaker &figures, PropertySheet *sheet = nullptr);
     ~AgentEngine() override;
 
     AgentControlReference CreateControl() override;
@@ -27,6 +28,9 @@ public:
     // Brings a command to the client that gets the user's input: of those that have a visible character, the
     // one that showed one last. Nothing when there is none.
     void DeliverCommand(const QString &name);
+
+    // Tells all clients that the user's options have changed.
+    void DeliverPropertyChange();
 
 private:
     friend class Cast;
@@ -52,6 +56,8 @@ private:
 
     Events &m_events;
     FigureMaker &m_figures;
+    std::unique_ptr<PropertySheet> m_unseenSheet; // null when there is a real one
+    PropertySheet &m_sheet;
     std::vector<std::weak_ptr<Client>> m_clients;
     std::map<QString, std::weak_ptr<Cast>> m_casts; // by id in lower case
     std::vector<std::weak_ptr<Client>> m_shown;     // clients in the order of their last Show

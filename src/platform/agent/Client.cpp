@@ -55,6 +55,19 @@ CharacterReference Client::Character(const QString &id)
     return CharacterReference(std::make_shared<ClientCharacter>(m_engine, shared_from_this(), found->second));
 }
 
+PropertySheet &Client::ClientSheet::Held() const
+{
+    m_owner.RequireConnection();
+    return m_owner.m_engine.m_sheet;
+}
+
+void Client::ClientSheet::SetVisible(bool visible)
+{
+    Held().SetVisible(visible);
+    qCDebug(agentLog).noquote() << QStringLiteral("agent: 0 PropertySheet.Visible %1 -> done")
+                                       .arg(visible ? QStringLiteral("True") : QStringLiteral("False"));
+}
+
 void Client::Disconnect()
 {
     if (!m_connected)

@@ -19,6 +19,7 @@ public:
     bool Connected() const override;
     void Load(const QString &id, const QString &file) override;
     CharacterReference Character(const QString &id) override;
+    PropertySheet &Sheet() override { return m_sheet; }
     void Disconnect() override;
 
     // Raises the number that a call on a lost connection gets.
@@ -30,8 +31,27 @@ public:
     void Forget() { m_casts.clear(); }
 
 private:
+    // The sheet as this client reaches it, until it is disconnected.
+    class ClientSheet : public PropertySheet {
+    public:
+        explicit ClientSheet(const Client &owner) : m_owner(owner) {}
+        void SetVisible(bool visible) override;
+        bool Visible() const override { return Held().Visible(); }
+        QString Page() const override { return Held().Page(); }
+        void SetPage(const QString &page) override { Held().SetPage(page); }
+        Integer16 Left() const override { return Held().Left(); }
+        Integer16 Top() const override { return Held().Top(); }
+        Integer16 Width() const override { return Held().Width(); }
+        Integer16 Height() const override { return Held().Height(); }
+
+    private:
+        PropertySheet &Held() const;
+        const Client &m_owner;
+    };
+
     AgentEngine &m_engine;
     std::weak_ptr<bool> m_engineAlive;
+    ClientSheet m_sheet{ *this };
     bool m_connected = true;
     std::map<QString, std::shared_ptr<Cast>> m_casts; // by id in lower case
     std::set<QString> m_taken;                        // ids of loads that failed among them

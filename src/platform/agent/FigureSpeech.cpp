@@ -22,8 +22,8 @@ std::chrono::milliseconds ReadingTime(const SpeechUnit &unit, int speakingRate)
     constexpr int kWord = 220;
     constexpr int kLetter = 55;
     const auto letters = std::max(unit.shown.size(), unit.spoken.size());
-    const double stretch = Adjusted(VoiceSettings{}, {}, speakingRate).stretch;
-    return std::chrono::milliseconds(unit.pause + qRound(double(kWord + kLetter * letters) * stretch));
+    return std::chrono::milliseconds(unit.pause +
+                                     qRound(double(kWord + kLetter * letters) / RateFactor(speakingRate)));
 }
 
 } // namespace
@@ -63,11 +63,10 @@ void FigureSpeech::Begin(const SpeechText &text, bool balloon, std::function<voi
         m_isMade = true;
         return;
     }
-    VoiceSettings settings =
-        Adjusted(m_character.voice, options.VoiceOf(m_character.name), options.speakingRate);
+    VoiceSettings settings = WithVoice(m_character.voice, options.VoiceOf(m_character.name));
     // A voice that has gone from this machine since it was chosen makes nobody dumb.
     if (!m_engine.Speaks(settings))
-        settings = Adjusted(m_character.voice, {}, options.speakingRate);
+        settings = m_character.voice;
     m_order = m_engine.Synthesise(
         text, settings, [this](std::shared_ptr<const Utterance> utterance) { Made(std::move(utterance)); });
     // An engine that takes no orders fails like one that makes nothing.

@@ -118,6 +118,7 @@ public:
 
     // The characters of all files in the folder that can be used, by name.
     std::vector<std::shared_ptr<const CharacterData>> All();
+    QStringList Names();
 
 private:
     QString PathOf(const QString &file) const;

@@ -43,6 +43,14 @@ std::vector<std::shared_ptr<const CharacterData>> PuppetFigureMaker::All()
     return all;
 }
 
+QStringList PuppetFigureMaker::Names()
+{
+    QStringList names;
+    for (const auto &character : All())
+        names << character->name;
+    return names;
+}
+
 std::unique_ptr<Figure> PuppetFigureMaker::Make(const QString &, const QString &file)
 {
     std::shared_ptr<const CharacterData> &character = m_characters[file.toLower()];

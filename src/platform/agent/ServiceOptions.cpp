@@ -37,18 +37,35 @@ void ServiceOptions::Limit()
     std::erase_if(characters, [](const auto &entry) { return entry.second == CharacterVoice{}; });
 }
 
-VoiceSettings Adjusted(const VoiceSettings &own, const CharacterVoice &chosen, int speakingRate)
+VoiceSettings WithVoice(const VoiceSettings &own, const CharacterVoice &chosen)
 {
-    VoiceSettings adjusted = own;
-    if (!chosen.voice.isEmpty() && chosen.voice != own.voice) {
-        // The rest of the character's settings were made for its own voice.
-        adjusted = VoiceSettings{};
-        adjusted.voice = chosen.voice;
-        adjusted.treble = own.treble;
-    }
-    adjusted.pitch *= std::pow(kPitchStep, chosen.pitch);
-    adjusted.stretch *= std::pow(kRateStep, -speakingRate);
-    return adjusted;
+    VoiceSettings settings = own;
+    if (chosen.voice.isEmpty() || chosen.voice == own.voice)
+        return settings;
+    // What bends the character's own voice would only spoil another.
+    const VoiceSettings plain;
+    settings.voice = chosen.voice;
+    settings.stretch = plain.stretch;
+    settings.pitch = plain.pitch;
+    settings.rate = plain.rate;
+    return settings;
+}
+
+double RateFactor(int speakingRate)
+{
+    return std::pow(kRateStep, speakingRate);
+}
+
+void ApplyVoices(const ServiceOptions &options, const QStringList &characters, VoiceOptions &voices)
+{
+    // A voice that has gone from the machine leaves the lists to the characters.
+    if (!voices.SetReadingVoice(options.readingVoice))
+        voices.SetReadingVoice(QString());
+    voices.SetRate(QString(), RateFactor(options.speakingRate));
+    for (const QString &character : characters)
+        voices.SetPitch(character, 1.0);
+    for (const auto &[character, chosen] : options.characters)
+        voices.SetPitch(character, std::pow(kPitchStep, chosen.pitch));
 }
 
 OptionsKeeper::OptionsKeeper(OptionsStore &store) : m_store(store), m_options(store.ReadOptions())

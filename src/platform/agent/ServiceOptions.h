@@ -1,9 +1,11 @@
 #pragma once
 
 #include "platform/voice/Voice.h"
+#include "platform/voice/VoiceOptions.h"
 
 #include <QPoint>
 #include <QString>
+#include <QStringList>
 
 #include <functional>
 #include <map>
@@ -36,7 +38,7 @@ struct ServiceOptions {
     int speakingRate = 0;
     bool soundEffects = true;
     std::map<QString, CharacterVoice> characters; // by name; one that sounds as it was made is left out
-    QString listLanguage; // code of the language that lists are read in; empty: English
+    QString readingVoice; // in which the words of lists are read; empty for the characters' own
     bool voiceSpelling = false;
     QString microphone; // the device's own id; empty for the one that the desktop has chosen
 
@@ -49,8 +51,16 @@ struct ServiceOptions {
     friend bool operator==(const ServiceOptions &, const ServiceOptions &) = default;
 };
 
-// The settings that a voice of its own and the user's choices make together.
-VoiceSettings Adjusted(const VoiceSettings &own, const CharacterVoice &chosen, int speakingRate);
+// The settings of a character that speaks with the voice the user has chosen for it. Rate and pitch are not
+// among them: those the voices add themselves, see ApplyVoices.
+VoiceSettings WithVoice(const VoiceSettings &own, const CharacterVoice &chosen);
+
+// How many times faster than usual a speaking rate is.
+double RateFactor(int speakingRate);
+
+// Makes reading voice, rate and pitches hold for what is ordered from now on. `characters` names those that
+// had a choice before, so that they sound as they were made when they have none any more.
+void ApplyVoices(const ServiceOptions &options, const QStringList &characters, VoiceOptions &voices);
 
 // Where the user last had the property sheet.
 struct SheetPlace {

@@ -60,7 +60,7 @@ ServiceOptions SettingsStore::ReadOptions()
     options.voice = Bool(QStringLiteral("Output/Voice"), options.voice);
     options.speakingRate = Number(QStringLiteral("Output/SpeakingRate"), options.speakingRate);
     options.soundEffects = Bool(QStringLiteral("Output/SoundEffects"), options.soundEffects);
-    options.listLanguage = Text(QStringLiteral("Output/ListLanguage"));
+    options.readingVoice = Text(QStringLiteral("Output/ReadingVoice"));
     options.voiceSpelling = Bool(QStringLiteral("Speech/VoiceSpelling"), options.voiceSpelling);
     options.microphone = Text(QStringLiteral("Speech/Microphone"));
     m_settings.beginGroup(kCharacters);
@@ -82,7 +82,7 @@ void SettingsStore::WriteOptions(const ServiceOptions &options)
     m_settings.setValue(QStringLiteral("Output/Voice"), options.voice);
     m_settings.setValue(QStringLiteral("Output/SpeakingRate"), options.speakingRate);
     m_settings.setValue(QStringLiteral("Output/SoundEffects"), options.soundEffects);
-    m_settings.setValue(QStringLiteral("Output/ListLanguage"), options.listLanguage);
+    m_settings.setValue(QStringLiteral("Output/ReadingVoice"), options.readingVoice);
     m_settings.setValue(QStringLiteral("Speech/VoiceSpelling"), options.voiceSpelling);
     m_settings.setValue(QStringLiteral("Speech/Microphone"), options.microphone);
     m_settings.remove(kCharacters);

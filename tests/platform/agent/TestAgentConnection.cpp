@@ -41,6 +41,9 @@ private slots:
     void theVoiceOfALostClientGoesToTheNext();
     void noEventsComeAfterALostConnection();
     void hidingPassesTheUsersInputOn();
+    void thePropertySheetIsOneForAllClients();
+    void thePropertySheetOfALostClientRaises();
+    void aChangeOfTheUsersOptionsIsToldToAllClients();
 };
 
 void TestAgentConnection::sizesAreSharedAndForgottenWithTheLastClient()
@@ -454,6 +457,48 @@ void TestAgentConnection::hidingPassesTheUsersInputOn()
     m_service->Settle();
     QCOMPARE(heard, QStringList({ "first a", "first b" }));
     m_control->command = nullptr;
+}
+
+void TestAgentConnection::thePropertySheetIsOneForAllClients()
+{
+    const auto other = m_service->Engine().CreateControl();
+    QVERIFY(!m_control->Sheet().Visible());
+    QCOMPARE(int(m_control->Sheet().Width()), 0);
+    m_control->Sheet().SetPage("copyRIGHT");
+    m_control->Sheet().SetVisible(true);
+    QVERIFY(other->Sheet().Visible());
+    QCOMPARE(other->Sheet().Page(), QString("Copyright"));
+    QCOMPARE(Raised([&] { other->Sheet().SetPage("Weather"); }), qint32(kInvalidCall));
+    // It stays open when the screen that opened it goes.
+    m_control->Disconnect();
+    QVERIFY(other->Sheet().Visible());
+    other->Sheet().SetVisible(false);
+    QVERIFY(!other->Sheet().Visible());
+}
+
+void TestAgentConnection::thePropertySheetOfALostClientRaises()
+{
+    const auto other = m_service->Engine().CreateControl();
+    m_control->Disconnect();
+    QCOMPARE(Raised([&] { m_control->Sheet().SetVisible(true); }), qint32(kAgentRefuses));
+    QVERIFY(!other->Sheet().Visible());
+    other->Disconnect();
+    QCOMPARE(Raised([&] { other->Sheet().Visible(); }), qint32(kAgentGone));
+}
+
+void TestAgentConnection::aChangeOfTheUsersOptionsIsToldToAllClients()
+{
+    const auto other = m_service->Engine().CreateControl();
+    const auto lost = m_service->Engine().CreateControl();
+    QStringList told;
+    m_control->agentPropertyChange = [&] { told << "first"; };
+    other->agentPropertyChange = [&] { told << "second"; };
+    lost->agentPropertyChange = [&] { told << "lost"; };
+    m_service->Engine().DeliverPropertyChange();
+    QVERIFY(told.isEmpty());
+    lost->Disconnect();
+    m_service->Settle();
+    QCOMPARE(told, (QStringList{ "first", "second" }));
 }
 
 QTEST_MAIN(TestAgentConnection)

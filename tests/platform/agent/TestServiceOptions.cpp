@@ -1,5 +1,6 @@
 #include "platform/agent/ServiceOptions.h"
 #include "platform/agent/SettingsStore.h"
+#include "platform/voice/SpeechService.h"
 #include "support/FakeOptionsStore.h"
 
 #include <QFile>
@@ -28,7 +29,7 @@ ServiceOptions Unusual()
     options.speakingRate = -3;
     options.soundEffects = false;
     options.characters = { { "Merlin", { "cmu_us_slt", 2 } }, { "Peedy", { "", -4 } } };
-    options.listLanguage = "fr";
+    options.readingVoice = "fr";
     options.voiceSpelling = true;
     options.microphone = "alsa_input.usb, \"best\" = 100%";
     return options;
@@ -177,7 +178,7 @@ private slots:
         QCOMPARE(calls, 102);
     }
 
-    void rateAndPitchBendTheCharactersOwnVoice()
+    void anotherVoiceDoesNotGetWhatWasMadeForTheCharactersOwn()
     {
         VoiceSettings own;
         own.voice = "cmu_us_awb";
@@ -185,21 +186,36 @@ private slots:
         own.pitch = 0.9;
         own.rate = 0.95;
         own.treble = 10;
-        const VoiceSettings same = Adjusted(own, {}, 0);
+        own.speaker = "Merlin";
+        const VoiceSettings same = WithVoice(own, {});
         QCOMPARE(same.voice, own.voice);
         QCOMPARE(same.stretch, 1.15);
         QCOMPARE(same.pitch, 0.9);
         QCOMPARE(same.rate, 0.95);
-        QVERIFY(Adjusted(own, {}, 5).stretch < 0.8);
-        QVERIFY(Adjusted(own, {}, -5).stretch > 1.6);
-        QVERIFY(Adjusted(own, { "", 5 }, 0).pitch > 1.1);
-        QVERIFY(Adjusted(own, { "", -5 }, 0).pitch < 0.75);
-        // Another voice does not get what was made for the first one.
-        const VoiceSettings other = Adjusted(own, { "cmu_us_slt", 0 }, 0);
+        const VoiceSettings other = WithVoice(own, { "cmu_us_slt", 0 });
         QCOMPARE(other.voice, QStringLiteral("cmu_us_slt"));
         QCOMPARE(other.pitch, 1.0);
         QCOMPARE(other.stretch, 1.0);
-        QCOMPARE(Adjusted(own, { "cmu_us_awb", 0 }, 0).stretch, 1.15);
+        QCOMPARE(other.rate, 1.0);
+        QCOMPARE(other.speaker, QStringLiteral("Merlin"));
+        QCOMPARE(WithVoice(own, { "cmu_us_awb", 0 }).stretch, 1.15);
+    }
+
+    void rateAndPitchReachTheVoicesAndLeaveThemAgain()
+    {
+        SpeechService voices;
+        ServiceOptions options;
+        options.speakingRate = 5;
+        options.SetVoiceOf("Peedy", { "", -5 });
+        options.readingVoice = "of another machine";
+        ApplyVoices(options, { "Merlin", "Peedy" }, voices);
+        QVERIFY(voices.Rate("") > 1.4 && voices.Rate("") < 1.6);
+        QCOMPARE(voices.Pitch("Merlin"), 1.0);
+        QVERIFY(voices.Pitch("Peedy") < 0.8 && voices.Pitch("Peedy") > 0.7);
+        QCOMPARE(voices.ReadingVoice(), voices.Available().front().id);
+        ApplyVoices(ServiceOptions{}, { "Merlin", "Peedy" }, voices);
+        QCOMPARE(voices.Rate(""), 1.0);
+        QCOMPARE(voices.Pitch("Peedy"), 1.0);
     }
 
 private:
