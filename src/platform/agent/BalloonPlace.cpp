@@ -59,7 +59,23 @@ private:
     const QRect &m_screen;
 };
 
+int Beyond(int least, int value, int most)
+{
+    return std::max({ least - value, 0, value - most });
+}
+
 } // namespace
+
+QRect NearestScreen(const QPoint &point, const std::vector<QRect> &screens)
+{
+    const auto distance = [&point](const QRect &screen) {
+        return Beyond(screen.left(), point.x(), screen.right()) +
+               Beyond(screen.top(), point.y(), screen.bottom());
+    };
+    return *std::min_element(
+        screens.begin(), screens.end(),
+        [&distance](const QRect &one, const QRect &other) { return distance(one) < distance(other); });
+}
 
 BalloonPlace PlaceBalloon(QSize bubble, const BalloonOwner &owner, const QRect &screen,
                           std::optional<BalloonPlace::Side> kept)

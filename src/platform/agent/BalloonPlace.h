@@ -32,4 +32,8 @@ constexpr int kBalloonGap = 16;
 BalloonPlace PlaceBalloon(QSize bubble, const BalloonOwner &owner, const QRect &screen,
                           std::optional<BalloonPlace::Side> kept = std::nullopt);
 
+// Which of the screens, of which there is at least one, a balloon for a figure around `point` belongs on: the
+// one that holds it, else the nearest.
+QRect NearestScreen(const QPoint &point, const std::vector<QRect> &screens);
+
 } // namespace platform

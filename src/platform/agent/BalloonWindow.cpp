@@ -33,10 +33,10 @@ QFont BalloonFont(int size)
 
 QRect ScreenOf(const QPoint &point)
 {
-    const QScreen *screen = QGuiApplication::screenAt(point);
-    if (!screen)
-        screen = QGuiApplication::primaryScreen();
-    return screen ? screen->availableGeometry() : QRect(0, 0, 1024, 768);
+    std::vector<QRect> screens;
+    for (const QScreen *screen : QGuiApplication::screens())
+        screens.push_back(screen->availableGeometry());
+    return screens.empty() ? QRect(0, 0, 1024, 768) : NearestScreen(point, screens);
 }
 
 } // namespace

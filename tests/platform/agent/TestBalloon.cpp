@@ -68,6 +68,27 @@ private slots:
         QCOMPARE(int(place.side), side);
     }
 
+    void aBalloonBelongsOnTheScreenOfItsFigureOrTheNearest_data()
+    {
+        QTest::addColumn<QPoint>("at");
+        QTest::addColumn<int>("screen");
+        QTest::newRow("on the first") << QPoint(500, 300) << 0;
+        QTest::newRow("on the second") << QPoint(1400, 300) << 1;
+        QTest::newRow("last column of the first") << QPoint(1023, 300) << 0;
+        QTest::newRow("beyond the left edge") << QPoint(-90, 300) << 0;
+        QTest::newRow("beyond the right edge") << QPoint(2500, 300) << 1;
+        QTest::newRow("below the second, that hangs lower") << QPoint(1500, 2000) << 1;
+        QTest::newRow("above the second") << QPoint(1500, -200) << 1;
+        QTest::newRow("in the hole below the first") << QPoint(300, 900) << 0;
+    }
+    void aBalloonBelongsOnTheScreenOfItsFigureOrTheNearest()
+    {
+        QFETCH(QPoint, at);
+        QFETCH(int, screen);
+        const std::vector<QRect> screens{ QRect(0, 0, 1024, 768), QRect(1024, 100, 1280, 1024) };
+        QCOMPARE(NearestScreen(at, screens), screens[std::size_t(screen)]);
+    }
+
     void otherFacesAreLeftFreeWhenThereIsAChoice()
     {
         using Side = BalloonPlace::Side;
@@ -98,7 +119,8 @@ private slots:
     {
         for (const QRect &screen :
              { QRect(0, 0, 800, 600), QRect(0, 0, 1024, 768), QRect(0, 24, 1536, 840) }) {
-            for (const QSize &bubble : { QSize(90, 48), QSize(300, 120), QSize(370, 170) }) {
+            for (const QSize &bubble :
+                 { QSize(90, 48), QSize(300, 120), QSize(370, 170), LargestBubble(20) }) {
                 for (int x = -200; x < screen.width() + 100; x += 37) {
                     for (int y = -200; y < screen.height() + 100; y += 31) {
                         const BalloonOwner owner = OwnerAt(x, y);
@@ -107,6 +129,23 @@ private slots:
                         QVERIFY2(!place.bubble.intersects(owner.face),
                                  qPrintable(QStringLiteral("%1,%2").arg(x).arg(y)));
                     }
+                }
+            }
+        }
+    }
+
+    void theLargestTextLeavesTheFaceFreeWhereFiguresStand()
+    {
+        const QSize bubble = LargestBubble(32);
+        QVERIFY(bubble.height() > 200);
+        for (const QRect &screen : { QRect(0, 0, 800, 600), QRect(0, 0, 1024, 768) }) {
+            for (int x = 0; x <= screen.width() - 256; x += 37) {
+                for (int y = 300; y <= screen.height() - 256; y += 11) {
+                    const BalloonOwner owner = OwnerAt(x, y);
+                    const BalloonPlace place = PlaceBalloon(bubble, owner, screen);
+                    QVERIFY(screen.contains(place.bubble));
+                    QVERIFY2(!place.bubble.intersects(owner.face),
+                             qPrintable(QStringLiteral("%1,%2").arg(x).arg(y)));
                 }
             }
         }
@@ -252,6 +291,20 @@ private slots:
     }
 
 private:
+    // Six lines of full width.
+    static QSize LargestBubble(int typeSize)
+    {
+        BalloonWindow balloon;
+        balloon.SetTypeSize(typeSize);
+        balloon.Follow(OwnerAt(300, 300));
+        BalloonText whole = balloon.EmptyText();
+        for (int word = 0; word < 60; ++word)
+            whole.Append("balloons", false);
+        balloon.Begin(whole);
+        balloon.Append(whole.Whole(), false);
+        return balloon.Bubble().size();
+    }
+
     static int Inked(const QString &text)
     {
         BalloonWindow balloon;
