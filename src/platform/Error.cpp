@@ -33,6 +33,8 @@ constexpr std::array kStockTexts = {
     StockText{ kAgentRefuses,          "The character is not known to the speaking-character service" },
     StockText{ kNoSuchAnimation,       "The character has no animation of that name" },
     StockText{ kStateHasNoAnimation,   "The character has no animation for that state" },
+    StockText{ kCommandUnknown,        "There is no command of that name" },
+    StockText{ kCommandNameUsed,       "There is a command of that name already" },
     StockText{ kCharacterHidden,       "The character is hidden" },
     StockText{ kAlreadyLoaded,         "The character is already loaded" },
     StockText{ kRequestNotInQueue,     "The request is not in the queue" },

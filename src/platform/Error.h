@@ -29,6 +29,8 @@ enum ErrorNumber : qint32 {
     kStateHasNoAnimation = static_cast<qint32>(0x80042004),
     kCharacterHidden = static_cast<qint32>(0x8004200A),
     kAlreadyLoaded = static_cast<qint32>(0x8004200B),
+    kCommandUnknown = static_cast<qint32>(0x80042006),
+    kCommandNameUsed = static_cast<qint32>(0x80042007),
     kRequestNotInQueue = static_cast<qint32>(0x80042101),
     kStopAcrossCharacters = static_cast<qint32>(0x80042103),
     kRemovedFromQueue = static_cast<qint32>(0x80042108),

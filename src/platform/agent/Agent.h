@@ -117,6 +117,14 @@ struct UserInput {
     QString name; // the command's name; empty when nothing matched
 };
 
+// What a client offers in the menus of its characters.
+struct AgentCommand {
+    QString name;    // comes back in UserInput
+    QString caption; // `&` marks the access key; without caption the command is in no menu
+    bool enabled = true;
+    bool visible = true;
+};
+
 // One client of the service: the Agent1 control of a screen. It connects when it is made and is
 // disconnected for good by Disconnect; references to it may live on.
 class AgentControl {
@@ -133,6 +141,12 @@ public:
     virtual void Load(const QString &id, const QString &file) = 0;
     // The loaded character. Raises kAgentRefuses for an id that is not loaded here.
     virtual CharacterReference Character(const QString &id) = 0;
+
+    // The commands that stand in the menus of this client's characters while it gets the user's input, in the
+    // order in which they were added. AddCommand raises kCommandNameUsed, RemoveCommand kCommandUnknown, both
+    // kAgentGone or kAgentRefuses when disconnected.
+    virtual void AddCommand(const AgentCommand &offer) = 0;
+    virtual void RemoveCommand(const QString &name) = 0;
 
     // The property sheet. Raises kAgentGone or kAgentRefuses when disconnected, as a character does.
     virtual PropertySheet &Sheet() = 0;

@@ -106,6 +106,39 @@ void AgentEngine::DeliverCommand(const QString &name)
     });
 }
 
+std::vector<MenuGroup> AgentEngine::MenuOf(const Cast &cast)
+{
+    MenuGroup commands;
+    const auto client = InputClient();
+    const bool isTheirs =
+        client && std::any_of(client->Casts().begin(), client->Casts().end(),
+                              [&cast](const auto &entry) { return entry.second.get() == &cast; });
+    if (isTheirs) {
+        for (const AgentCommand &command : client->Commands()) {
+            if (!command.visible || command.caption.isEmpty())
+                continue;
+            commands.push_back({ command.caption, command.enabled,
+                                 [this, alive = std::weak_ptr<bool>(m_alive), name = command.name] {
+                                     if (!alive.expired())
+                                         DeliverCommand(name);
+                                 } });
+        }
+    }
+    // Not every desktop has a tray, so whoever was sent away can be called back by the others.
+    MenuGroup absent;
+    for (const auto &[key, weak] : m_casts) {
+        const auto other = weak.lock();
+        if (!other || !other->HiddenByUser())
+            continue;
+        absent.push_back(
+            { QStringLiteral("&Show %1").arg(other->Id()), true, [weak = std::weak_ptr<Cast>(other)] {
+                 if (const auto called = weak.lock())
+                     called->AskByUser(false);
+             } });
+    }
+    return { std::move(commands), std::move(absent) };
+}
+
 void AgentEngine::DeliverPropertyChange()
 {
     for (const auto &weak : m_clients) {

@@ -44,6 +44,8 @@ private:
     std::shared_ptr<Cast> CastFor(const QString &id, const QString &file);
     void Leave(Client &client);
     void ShowDeparture(const std::shared_ptr<Cast> &cast);
+    // What stands below Hide in the menu of that character.
+    std::vector<MenuGroup> MenuOf(const Cast &cast);
     void SetInputClient(const std::shared_ptr<Client> &client);
     std::shared_ptr<Client> InputClient() const;
 

@@ -98,14 +98,24 @@ void Cast::Connect()
                 self->BeginMove(held);
         }
     };
-    // What the user asks for in the figure's menu stands behind the present work like any other request.
     m_figure->hideAsked = [weak = weak_from_this()](bool hide) {
-        if (const auto self = weak.lock(); self && !self->m_departing) {
-            auto request = std::make_shared<QueuedRequest>();
-            request->operation = hide ? Operation::Hide : Operation::Show;
-            self->Enqueue(std::move(request));
-        }
+        if (const auto self = weak.lock())
+            self->AskByUser(hide);
     };
+    m_figure->menuAsked = [weak = weak_from_this()] {
+        const auto self = weak.lock();
+        const bool served = self && !self->m_departing && !self->m_engineAlive.expired();
+        return served ? self->m_engine.MenuOf(*self) : std::vector<MenuGroup>{};
+    };
+}
+
+void Cast::AskByUser(bool hide)
+{
+    if (m_departing || m_engineAlive.expired())
+        return;
+    auto request = std::make_shared<QueuedRequest>();
+    request->operation = hide ? Operation::Hide : Operation::Show;
+    Enqueue(std::move(request));
 }
 
 Cast::RequestPointer Cast::Enqueue(RequestPointer request)
@@ -148,6 +158,7 @@ void Cast::BeginHead()
         if (m_visible)
             return EndHead(kRequestDone, 0);
         m_visible = true;
+        m_hiddenByUser = false;
         m_figure->Appear();
         if (request->fast)
             return EndHead(kRequestDone, 0);
@@ -157,6 +168,7 @@ void Cast::BeginHead()
             return EndHead(kRequestDone, 0);
         const auto vanish = [this, byUser = request->owner == nullptr] {
             m_visible = false;
+            m_hiddenByUser = byUser;
             m_figure->Disappear(byUser);
             EndHead(kRequestDone, 0);
         };

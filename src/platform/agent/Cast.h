@@ -68,6 +68,11 @@ public:
     // can ask for anything any more.
     void Depart(std::function<void()> gone);
 
+    // What the user asks for in a menu stands behind the present work like any other request.
+    void AskByUser(bool hide);
+    // Whether the character is hidden because the user wanted it.
+    bool HiddenByUser() const { return m_hiddenByUser; }
+
     void SetBalloonVisible(bool visible);
     // The voice is free for this character's waiting Speak.
     void VoiceIsFree();
@@ -106,6 +111,7 @@ private:
     std::weak_ptr<QueuedRequest> m_latestSpeech;
     RequestPointer m_heldByDrag; // a move that has become head while the user drags
     bool m_visible = false;
+    bool m_hiddenByUser = false;
     bool m_dragging = false;
     bool m_balloonOffNext = false;
     bool m_advancing = false;

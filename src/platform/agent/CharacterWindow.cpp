@@ -95,6 +95,16 @@ void CharacterWindow::contextMenuEvent(QContextMenuEvent *event)
         if (hideChosen)
             hideChosen();
     });
+    const std::vector<MenuGroup> groups = menuAsked ? menuAsked() : std::vector<MenuGroup>{};
+    for (const MenuGroup &group : groups) {
+        if (!group.empty())
+            menu->addSeparator();
+        for (const MenuEntry &entry : group) {
+            QAction *action = menu->addAction(entry.caption);
+            action->setEnabled(entry.enabled);
+            connect(action, &QAction::triggered, this, entry.chosen);
+        }
+    }
     // Not run here: the game goes on while the menu is open.
     menu->popup(event->globalPos());
 }

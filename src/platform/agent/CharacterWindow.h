@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/agent/Figure.h"
 #include "platform/agent/StageWindow.h"
 
 #include <functional>
@@ -26,6 +27,8 @@ public:
     std::function<void()> dragEnds;
     // The user chose Hide in the figure's menu.
     std::function<void()> hideChosen;
+    // Asked for what stands below Hide when the user opens the menu.
+    std::function<std::vector<MenuGroup>()> menuAsked;
 
 protected:
     void paintEvent(QPaintEvent *event) override;

@@ -5,6 +5,8 @@
 
 #include <QLoggingCategory>
 
+#include <algorithm>
+
 namespace platform {
 
 Q_DECLARE_LOGGING_CATEGORY(agentLog)
@@ -53,6 +55,22 @@ CharacterReference Client::Character(const QString &id)
     if (found == m_casts.end())
         throw Error(kAgentRefuses);
     return CharacterReference(std::make_shared<ClientCharacter>(m_engine, shared_from_this(), found->second));
+}
+
+void Client::AddCommand(const AgentCommand &offer)
+{
+    RequireConnection();
+    const auto same = [&offer](const AgentCommand &other) { return other.name == offer.name; };
+    if (std::any_of(m_commands.begin(), m_commands.end(), same))
+        throw Error(kCommandNameUsed);
+    m_commands.push_back(offer);
+}
+
+void Client::RemoveCommand(const QString &name)
+{
+    RequireConnection();
+    if (std::erase_if(m_commands, [&name](const AgentCommand &offer) { return offer.name == name; }) == 0)
+        throw Error(kCommandUnknown);
 }
 
 PropertySheet &Client::ClientSheet::Held() const

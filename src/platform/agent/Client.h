@@ -19,6 +19,9 @@ public:
     bool Connected() const override;
     void Load(const QString &id, const QString &file) override;
     CharacterReference Character(const QString &id) override;
+    void AddCommand(const AgentCommand &offer) override;
+    void RemoveCommand(const QString &name) override;
+    const std::vector<AgentCommand> &Commands() const { return m_commands; }
     PropertySheet &Sheet() override { return m_sheet; }
     void Disconnect() override;
 
@@ -53,6 +56,7 @@ private:
     std::weak_ptr<bool> m_engineAlive;
     ClientSheet m_sheet{ *this };
     bool m_connected = true;
+    std::vector<AgentCommand> m_commands;
     std::map<QString, std::shared_ptr<Cast>> m_casts; // by id in lower case
     std::set<QString> m_taken;                        // ids of loads that failed among them
 };

@@ -9,8 +9,17 @@
 #include <chrono>
 #include <functional>
 #include <memory>
+#include <vector>
 
 namespace platform {
+
+// One entry of a figure's menu.
+struct MenuEntry {
+    QString caption;
+    bool enabled = true;
+    std::function<void()> chosen; // may be called when the menu has gone
+};
+using MenuGroup = std::vector<MenuEntry>;
 
 // The body and voice of one character, as the queues drive it: one activity at a time, begun by Perform,
 // Slide or Speak. `done` is called once from the event loop when the activity has ended, with 0 or the number
@@ -53,6 +62,8 @@ public:
 
     // Called by the event loop. `dragged` tells that a drag by the user begins (true) or ends (false).
     std::function<void(bool begins)> dragged;
+    // Asked once whenever the user opens the figure's menu: what stands in it below Hide, in groups.
+    std::function<std::vector<MenuGroup>()> menuAsked;
     // The user asked in the figure's own menu to hide it or to bring it back.
     std::function<void(bool hide)> hideAsked;
 };

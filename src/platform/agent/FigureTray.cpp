@@ -1,20 +1,99 @@
 #include "platform/agent/FigureTray.h"
 
+#include <QGuiApplication>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QPainterPath>
+#include <QScreen>
+
+#include <algorithm>
+
 namespace platform {
 
-FigureTray::FigureTray(const QString &name, const QIcon &face, std::function<void()> wanted)
-    : m_wanted(std::move(wanted)), m_icon(face)
+namespace {
+
+constexpr double kRing = 3;
+const QColor kPaper(0xff, 0xf8, 0xe0);
+const QColor kLampLight(0xff, 0xc8, 0x57);
+const QColor kWood(0x6b, 0x3f, 0x2a);
+
+// At the feet of the figure, wholly on a screen.
+QPoint BadgePlace(const QRect &frame)
 {
-    m_icon.setToolTip(name);
+    const QSize size(FaceBadge::kSide, FaceBadge::kSide);
+    const QPoint wanted(frame.center().x() - size.width() / 2, frame.bottom() + 1 - size.height());
+    const QScreen *screen = QGuiApplication::screenAt(frame.center());
+    if (!screen)
+        screen = QGuiApplication::primaryScreen();
+    const QRect area = screen->availableGeometry();
+    return { std::clamp(wanted.x(), area.left(), area.right() + 1 - size.width()),
+             std::clamp(wanted.y(), area.top(), area.bottom() + 1 - size.height()) };
+}
+
+} // namespace
+
+FaceBadge::FaceBadge(const QString &name, const QIcon &face, std::function<void()> wanted)
+    : m_wanted(std::move(wanted))
+{
+    setWindowTitle(name);
+    setAccessibleName(tr("Show %1").arg(name));
+    setToolTip(tr("Show %1").arg(name));
+    setCursor(Qt::PointingHandCursor);
+    setFixedSize(kSide, kSide);
+    const double ratio = devicePixelRatioF();
+    m_image = QImage((QSizeF(size()) * ratio).toSize(), QImage::Format_ARGB32_Premultiplied);
+    m_image.setDevicePixelRatio(ratio);
+    m_image.fill(Qt::transparent);
+    QPainter painter(&m_image);
+    painter.setRenderHint(QPainter::Antialiasing);
+    const QRectF round = QRectF(rect()).adjusted(kRing, kRing, -kRing, -kRing);
+    painter.setPen(QPen(kWood, 2 * kRing));
+    painter.setBrush(kPaper);
+    painter.drawEllipse(round);
+    painter.setPen(QPen(kLampLight, kRing));
+    painter.drawEllipse(round);
+    QPainterPath inside;
+    inside.addEllipse(round.adjusted(kRing, kRing, -kRing, -kRing));
+    painter.setClipPath(inside);
+    face.paint(&painter, round.toAlignedRect());
+    painter.end();
+    ShapeBy(m_image);
+}
+
+void FaceBadge::paintEvent(QPaintEvent *)
+{
+    QPainter painter(this);
+    painter.setCompositionMode(QPainter::CompositionMode_Source);
+    painter.drawImage(0, 0, m_image);
+}
+
+void FaceBadge::mouseReleaseEvent(QMouseEvent *event)
+{
+    if (event->button() == Qt::LeftButton && rect().contains(event->position().toPoint()))
+        m_wanted();
+}
+
+FigureTray::FigureTray(const QString &name, const QIcon &face, const QRect &frame,
+                       std::function<void()> wanted)
+    : m_wanted(std::move(wanted))
+{
+    if (!QSystemTrayIcon::isSystemTrayAvailable()) {
+        m_badge = std::make_unique<FaceBadge>(name, face, m_wanted);
+        m_badge->move(BadgePlace(frame));
+        m_badge->show();
+        return;
+    }
+    m_icon = std::make_unique<QSystemTrayIcon>(face);
+    m_icon->setToolTip(name);
     QAction *show = m_menu.addAction(QObject::tr("&Show %1").arg(name));
-    QObject::connect(show, &QAction::triggered, &m_icon, m_wanted);
-    QObject::connect(&m_icon, &QSystemTrayIcon::activated, &m_icon,
+    QObject::connect(show, &QAction::triggered, m_icon.get(), m_wanted);
+    QObject::connect(m_icon.get(), &QSystemTrayIcon::activated, m_icon.get(),
                      [this](QSystemTrayIcon::ActivationReason reason) {
                          if (reason == QSystemTrayIcon::Trigger || reason == QSystemTrayIcon::DoubleClick)
                              m_wanted();
                      });
-    m_icon.setContextMenu(&m_menu);
-    m_icon.show();
+    m_icon->setContextMenu(&m_menu);
+    m_icon->show();
 }
 
 } // namespace platform

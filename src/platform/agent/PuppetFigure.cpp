@@ -79,6 +79,7 @@ PuppetFigure::PuppetFigure(std::shared_ptr<const CharacterData> character, Speec
         PostDragged(false);
     };
     m_window.hideChosen = [this] { PostHideAsked(true); };
+    m_window.menuAsked = [this] { return menuAsked ? menuAsked() : std::vector<MenuGroup>{}; };
     SetFrame(m_frame);
 }
 
@@ -172,7 +173,8 @@ void PuppetFigure::Disappear(bool byUser)
     m_window.hide();
     ChooseRate();
     if (byUser)
-        m_tray = std::make_unique<FigureTray>(m_character->name, m_face, [this] { PostHideAsked(false); });
+        m_tray = std::make_unique<FigureTray>(m_character->name, m_face, m_frame,
+                                              [this] { PostHideAsked(false); });
 }
 
 void PuppetFigure::BeginActivity(Done done)

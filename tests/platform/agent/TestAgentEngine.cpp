@@ -38,6 +38,8 @@ private slots:
     void aDragHoldsAMoveUntilItEnds();
     void hideAskedByTheUserStandsBehindThePresentWork();
     void onlyTheUsersOwnHideLeavesAWayBack();
+    void menusHoldTheCommandsOfTheClientInFront();
+    void menusCallBackWhomTheUserSentAway();
     void theOthersFigureRestsWhenALostClientsWorkIsCutOff();
     void aStateWithoutAnimationFails();
     void aFigureRestsWhenItsQueueRunsEmpty();
@@ -219,6 +221,66 @@ void TestAgentEngine::hideAskedByTheUserStandsBehindThePresentWork()
     m_service->stage.Of("Merlin")->hideAsked(false);
     m_service->time.RunUntilIdle();
     QVERIFY(merlin->Visible());
+}
+
+void TestAgentEngine::menusHoldTheCommandsOfTheClientInFront()
+{
+    QStringList commands;
+    m_control->command = [&](const UserInput &input) { commands << input.name; };
+    m_control->AddCommand({ "dance", "&Dance" });
+    m_control->AddCommand({ "secret", "" });
+    m_control->AddCommand({ "away", "Away", true, false });
+    m_control->AddCommand({ "later", "Later", false });
+    const auto raised = [](const std::function<void()> &call) {
+        try {
+            call();
+        } catch (const Error &error) {
+            return error.Number();
+        }
+        return qint32(0);
+    };
+    QCOMPARE(raised([&] { m_control->AddCommand({ "dance", "Again" }); }), qint32(kCommandNameUsed));
+    QCOMPARE(raised([&] { m_control->RemoveCommand("sing"); }), qint32(kCommandUnknown));
+    Visible("Merlin");
+    const auto menu = m_service->stage.Of("Merlin")->menuAsked();
+    QCOMPARE(menu.size(), std::size_t(2));
+    QCOMPARE(menu[0].size(), std::size_t(2));
+    QCOMPARE(menu[0][0].caption, QString("&Dance"));
+    QVERIFY(menu[0][0].enabled);
+    QCOMPARE(menu[0][1].caption, QString("Later"));
+    QVERIFY(!menu[0][1].enabled);
+    QVERIFY(menu[1].empty());
+    menu[0][0].chosen();
+    QVERIFY(commands.isEmpty());
+    m_service->Settle();
+    QCOMPARE(commands, QStringList{ "dance" });
+    m_control->RemoveCommand("dance");
+    QCOMPARE(m_service->stage.Of("Merlin")->menuAsked()[0].size(), std::size_t(1));
+    // An entry of a menu that is still open when the service has gone does nothing.
+    m_control->Disconnect();
+    menu[0][0].chosen();
+    m_service->Settle();
+    QCOMPARE(commands.size(), qsizetype(1));
+}
+
+void TestAgentEngine::menusCallBackWhomTheUserSentAway()
+{
+    const auto merlin = Visible("Merlin");
+    const auto genie = Visible("Genie");
+    genie->Hide(true);
+    m_service->time.RunUntilIdle();
+    QVERIFY(m_service->stage.Of("Merlin")->menuAsked()[1].empty());
+    genie->Show(true);
+    m_service->stage.Of("Genie")->hideAsked(true);
+    m_service->time.RunUntilIdle();
+    QVERIFY(!genie->Visible());
+    const auto menu = m_service->stage.Of("Merlin")->menuAsked();
+    QCOMPARE(menu[1].size(), std::size_t(1));
+    QCOMPARE(menu[1][0].caption, QString("&Show Genie"));
+    menu[1][0].chosen();
+    m_service->time.RunUntilIdle();
+    QVERIFY(genie->Visible());
+    QVERIFY(m_service->stage.Of("Merlin")->menuAsked()[1].empty());
 }
 
 void TestAgentEngine::onlyTheUsersOwnHideLeavesAWayBack()

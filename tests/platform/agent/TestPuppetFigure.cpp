@@ -3,6 +3,7 @@
 #include "platform/Error.h"
 
 #include <QMenu>
+#include <QScreen>
 
 #include <set>
 
@@ -11,6 +12,26 @@ using namespace platform;
 // How a figure moves, idles and is handled.
 class TestPuppetFigure : public FigureFixture {
     Q_OBJECT
+
+    QMenu *OpenMenu()
+    {
+        QContextMenuEvent event(QContextMenuEvent::Mouse, QPoint(20, 20), QPoint(20, 20));
+        QCoreApplication::sendEvent(&m_figure->Window(), &event);
+        const auto menus = m_figure->Window().findChildren<QMenu *>();
+        return menus.isEmpty() ? nullptr : menus.last();
+    }
+    QStringList MenuTexts()
+    {
+        QStringList texts;
+        QMenu *menu = OpenMenu();
+        for (const QAction *action : menu->actions())
+            texts << (action->isSeparator() ? QStringLiteral("-")
+                      : action->isEnabled() ? action->text()
+                                            : QStringLiteral("(%1)").arg(action->text()));
+        menu->close();
+        QCoreApplication::sendPostedEvents(menu, QEvent::DeferredDelete);
+        return texts;
+    }
 
 private slots:
     void init() { MakeFigure(); }
@@ -393,6 +414,50 @@ private slots:
         QCOMPARE(asked, (QList<bool>{ true, false }));
         m_figure->Appear();
         QVERIFY(!m_figure->Tray());
+    }
+
+    void theMenuHasSeparatorsOnlyBetweenGroupsThatAreThere()
+    {
+        QStringList chosen;
+        std::vector<MenuGroup> groups;
+        m_figure->menuAsked = [&groups] { return groups; };
+        m_figure->Appear();
+        QCOMPARE(MenuTexts(), QStringList{ "&Hide" });
+        groups = { {}, {} };
+        QCOMPARE(MenuTexts(), QStringList{ "&Hide" });
+        groups = { {}, { { "&Show Genie", true, [] {} } } };
+        QCOMPARE(MenuTexts(), (QStringList{ "&Hide", "-", "&Show Genie" }));
+        groups = { { { "&Dance", true, [&] { chosen << "dance"; } }, { "Sing", false, [] {} } },
+                   { { "&Show Genie", true, [] {} } } };
+        QCOMPARE(MenuTexts(), (QStringList{ "&Hide", "-", "&Dance", "(Sing)", "-", "&Show Genie" }));
+        // It is fixed while it is open.
+        auto *menu = OpenMenu();
+        groups.clear();
+        QCOMPARE(menu->actions().size(), qsizetype(6));
+        menu->actions()[2]->trigger();
+        QCOMPARE(chosen, QStringList{ "dance" });
+        menu->close();
+    }
+
+    void withoutATrayHisFaceStaysWhereHeStoodAndBringsHimBack()
+    {
+        QVERIFY(!QSystemTrayIcon::isSystemTrayAvailable());
+        QList<bool> asked;
+        m_figure->hideAsked = [&asked](bool hide) { asked << hide; };
+        m_figure->SetFrame(QRect(300, 200, 128, 128));
+        m_figure->Appear();
+        m_figure->Disappear(true);
+        const FaceBadge *badge = m_figure->Tray()->Badge();
+        QVERIFY(badge && badge->isVisible());
+        QCOMPARE(badge->accessibleName(), QStringLiteral("Show Merlin"));
+        QVERIFY(QRect(300, 200, 128, 128).contains(badge->geometry()));
+        QTest::mouseClick(const_cast<FaceBadge *>(badge), Qt::LeftButton);
+        m_time->Run(milliseconds(20));
+        QCOMPARE(asked, QList<bool>{ false });
+        m_figure->SetFrame(QRect(-90, 5000, 128, 128));
+        m_figure->Disappear(true);
+        const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+        QVERIFY(screen.contains(m_figure->Tray()->Badge()->geometry()));
     }
 
     void whoGoesByHimselfLeavesNoTrace()
