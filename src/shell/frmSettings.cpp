@@ -57,7 +57,9 @@ void frmSettings::OnLoad(QWidget &window)
 
 void frmSettings::OnActivate()
 {
-    (State().PlayIntro ? m_ui->optIntro : m_ui->optNoIntro)->setChecked(true);
+    QRadioButton *choice = State().PlayIntro ? m_ui->optIntro : m_ui->optNoIntro;
+    choice->setChecked(true);
+    choice->setFocus();
     if (!State().AuthoringPassword.isEmpty()) {
         m_ui->txtPassword->setText(kMask);
         m_ui->txtpassword2->setText(kMask);

@@ -16,11 +16,19 @@ from pathlib import Path
 
 SOURCE = Path(__file__).resolve().parents[2] / "src"
 FORMS = {
+    "frmSplash": SOURCE / "shell/frmSplash.ui",
+    "frmAbout": SOURCE / "shell/frmAbout.ui",
+    "frmSettings": SOURCE / "shell/frmSettings.ui",
+    "frmList": SOURCE / "authoring/frmList.ui",
     "frmMenu1": SOURCE / "shell/frmMenu1.ui",
     "frmNumPlayers1": SOURCE / "setup/frmNumPlayers1.ui",
     "frmPlayerNames1": SOURCE / "setup/frmPlayerNames1.ui",
     "frmChooseList1": SOURCE / "setup/frmChooseList1.ui",
     "frmSpell1": SOURCE / "game/frmSpell1.ui",
+}
+TITLES = {
+    "frmMenu1": "Menu", "frmNumPlayers1": "Number of Players", "frmPlayerNames1": "Players",
+    "frmChooseList1": "Choose a List", "frmSpell1": "The Game",
 }
 ROLES = {
     "QLabel": "label", "QPushButton": "push button", "QRadioButton": "radio button", "QCheckBox": "check box",
@@ -49,6 +57,7 @@ class Desktop:
         self.trace = []
         self._seen = threading.Condition()
         self._processes = []
+        self._visits = {}
         self._sound = sound
         self._folder = Path(tempfile.mkdtemp(prefix="tumblewick-desk-"))
         self.application = self._folder / "Tumblewick"
@@ -94,7 +103,7 @@ class Desktop:
         }
         read_end, write_end = os.pipe()
         self._start(
-            "Xvfb", "-displayfd", str(write_end), "-screen", "0", "%dx%dx24" % self.size, "-nolisten", "tcp",
+            "Xvfb", "-displayfd", str(write_end), "-screen", "0", "%dx%dx24" % self.size, "-nolisten", "tcp", "-noreset",
             pass_fds=(write_end,),
         )
         os.close(write_end)
@@ -287,13 +296,12 @@ class Desktop:
         """What stands in a box or a panel."""
         return self.wait_control(screen, name)["text"]
 
-    def wait_active(self, limit=15.0):
-        """Waits until a window of the program has the keyboard."""
+    def wait_active(self, screen, limit=15.0):
+        """Waits until the window of that screen has the keyboard."""
         def owner():
-            window = self._call("xdotool", "getactivewindow", "getwindowpid").stdout.split()
-            return window and window[-1] == str(self.program.pid)
+            return self._call("xdotool", "getactivewindow", "getwindowname").stdout.strip()
 
-        self._until(owner, "the keyboard", limit)
+        self.wait_for("the keyboard in %s" % screen, lambda: owner() == TITLES[screen], owner, limit)
 
     def windows(self):
         """All windows of the display, a line each, as xwininfo writes them."""
@@ -369,28 +377,38 @@ class Desktop:
 
     # The way into a game
 
+    def before(self, screen, work):
+        """Has set_up call `work` when it has filled in that screen, before it goes on."""
+        self._visits[screen] = work
+
+    def _visit(self, screen):
+        self._visits.get(screen, lambda: None)()
+
     def set_up(self, kind, players, row):
         """From the menu to the game screen: `kind` is "s" or "q", `row` the place of the list, counted from 0."""
         self.wait(r"screen: frmMenu1 activate")
         self.wait_control("frmMenu1", "cmdPlay", ["enabled"])
-        self.wait_active()
-        self.key("alt+" + kind)
+        self.wait_active("frmMenu1")
+        self.click("frmMenu1", {"s": "cmdPlay", "q": "Command3"}[kind])
         self.wait(r"screen: frmNumPlayers1 activate")
         self.click("frmNumPlayers1", "opt%d" % len(players))
-        self.wait_active()
+        self.wait_active("frmNumPlayers1")
+        self._visit("frmNumPlayers1")
         self.key("alt+n")
         self.wait(r"screen: frmPlayerNames1 activate")
         self.wait_control("frmPlayerNames1", "txtPlayer_0", ["focused"])
-        self.wait_active()
+        self.wait_active("frmPlayerNames1")
         for index, name in enumerate(players):
             if index:
                 self.key("Tab")
             self.type(name)
+        self._visit("frmPlayerNames1")
         self.key("Return")
         self.wait(r"screen: frmChooseList1 activate")
         self.wait_control("frmChooseList1", "cmdNext")
-        self.wait_active()
+        self.wait_active("frmChooseList1")
         for _ in range(row + 1):
             self.key("Down")
+        self._visit("frmChooseList1")
         self.click("frmChooseList1", "cmdNext")
         self.wait(r"screen: frmSpell1 activate")
