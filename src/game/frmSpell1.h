@@ -24,6 +24,8 @@ namespace tumblewick {
 class frmSpell1 : public platform::SharedScreen<frmSpell1> {
 public:
     frmSpell1();
+    // The screen's own control; while loaded.
+    const platform::AgentControlReference &Agent1() const { return m_agent1; }
     ~frmSpell1() override;
 
 private:

@@ -2,6 +2,7 @@
 
 #include "ui_frmSettings.h"
 
+#include "game/frmSpell1.h"
 #include "platform/Services.h"
 #include "platform/forms/Boxes.h"
 #include "platform/forms/EnterKey.h"
@@ -50,8 +51,7 @@ void frmSettings::OnLoad(QWidget &window)
     Connect(m_ui->txtpassword2, &QLineEdit::textChanged, markDirty);
     Connect(m_ui->cmdSave, &QPushButton::clicked, [this] { SaveSettings(); });
     Connect(m_ui->cmdback, &QPushButton::clicked, [this] { cmdback_Click(); });
-    // The service has no sheet of properties yet.
-    m_ui->cmdProperties->setEnabled(false);
+    Connect(m_ui->cmdProperties, &QPushButton::clicked, [this] { cmdProperties_Click(); });
     Connect(m_ui->cmdHelp, &QPushButton::clicked, [] { ShowHelpTopic(kSettingsTopic); });
 }
 
@@ -88,6 +88,14 @@ void frmSettings::cmdback_Click()
             return;
     }
     ShowScreen(frmMenu1::Shared(), *this);
+}
+
+// The service's own window; what the user does there is not told to the game. It hangs on the game screen's
+// control, which loads that screen without showing it.
+void frmSettings::cmdProperties_Click()
+{
+    frmSpell1::Shared().Load();
+    frmSpell1::Shared().Agent1()->Sheet().SetVisible(true);
 }
 
 bool frmSettings::SaveSettings()

@@ -26,6 +26,7 @@ private:
     bool FillsDisplay() const override { return true; }
 
     void cmdback_Click();
+    void cmdProperties_Click();
 
     // Whether the settings were written. Raises what the file raises.
     bool SaveSettings();

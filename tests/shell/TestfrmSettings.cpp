@@ -1,3 +1,4 @@
+#include "game/frmSpell1.h"
 #include "shell/SharedState.h"
 #include "shell/frmMenu1.h"
 #include "shell/frmSettings.h"
@@ -202,6 +203,15 @@ private slots:
         m_desk->Press("cmdSave");
         QVERIFY(m_desk->process.Ended());
         QVERIFY(!QFile::exists(m_desk->folder.filePath("Set")));
+    }
+
+    void theCharactersPropertiesComeByTheGameScreen()
+    {
+        Open(true, "");
+        m_desk->Press("cmdProperties");
+        QVERIFY(frmSpell1::Shared().IsLoaded());
+        QVERIFY(frmSpell1::Shared().Agent1()->Sheet().Visible());
+        QVERIFY(frmSettings::Shared().IsActive());
     }
 
     void helpOpensItsTopicAndGoesWithTheScreen()
