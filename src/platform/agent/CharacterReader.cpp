@@ -225,7 +225,7 @@ private:
 
     static void ReadForeignVoice(const Node &voice, ForeignVoice &settings)
     {
-        voice.AllowOnly({ "variant", "pace", "pitch", "rate", "treble" });
+        voice.AllowOnly({ "variant", "stretch", "pitch", "rate", "treble" });
         const auto number = [&voice](const char *name, double &value, double least, double most) {
             const Node member = voice.Member(QLatin1String(name));
             if (!member.IsMissing())
@@ -234,8 +234,8 @@ private:
         const Node variant = voice.Member("variant");
         if (!variant.IsMissing())
             settings.variant = variant.String();
-        number("pace", settings.pace, 80, 400);
-        number("pitch", settings.pitch, 0, 99);
+        number("stretch", settings.stretch, 0.25, 4);
+        number("pitch", settings.pitch, 0.25, 4);
         number("rate", settings.rate, 0.25, 4);
         number("treble", settings.treble, -30, 30);
     }

@@ -12,6 +12,8 @@ namespace {
 constexpr double kDiphthongTurn = 0.52;
 // Lips need this long to close, so they start before the sound.
 constexpr double kLipsAhead = 0.040;
+// A formed sound begins with the burst; the lips are closed for this long before it.
+constexpr double kClosureAhead = 0.055;
 // A shape shorter than this is a flicker.
 constexpr double kShortestShape = 0.060;
 
@@ -39,14 +41,44 @@ constexpr Shapes kShapes[] = {
     { "ay", Mouth::AA,   Mouth::EE },   { "aw", Mouth::AA,   Mouth::OO },
     { "ey", Mouth::EH,   Mouth::EE },   { "oy", Mouth::OH,   Mouth::EE },   { "ow", Mouth::OH,   Mouth::OO },
 };
+
+// The same for formed voices, whose names are those of the engine.
+constexpr Shapes kFormedShapes[] = {
+    { "pau", Mouth::Rest, Mouth::Rest },
+    { "p",  Mouth::MBP,  Mouth::MBP },  { "b",  Mouth::MBP,  Mouth::MBP },  { "m",  Mouth::MBP,  Mouth::MBP },
+    { "m-", Mouth::MBP,  Mouth::MBP },
+    { "f",  Mouth::FV,   Mouth::FV },   { "v",  Mouth::FV,   Mouth::FV },
+    { "T",  Mouth::ThL,  Mouth::ThL },  { "D",  Mouth::ThL,  Mouth::ThL },  { "l",  Mouth::ThL,  Mouth::ThL },
+    { "a",  Mouth::AA,   Mouth::AA },   { "aa", Mouth::AA,   Mouth::AA },   { "a:", Mouth::AA,   Mouth::AA },
+    { "A",  Mouth::AA,   Mouth::AA },   { "A:", Mouth::AA,   Mouth::AA },   { "A@", Mouth::AA,   Mouth::AA },
+    { "A~", Mouth::AA,   Mouth::AA },   { "V",  Mouth::AA,   Mouth::AA },
+    { "E",  Mouth::EH,   Mouth::EH },   { "E:", Mouth::EH,   Mouth::EH },   { "e",  Mouth::EH,   Mouth::EH },
+    { "e:", Mouth::EH,   Mouth::EH },   { "e@", Mouth::EH,   Mouth::EH },   { "@",  Mouth::EH,   Mouth::EH },
+    { "@2", Mouth::EH,   Mouth::EH },   { "@-", Mouth::EH,   Mouth::EH },   { "a#", Mouth::EH,   Mouth::EH },
+    { "3",  Mouth::EH,   Mouth::EH },   { "3:", Mouth::EH,   Mouth::EH },   { "E~", Mouth::EH,   Mouth::EH },
+    { "i",  Mouth::EE,   Mouth::EE },   { "i:", Mouth::EE,   Mouth::EE },   { "I",  Mouth::EE,   Mouth::EE },
+    { "I2", Mouth::EE,   Mouth::EE },   { "I#", Mouth::EE,   Mouth::EE },   { "j",  Mouth::EE,   Mouth::EE },
+    { "O",  Mouth::OH,   Mouth::OH },   { "O:", Mouth::OH,   Mouth::OH },   { "O2", Mouth::OH,   Mouth::OH },
+    { "O@", Mouth::OH,   Mouth::OH },   { "O~", Mouth::OH,   Mouth::OH },   { "o",  Mouth::OH,   Mouth::OH },
+    { "o:", Mouth::OH,   Mouth::OH },   { "o@", Mouth::OH,   Mouth::OH },   { "0",  Mouth::OH,   Mouth::OH },
+    { "u",  Mouth::OO,   Mouth::OO },   { "u:", Mouth::OO,   Mouth::OO },   { "U",  Mouth::OO,   Mouth::OO },
+    { "U@", Mouth::OO,   Mouth::OO },   { "y",  Mouth::OO,   Mouth::OO },   { "y:", Mouth::OO,   Mouth::OO },
+    { "Y",  Mouth::OO,   Mouth::OO },   { "w",  Mouth::OO,   Mouth::OO },   { "r",  Mouth::OO,   Mouth::OO },
+    { "r-", Mouth::OO,   Mouth::OO },
+    { "aI", Mouth::AA,   Mouth::EE },   { "aU", Mouth::AA,   Mouth::OO },   { "aI@", Mouth::AA,  Mouth::EH },
+    { "eI", Mouth::EH,   Mouth::EE },   { "OI", Mouth::OH,   Mouth::EE },   { "oU", Mouth::OH,   Mouth::OO },
+    { "@L", Mouth::EH,   Mouth::ThL },  { "i@", Mouth::EE,   Mouth::EH },
+};
 // clang-format on
 
-Shapes ShapesOf(std::string_view phone)
+Shapes ShapesOf(std::string_view phone, Alphabet alphabet)
 {
-    const auto *found = std::find_if(std::begin(kShapes), std::end(kShapes),
-                                     [phone](const Shapes &shapes) { return shapes.phone == phone; });
+    const auto table = alphabet == Alphabet::Recorded ? std::span<const Shapes>(kShapes)
+                                                      : std::span<const Shapes>(kFormedShapes);
+    const auto found = std::find_if(table.begin(), table.end(),
+                                    [phone](const Shapes &shapes) { return shapes.phone == phone; });
     // All other sounds are made behind the teeth.
-    return found != std::end(kShapes) ? *found : Shapes{ phone, Mouth::Cons, Mouth::Cons };
+    return found != table.end() ? *found : Shapes{ phone, Mouth::Cons, Mouth::Cons };
 }
 
 struct Cue {
@@ -94,16 +126,17 @@ std::vector<Cue> WithoutFlicker(const std::vector<Cue> &cues)
 
 } // namespace
 
-std::vector<MouthCue> MouthShapes(std::span<const SpokenSound> sounds)
+std::vector<MouthCue> MouthShapes(std::span<const SpokenSound> sounds, Alphabet alphabet)
 {
+    const auto ahead = alphabet == Alphabet::Recorded ? kLipsAhead : kClosureAhead;
     std::vector<Cue> cues{ { 0, Mouth::Rest } };
     double end = 0;
     for (const auto &sound : sounds) {
-        const auto shapes = ShapesOf(sound.phone);
+        const auto shapes = ShapesOf(sound.phone, alphabet);
         auto begins = sound.begins;
         if (shapes.first == Mouth::MBP)
             // The shape before keeps half of its time.
-            begins = std::max(begins - kLipsAhead, (cues.back().at + begins) / 2);
+            begins = std::max(begins - ahead, (cues.back().at + begins) / 2);
         cues.push_back({ std::max(begins, cues.back().at + kApart), shapes.first });
         // A short diphthong has time for one shape, and that is the open one.
         const auto turn = sound.begins + (sound.ends - sound.begins) * kDiphthongTurn;

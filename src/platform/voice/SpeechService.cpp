@@ -1,5 +1,6 @@
 #include "platform/voice/SpeechService.h"
 
+#include "platform/voice/EspeakVoice.h"
 #include "platform/voice/FliteVoice.h"
 #include "platform/voice/SpokenLine.h"
 
@@ -31,6 +32,31 @@ double WholeFactor(const std::map<QString, double> &factors, const QString &spea
     return speaker.isEmpty() ? everybody : everybody * FactorOf(factors, speaker);
 }
 
+// What stands in map tags is said by `reader`, all else by the character's `own` voice.
+std::shared_ptr<const Utterance> MakeMixedLine(const SpeechText &text, const VoiceSettings &settings,
+                                               const PhraseVoice &own, const PhraseVoice &reader,
+                                               const std::atomic<bool> &cancelled)
+{
+    auto foreign = settings;
+    foreign.stretch = settings.foreign.stretch;
+    foreign.pitch = settings.foreign.pitch;
+    foreign.rate = settings.foreign.rate;
+    foreign.treble = settings.foreign.treble;
+    std::shared_ptr<const Utterance> line;
+    const auto &units = text.units;
+    for (auto first = units.begin(); first != units.end();) {
+        const auto last = std::find_if(
+            first, units.end(), [first](const SpeechUnit &unit) { return unit.mapped != first->mapped; });
+        const auto part = first->mapped ? MakeLine({ { first, last } }, foreign, reader, cancelled)
+                                        : MakeLine({ { first, last } }, settings, own, cancelled);
+        if (!part)
+            return nullptr;
+        line = line ? Joined(*line, *part) : part;
+        first = last;
+    }
+    return line ? line : MakeLine(text, settings, own, cancelled);
+}
+
 } // namespace
 
 bool SpeechService::Speaks(const VoiceSettings &settings) const
@@ -42,17 +68,25 @@ std::unique_ptr<SpeechEngine::Order> SpeechService::Synthesise(const SpeechText 
                                                                const VoiceSettings &settings, Ready ready)
 {
     return m_workshop.Add(
-        [text,
-         chosen = Chosen(settings)](const std::atomic<bool> &cancelled) -> std::shared_ptr<const Utterance> {
-            const auto *voice = FliteVoice::Find(chosen.voice);
-            return voice ? MakeLine(text, chosen, *voice, cancelled) : nullptr;
+        [text, chosen = Chosen(settings),
+         reading = m_readingVoice](const std::atomic<bool> &cancelled) -> std::shared_ptr<const Utterance> {
+            const auto *own = FliteVoice::Find(chosen.voice);
+            if (!own)
+                return nullptr;
+            const auto reader =
+                reading.isEmpty() ? std::nullopt : EspeakVoice::Find(reading, chosen.foreign.variant);
+            return reader ? MakeMixedLine(text, chosen, *own, *reader, cancelled)
+                          : MakeLine(text, chosen, *own, cancelled);
         },
         std::move(ready));
 }
 
 VoiceChoices SpeechService::Available() const
 {
-    return { { kEnglish, QStringLiteral("English (recorded voices)"), QStringLiteral("en") } };
+    VoiceChoices choices{ { kEnglish, QStringLiteral("English (recorded voices)"), QStringLiteral("en") } };
+    const auto &languages = EspeakVoice::Languages();
+    choices.insert(choices.end(), languages.begin(), languages.end());
+    return choices;
 }
 
 bool SpeechService::SetReadingVoice(const QString &id)
@@ -96,10 +130,9 @@ VoiceSettings SpeechService::Chosen(const VoiceSettings &settings) const
     const auto pitch = WholeFactor(m_pitches, settings.speaker);
     auto chosen = settings;
     chosen.stretch /= rate;
-    chosen.foreign.pace *= rate;
+    chosen.foreign.stretch /= rate;
     chosen.pitch *= pitch;
-    // The engine's scale: fifty steps to the octave.
-    chosen.foreign.pitch += 50 * std::log2(pitch);
+    chosen.foreign.pitch *= pitch;
     return chosen;
 }
 

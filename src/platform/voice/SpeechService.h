@@ -9,7 +9,8 @@
 namespace platform {
 
 // Everything that speaks: English with three voices recorded from people, "cmu_us_awb", "cmu_us_rms" and
-// "cmu_us_slt", and whatever the user has chosen about them.
+// "cmu_us_slt", the words of lists in any language that is installed, and whatever the user has chosen about
+// all that.
 //
 // A word takes some 20 ms to make and a sentence below a tenth of a second. To be made and used by the
 // program's one thread; destroying it cancels everything that is still to come and waits at most for the

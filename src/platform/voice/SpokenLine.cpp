@@ -19,6 +19,8 @@ constexpr double kLongestLine = 90;
 constexpr double kRestBefore = 0.060;
 constexpr double kRestBetween = 0.180;
 constexpr double kRestBehind = 0.100;
+// Where another voice goes on, so that a word stands as well apart as behind a colon.
+constexpr double kBetweenVoices = 0.080;
 // A cut that is not in silence is faded this long, so that it does not click.
 constexpr double kFade = 0.004;
 constexpr std::size_t kWordsInPhrase = 40;
@@ -44,15 +46,16 @@ double Bounded(double value, double least, double most, double otherwise)
 // The sound of a line while it grows, at the voice's own rate.
 class Line {
 public:
-    double Length() const { return static_cast<double>(samples.size()) / FliteVoice::kSampleRate; }
+    explicit Line(int sampleRate) : m_sampleRate(sampleRate) {}
+
+    double Length() const { return static_cast<double>(samples.size()) / m_sampleRate; }
 
     void AppendSilence(double seconds)
     {
         if (seconds <= 0)
             return;
         const auto begins = Length();
-        samples.resize(samples.size() +
-                       static_cast<std::size_t>(std::lround(seconds * FliteVoice::kSampleRate)));
+        samples.resize(samples.size() + static_cast<std::size_t>(std::lround(seconds * m_sampleRate)));
         AppendSound({ begins, Length(), "pau" });
     }
 
@@ -61,7 +64,7 @@ public:
     void Append(const SaidPhrase &phrase, std::span<const SpokenWord> said, double before, double behind)
     {
         auto from = 0.0;
-        auto to = static_cast<double>(phrase.samples.size()) / FliteVoice::kSampleRate;
+        auto to = static_cast<double>(phrase.samples.size()) / m_sampleRate;
         if (!phrase.sounds.empty() && IsRest(phrase.sounds.front()))
             from = std::max(0.0, phrase.sounds.front().ends - before);
         if (phrase.sounds.size() > 1 && IsRest(phrase.sounds.back()))
@@ -113,6 +116,8 @@ public:
     std::vector<SaidWord> words;
 
 private:
+    const int m_sampleRate;
+
     void AppendSound(SpokenSound sound)
     {
         if (!sounds.empty() && sounds.back().phone == sound.phone && IsRest(sound))
@@ -124,7 +129,7 @@ private:
     void CopySamples(const SaidPhrase &phrase, double from, double to)
     {
         const auto index = [&](double seconds) {
-            const auto rounded = std::lround(std::max(0.0, seconds) * FliteVoice::kSampleRate);
+            const auto rounded = std::lround(std::max(0.0, seconds) * m_sampleRate);
             return std::min(static_cast<std::size_t>(rounded), phrase.samples.size());
         };
         const auto first = index(from);
@@ -132,8 +137,7 @@ private:
         const auto start = samples.size();
         samples.insert(samples.end(), phrase.samples.begin() + static_cast<std::ptrdiff_t>(first),
                        phrase.samples.begin() + static_cast<std::ptrdiff_t>(last));
-        const auto fade =
-            std::min(static_cast<std::size_t>(kFade * FliteVoice::kSampleRate), (last - first) / 2);
+        const auto fade = std::min(static_cast<std::size_t>(kFade * m_sampleRate), (last - first) / 2);
         for (std::size_t step = 0; step < fade; ++step) {
             const auto factor = static_cast<float>(step) / static_cast<float>(fade);
             samples[start + step] *= factor;
@@ -210,15 +214,15 @@ std::vector<UnitCue> UnitCues(const Line &line, std::span<const SpokenWord> word
 } // namespace
 
 std::shared_ptr<const Utterance> MakeLine(const SpeechText &text, const VoiceSettings &settings,
-                                          const FliteVoice &voice, const std::atomic<bool> &cancelled)
+                                          const PhraseVoice &voice, const std::atomic<bool> &cancelled)
 {
-    const auto spoken = SpokenWords::Of(text);
+    const auto spoken = SpokenWords::Of(text, voice.Reads());
     const std::span<const SpokenWord> words(spoken.words);
     const auto rate = Bounded(settings.rate, 0.5, 2.0, 1.0);
     const auto stretch = Bounded(settings.stretch, 0.3, 3.0, 1.0) * rate;
     const auto pitch = Bounded(settings.pitch, 0.3, 3.0, 1.0);
 
-    Line line;
+    Line line(voice.SampleRate());
     for (std::size_t first = 0; first < words.size() && line.Length() < kLongestLine;) {
         if (cancelled)
             return nullptr;
@@ -242,12 +246,39 @@ std::shared_ptr<const Utterance> MakeLine(const SpeechText &text, const VoiceSet
         sound.begins /= rate;
         sound.ends /= rate;
     }
-    utterance->mouths = MouthShapes(line.sounds);
-    LiftTreble(line.samples, FliteVoice::kSampleRate, Bounded(settings.treble, -20.0, 20.0, 0.0));
-    SetLevel(line.samples, FliteVoice::kSampleRate, kLevel);
+    utterance->mouths = MouthShapes(line.sounds, voice.Sounds());
+    LiftTreble(line.samples, voice.SampleRate(), Bounded(settings.treble, -20.0, 20.0, 0.0));
+    SetLevel(line.samples, voice.SampleRate(), kLevel);
     utterance->samples =
-        Resampled(line.samples, static_cast<int>(std::lround(FliteVoice::kSampleRate * rate)), kOutputRate);
+        Resampled(line.samples, static_cast<int>(std::lround(voice.SampleRate() * rate)), kOutputRate);
     return utterance;
+}
+
+std::shared_ptr<const Utterance> Joined(const Utterance &first, const Utterance &second)
+{
+    if (first.samples.isEmpty() || second.samples.isEmpty()) {
+        // Units that make no sound come with the sound there is.
+        auto joined = std::make_shared<Utterance>(first.samples.isEmpty() ? second : first);
+        const auto at = first.samples.isEmpty() ? std::chrono::microseconds(0) : first.Length();
+        const auto &silent = first.samples.isEmpty() ? first.units : second.units;
+        joined->units.insert(first.samples.isEmpty() ? joined->units.begin() : joined->units.end(),
+                             silent.size(), UnitCue{ at, at });
+        return joined;
+    }
+    auto joined = std::make_shared<Utterance>(first);
+    const auto frames = static_cast<qsizetype>(std::lround(kBetweenVoices * first.sampleRate));
+    joined->samples.append(QByteArray(frames * static_cast<qsizetype>(sizeof(qint16)), '\0'));
+    const auto shift = joined->Length();
+    joined->samples.append(second.samples);
+    for (auto unit : second.units) {
+        unit.begins += shift;
+        unit.ends += shift;
+        joined->units.push_back(unit);
+    }
+    // The first ends at rest and the second begins so.
+    for (std::size_t index = 1; index < second.mouths.size(); ++index)
+        joined->mouths.push_back({ second.mouths[index].at + shift, second.mouths[index].mouth });
+    return joined;
 }
 
 } // namespace platform

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/voice/FliteVoice.h"
+#include "platform/voice/PhraseVoice.h"
 #include "platform/voice/SpokenWords.h"
 #include "platform/voice/Voice.h"
 
@@ -14,6 +14,10 @@ namespace platform {
 // sound. Of a line that nobody would listen to the end, only the first minute and a half is made. May be
 // called on any thread.
 std::shared_ptr<const Utterance> MakeLine(const SpeechText &text, const VoiceSettings &settings,
-                                          const FliteVoice &voice, const std::atomic<bool> &cancelled);
+                                          const PhraseVoice &voice, const std::atomic<bool> &cancelled);
+
+// `first` and `second`, one behind the other with a short pause; the units of both in order. Either may have
+// no sound.
+std::shared_ptr<const Utterance> Joined(const Utterance &first, const Utterance &second);
 
 } // namespace platform

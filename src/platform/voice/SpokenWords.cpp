@@ -281,13 +281,26 @@ public:
             AddPiece(piece);
     }
 
-    SpokenWords Take()
+    // In whatever language: marks only end words, and a sign is a word.
+    void AddAsWritten(const SpeechUnit &unit, std::size_t index)
     {
-        NameLetters();
+        m_unit = index;
+        m_stressed = unit.stressed;
+        m_before += milliseconds(unit.pause);
+        for (const auto &piece : unit.spoken.simplified().split(u' ', Qt::SkipEmptyParts))
+            AddPieceAsWritten(piece);
+    }
+
+    SpokenWords Take(Reading reading)
+    {
+        if (reading == Reading::English)
+            NameLetters();
+        else
+            NameLettersAsWritten();
         for (std::size_t index = 0; index < m_words.size(); ++index) {
             auto &word = m_words[index];
             const auto marks = m_marks[index];
-            const bool letter = m_letters[index];
+            const bool letter = word.letter;
             const auto commas = marks.count(u',') + marks.count(u';');
             if (commas > 0)
                 word.after = commas > 1 ? (letter ? kDoubledLetterPause : kDoubledCommaPause)
@@ -319,6 +332,70 @@ private:
         AddWord(word);
     }
 
+    // Keeps apostrophes, hyphens and points inside a word, which mean something in its language.
+    void AddPieceAsWritten(const QString &piece)
+    {
+        const auto sounds = [](QChar character) {
+            return character.isLetterOrNumber() || character.isMark() || character.isHighSurrogate() ||
+                   character.isLowSurrogate();
+        };
+        qsizetype begins = 0;
+        while (begins < piece.size() && !sounds(piece[begins])) {
+            AddMark(MarkOf(piece[begins]));
+            ++begins;
+        }
+        auto ends = piece.size();
+        while (ends > begins && !sounds(piece[ends - 1]))
+            --ends;
+        if (ends > begins) {
+            auto word = piece.mid(begins, std::min(ends - begins, kLongestWord));
+            // Signs that would switch the engine's voice or way of reading.
+            for (const QChar sign : QStringView(u"<>&[]{}\\"))
+                word.replace(sign, u' ');
+            SpokenWord spoken;
+            spoken.text = word.simplified().toUtf8();
+            spoken.unit = m_unit;
+            spoken.before = std::exchange(m_before, milliseconds(0));
+            spoken.stressed = m_stressed;
+            m_words.push_back(std::move(spoken));
+            m_marks.emplace_back();
+        }
+        for (auto index = ends; index < piece.size(); ++index)
+            AddMark(MarkOf(piece[index]));
+    }
+
+    // The mark of English that does the same; null for what is none.
+    static QChar MarkOf(QChar mark)
+    {
+        switch (mark.unicode()) {
+        case u'\u3001':
+        case u'\uff0c':
+        case u'\u060c':
+            return u',';
+        case u'\u3002':
+        case u'\u0964':
+            return u'.';
+        case u'\uff1f':
+        case u'\u061f':
+            return u'?';
+        case u'\uff01':
+            return u'!';
+        default:
+            return IsMark(mark) ? mark : QChar();
+        }
+    }
+
+    // A letter that stands by itself with a mark behind it is spelled; without one it is a word of the
+    // language, unless it is all there is.
+    void NameLettersAsWritten()
+    {
+        for (auto &word : m_words) {
+            const auto text = QString::fromUtf8(word.text);
+            const bool single = text.size() == 1 && text[0].isLetter();
+            word.letter = single && (!word.punctuation.isEmpty() || m_words.size() == 1);
+        }
+    }
+
     static bool BelongsToNumber(const QString &piece, qsizetype index)
     {
         const auto digit = [&piece](qsizetype at) {
@@ -340,7 +417,7 @@ private:
 
     void AddMark(QChar mark)
     {
-        if (m_words.empty())
+        if (m_words.empty() || mark.isNull())
             return;
         m_marks.back() += mark;
         auto &word = m_words.back();
@@ -403,7 +480,6 @@ private:
         const auto sureLetter = [&](std::size_t index) {
             return single(index) && !QByteArray("aAiI").contains(m_words[index].text[0]);
         };
-        m_letters.assign(m_words.size(), false);
         for (std::size_t index = 0; index < m_words.size(); ++index) {
             if (!single(index))
                 continue;
@@ -416,14 +492,13 @@ private:
                 if (!capitalInside && !amongLetters && word.punctuation.isEmpty() && m_words.size() > 1)
                     continue;
             }
-            m_letters[index] = true;
+            word.letter = true;
             word.phones = LetterName(QLatin1Char(word.text[0]));
         }
     }
 
     std::vector<SpokenWord> m_words;
     std::vector<QString> m_marks; // of each word, all marks behind it
-    std::vector<bool> m_letters;  // of each word, whether it is a letter that is named
     milliseconds m_before{ 0 };
     std::size_t m_unit = 0;
     bool m_stressed = false;
@@ -431,17 +506,22 @@ private:
 
 } // namespace
 
-SpokenWords SpokenWords::Of(const SpeechText &text)
+SpokenWords SpokenWords::Of(const SpeechText &text, Reading reading)
 {
+    Gatherer gatherer;
+    if (reading == Reading::AsWritten) {
+        for (std::size_t index = 0; index < text.units.size(); ++index)
+            gatherer.AddAsWritten(text.units[index], index);
+        return gatherer.Take(reading);
+    }
     // A sign is read by what stands round it, so the line is taken whole, with a line feed between units.
     QString plain;
     for (const auto &unit : text.units)
         plain += Plain(unit.spoken) + u'\n';
     const auto said = WithSignsSaid(plain).split(u'\n');
-    Gatherer gatherer;
     for (std::size_t index = 0; index < text.units.size(); ++index)
         gatherer.Add(text.units[index], index, said[static_cast<qsizetype>(index)]);
-    return gatherer.Take();
+    return gatherer.Take(reading);
 }
 
 } // namespace platform

@@ -11,7 +11,13 @@
 
 namespace platform {
 
-// One word as the engine gets it: plain ASCII, never empty.
+// How a line is made ready for a voice.
+enum class Reading {
+    English,   // every word and sign in plain ASCII
+    AsWritten, // in its own letters; signs and numbers are left to the voice, which knows its language
+};
+
+// One word as the engine gets it, in UTF-8; never empty.
 struct SpokenWord {
     QByteArray text;
     QByteArray phones;                     // how it is said; empty when the engine shall find out
@@ -21,6 +27,7 @@ struct SpokenWord {
     std::chrono::milliseconds after{ 0 };  // the least silence behind it
     bool endsSentence = false;
     bool stressed = false;
+    bool letter = false; // it is the name of its one letter
 
     friend bool operator==(const SpokenWord &, const SpokenWord &) = default;
 };
@@ -33,7 +40,7 @@ struct SpokenWords {
     // Takes any text whatever. Accents go, signs become words ("+" is "plus"), numbers and single letters are
     // made ready, punctuation becomes pauses, and what cannot be said is left out. A word is cut where no
     // tongue would go on. Pure; any thread may call.
-    static SpokenWords Of(const SpeechText &text);
+    static SpokenWords Of(const SpeechText &text, Reading reading = Reading::English);
 };
 
 } // namespace platform

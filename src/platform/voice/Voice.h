@@ -18,11 +18,11 @@ QString MouthName(Mouth mouth);
 
 // How a character speaks the languages for which it has no recorded voice.
 struct ForeignVoice {
-    QString variant;     // the engine's name of a speaker, such as "m3"; empty for its plain one
-    double pace = 150;   // words a minute
-    double pitch = 50;   // 0 to 99; 50 is the speaker's own
-    double rate = 1.0;   // as in VoiceSettings
-    double treble = 6.0; // as in VoiceSettings
+    QString variant;      // the engine's name of a speaker, such as "m3"; empty for its plain one
+    double stretch = 1.0; // the others as in VoiceSettings
+    double pitch = 1.0;
+    double rate = 1.0;
+    double treble = 6.0;
 };
 
 // How one character speaks.

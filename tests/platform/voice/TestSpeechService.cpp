@@ -40,6 +40,9 @@ private slots:
     void pitchIsHeard();
     void factorsAreBounded();
     void choiceHoldsFromTheNextLine();
+    void everyLanguageCanBeChosen();
+    void listsAreReadInTheLanguage();
+    void foreignRateAndPitchHold();
 
 private:
     std::shared_ptr<const Utterance> Made(const QString &tagged, const VoiceSettings &settings);
@@ -140,6 +143,58 @@ void TestSpeechService::choiceHoldsFromTheNextLine()
     QVERIFY(m_loop.Until([&] { return made != nullptr; }));
     QCOMPARE(made->Length(), plain->Length());
     QVERIFY(Made("hello there", Merlin())->Length() > plain->Length() + 200ms);
+}
+
+void TestSpeechService::everyLanguageCanBeChosen()
+{
+    const auto choices = m_service->Available();
+    QVERIFY(choices.size() > 80);
+    for (const auto &choice : choices) {
+        QVERIFY(m_service->SetReadingVoice(choice.id));
+        QCOMPARE(m_service->ReadingVoice(), choice.id);
+    }
+    for (const char *id : { "formed:fr-fr", "formed:ru", "formed:ja", "formed:ar", "formed:en-gb" }) {
+        QVERIFY2(m_service->SetReadingVoice(id), id);
+        const auto made = Made(QString::fromUtf8(R"(\map="a, maison"="x"\)"), Merlin());
+        QVERIFY2(made && made->Length() > 300ms, id);
+    }
+}
+
+// What is said round a map tag stays as it is; the units keep their order and their times.
+void TestSpeechService::listsAreReadInTheLanguage()
+{
+    const QString line = R"(Ann, how do you spell: \map="maison"="*****"\? Be quick)";
+    const auto english = Made(line, Merlin());
+    QVERIFY(m_service->SetReadingVoice("formed:fr-fr"));
+    const auto mixed = Made(line, Merlin());
+    QCOMPARE(mixed->units.size(), english->units.size());
+    QCOMPARE(mixed->sampleRate, english->sampleRate);
+    for (std::size_t index = 0; index < 5; ++index)
+        QCOMPARE(mixed->units[index].begins, english->units[index].begins);
+    // Exactly alike until shortly before the word, but for the level, which is that of fewer words.
+    QVERIFY(mixed->units[5].begins - mixed->units[4].ends >= 180ms);
+    for (std::size_t index = 1; index < mixed->units.size(); ++index)
+        QVERIFY(mixed->units[index].begins >= mixed->units[index - 1].ends);
+    QVERIFY(mixed->units.back().ends <= mixed->Length());
+    for (std::size_t index = 1; index < mixed->mouths.size(); ++index)
+        QVERIFY(mixed->mouths[index].at > mixed->mouths[index - 1].at);
+    QVERIFY(mixed->mouths.back().mouth == platform::Mouth::Rest);
+    // A line without map tags is the game's own.
+    const auto plain = Made("Well done!", Merlin());
+    QVERIFY(m_service->SetReadingVoice("en"));
+    QCOMPARE(plain->Length(), Made("Well done!", Merlin())->Length());
+}
+
+void TestSpeechService::foreignRateAndPitchHold()
+{
+    QVERIFY(m_service->SetReadingVoice("formed:de"));
+    const QString line = R"(\map="eine lange Reihe von Worten"="x"\)";
+    const auto plain = Made(line, Merlin());
+    m_service->SetRate("Merlin", 0.7);
+    const auto slow = Made(line, Merlin());
+    const auto ratio =
+        static_cast<double>(slow->Length().count()) / static_cast<double>(plain->Length().count());
+    QVERIFY2(ratio > 1.25 && ratio < 1.6, qPrintable(QString::number(ratio)));
 }
 
 QTEST_GUILESS_MAIN(TestSpeechService)

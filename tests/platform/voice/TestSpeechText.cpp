@@ -135,12 +135,15 @@ void TestSpeechText::lineFallsIntoUnits_data()
     QTest::newRow("nothing") << QString() << Units{};
     QTest::newRow("words") << "Come on !" << Units{ { "Come", "Come" }, { "on", "on" }, { "!", "!" } };
     QTest::newRow("question") << R"(Ann, spell: \map="nite"="*****"\?)"
-                              << Units{ { "Ann,", "Ann," }, { "spell:", "spell:" }, { "nite?", "*****?" } };
-    QTest::newRow("spelled word") << R"(\map="C, ,A, ,T, ,"="cat"\)" << Units{ { "C, ,A, ,T, ,", "cat" } };
-    QTest::newRow("empty map") << R"(\map=""=""\)" << Units{ { "", "" } };
+                              << Units{ { "Ann,", "Ann," },
+                                        { "spell:", "spell:" },
+                                        { "nite?", "*****?", false, 0, false, true } };
+    QTest::newRow("spelled word") << R"(\map="C, ,A, ,T, ,"="cat"\)"
+                                  << Units{ { "C, ,A, ,T, ,", "cat", false, 0, false, true } };
+    QTest::newRow("empty map") << R"(\map=""=""\)" << Units{ { "", "", false, 0, false, true } };
     QTest::newRow("text touching a map")
         << R"(x\map="a"="b"\y z)"
-        << Units{ { "x", "x" }, { "a", "b", true }, { "y", "y", true }, { "z", "z" } };
+        << Units{ { "x", "x" }, { "a", "b", true, 0, false, true }, { "y", "y", true }, { "z", "z" } };
     QTest::newRow("pauses add up") << R"(\pau=300\ \pau=200\ a)" << Units{ { "a", "a", false, 500 } };
     QTest::newRow("pause at the end") << R"(a \pau=300\)" << Units{ { "a", "a" }, { "", "", false, 300 } };
     QTest::newRow("odd pauses") << R"(\pau=-5\ \pau=x\ \pau\ \pau=\ a)" << Units{ { "a", "a" } };
@@ -148,7 +151,8 @@ void TestSpeechText::lineFallsIntoUnits_data()
                                  << Units{ { "a", "a", false, 10'000 } };
     QTest::newRow("stress holds for one word")
         << R"(a \emp\ b c)" << Units{ { "a", "a" }, { "b", "b", false, 0, true }, { "c", "c" } };
-    QTest::newRow("stress on a map") << R"(\emp\\map="a"="b"\)" << Units{ { "a", "b", false, 0, true } };
+    QTest::newRow("stress on a map") << R"(\emp\\map="a"="b"\)"
+                                     << Units{ { "a", "b", false, 0, true, true } };
     QTest::newRow("stress on nothing") << R"(a \emp\)" << Units{ { "a", "a" } };
 }
 
@@ -164,6 +168,7 @@ void TestSpeechText::lineFallsIntoUnits()
         QCOMPARE(found[index].joined, units[index].joined);
         QCOMPARE(found[index].pause, units[index].pause);
         QCOMPARE(found[index].stressed, units[index].stressed);
+        QCOMPARE(found[index].mapped, units[index].mapped);
     }
 }
 
