@@ -6,7 +6,7 @@
 namespace platform {
 
 // How words are said that the engine's own dictionary says badly, in the engine's phones with the stress
-// behind the vowel: "p iy1 d iy0". Pure tables; any thread may ask.
+// behind the vowel: "p iy1 d iy0". The words are in pronunciations.txt. Pure tables; any thread may ask.
 
 // The phones of `word`, in any letter case and with a possessive 's if need be. Empty when the engine knows
 // better.
