@@ -15,6 +15,8 @@
 #include <QTextBrowser>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 namespace platform {
 
 namespace {
@@ -201,7 +203,10 @@ QWidget *OutputPage::Characters()
         grid->addWidget(Between(tr("low"), row.pitch, tr("high")), line, 2);
         grid->addWidget(attempt, line, 3);
         ++line;
-        connect(row.voice, &QComboBox::currentIndexChanged, this, [this] { changed(); });
+        connect(row.voice, &QComboBox::currentIndexChanged, this, [this, index = line - 1] {
+            AllowPitch(m_rows[static_cast<std::size_t>(index)]);
+            changed();
+        });
         connect(row.pitch, &QSlider::valueChanged, this, [this] { changed(); });
         connect(attempt, &QPushButton::clicked, this,
                 [this, index = line - 1] { Try(m_rows[static_cast<std::size_t>(index)]); });
@@ -217,6 +222,17 @@ QWidget *OutputPage::Characters()
     grid->setColumnStretch(2, 1);
     grid->setColumnMinimumWidth(1, 190);
     return group;
+}
+
+// A slider that changes nothing would be puzzling.
+void OutputPage::AllowPitch(const Row &row)
+{
+    const QString chosen = row.voice->currentData().toString();
+    const QString &voice = chosen.isEmpty() ? row.character->voice.voice : chosen;
+    const auto &voices = RecordedVoices();
+    const auto found = std::find_if(voices.begin(), voices.end(),
+                                    [&voice](const RecordedVoice &other) { return other.id == voice; });
+    row.pitch->setEnabled(found == voices.end() || found->pitched);
 }
 
 void OutputPage::FillReaders(const QString &chosen)
@@ -262,6 +278,7 @@ void OutputPage::Show(const ServiceOptions &options)
         const CharacterVoice chosen = options.VoiceOf(row.character->name);
         row.voice->setCurrentIndex(std::max(0, row.voice->findData(chosen.voice)));
         row.pitch->setValue(chosen.pitch);
+        AllowPitch(row);
     }
     FillReaders(options.readingVoice);
 }

@@ -39,6 +39,7 @@ private:
         QComboBox *voice;
         QSlider *pitch;
     };
+    static void AllowPitch(const Row &row);
     QWidget *Balloons();
     QWidget *Voices();
     QWidget *Characters();

@@ -8,7 +8,7 @@ const std::vector<RecordedVoice> &RecordedVoices()
 {
     static const std::vector<RecordedVoice> voices{
         { QStringLiteral("cmu_us_awb"), QStringLiteral("Scottish man") },
-        { QStringLiteral("cmu_us_rms"), QStringLiteral("American man") },
+        { QStringLiteral("cmu_us_rms"), QStringLiteral("American man"), false },
         { QStringLiteral("cmu_us_slt"), QStringLiteral("American woman") },
     };
     return voices;

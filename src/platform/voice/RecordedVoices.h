@@ -11,6 +11,7 @@ namespace platform {
 struct RecordedVoice {
     QString id; // what VoiceSettings::voice holds
     QString name;
+    bool pitched = true; // false for one with a melody of its own, whose pitch cannot be set
 };
 
 const std::vector<RecordedVoice> &RecordedVoices();

@@ -293,6 +293,18 @@ private slots:
         QVERIFY(Control<QLabel>("lblTrouble")->text().isEmpty());
     }
 
+    void aVoiceWhosePitchCannotBeSetHasItsSliderOff()
+    {
+        Open();
+        QVERIFY(Bar("sldPitchMerlin")->isEnabled());
+        Choice("cmbVoiceMerlin")->setCurrentIndex(Choice("cmbVoiceMerlin")->findData("cmu_us_rms"));
+        QVERIFY(!Bar("sldPitchMerlin")->isEnabled());
+        Press("cmdApply");
+        QVERIFY(!Bar("sldPitchMerlin")->isEnabled());
+        Choice("cmbVoiceMerlin")->setCurrentIndex(0);
+        QVERIFY(Bar("sldPitchMerlin")->isEnabled());
+    }
+
     void tryingWithoutSoundSaysSo()
     {
         m_audio->SetUsable(false);
