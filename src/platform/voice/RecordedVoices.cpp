@@ -21,8 +21,9 @@ QStringList VoiceCredits()
                        "University, known as awb, rms and slt."),
         QStringLiteral("The sound is made by Flite, copyright Language Technologies Institute, Carnegie "
                        "Mellon University, under a licence in the manner of BSD."),
-        QStringLiteral("Lists in other languages are read by eSpeak NG, under the GNU General Public License, "
-                       "version 3 or later."),
+        QStringLiteral(
+            "Lists in other languages are read by eSpeak NG, under the GNU General Public License, "
+            "version 3 or later."),
     };
 }
 
