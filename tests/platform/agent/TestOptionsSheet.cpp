@@ -381,7 +381,7 @@ private slots:
         Open();
         const QString text = Control<QTextBrowser>("txtCopyright")->toPlainText();
         for (const char *part :
-             { "Version 1.", "Copyright", "General Public License", "Carnegie Mellon", "Flite" })
+             { "Version 1.", "Copyright", "General Public License", "Carnegie Mellon", "Flite", "eSpeak" })
             QVERIFY2(text.contains(part), part);
     }
 
