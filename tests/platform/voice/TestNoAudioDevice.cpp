@@ -1,4 +1,5 @@
 #include "platform/voice/QtAudioOut.h"
+#include "platform/voice/QtSoundEffects.h"
 #include "support/Loops.h"
 
 #include <QElapsedTimer>
@@ -24,8 +25,17 @@ class TestNoAudioDevice : public QObject {
     Q_OBJECT
 private slots:
     void nothingCanBePlayed();
+    void effectsAreOverAtOnce();
     void askingIsQuickAndQuiet();
 };
+
+void TestNoAudioDevice::effectsAreOverAtOnce()
+{
+    platform::QtSoundEffects effects;
+    const auto sound = std::make_shared<platform::Sound>(platform::Sound{ QByteArray(48000, '\1') });
+    for (int ask = 0; ask < 100; ++ask)
+        QVERIFY(!effects.Play(sound, 0us));
+}
 
 void TestNoAudioDevice::nothingCanBePlayed()
 {
