@@ -16,6 +16,7 @@
 #include "platform/system/SystemClock.h"
 #include "platform/voice/QtAudioOut.h"
 #include "platform/voice/QtMicrophone.h"
+#include "platform/voice/QtSoundEffects.h"
 #include "platform/voice/SpeechService.h"
 #include "shell/Appearance.h"
 #include "shell/frmSplash.h"
@@ -45,10 +46,11 @@ int main(int argc, char *argv[])
     platform::QtHelp help(files);
     platform::SpeechService speech;
     platform::QtAudioOut audio;
+    platform::QtSoundEffects effects;
     platform::SettingsStore store;
     platform::OptionsKeeper options(store);
     platform::PuppetFigureMaker figures(process.ApplicationFolder() + QStringLiteral("/characters"), speech,
-                                        audio, events, options);
+                                        audio, events, options, {}, &effects);
     // Voices are tried beside what the characters say.
     platform::QtAudioOut attempts;
     platform::QtMicrophone microphone;
@@ -56,8 +58,10 @@ int main(int argc, char *argv[])
         { options, speech, speech, attempts, microphone, [&figures] { return figures.All(); } });
     platform::AgentEngine agent(events, figures, &sheet);
     platform::ApplyVoices(options.Now(), {}, speech);
+    agent.SetSoundEffects(options.Now().soundEffects);
     const auto optionsObservation = options.Observe([&] {
         platform::ApplyVoices(options.Now(), figures.Names(), speech);
+        agent.SetSoundEffects(options.Now().soundEffects);
         agent.DeliverPropertyChange();
     });
     platform::XcbDisplay display;

@@ -46,6 +46,7 @@ constexpr std::array kStockTexts = {
     StockText{ kNotACharacterFile,     "The file is not a character file" },
     StockText{ kCharacterFileTooOld,   "The character file is of a version that is too old" },
     StockText{ kCharacterFileTooNew,   "The character file is of a version that is too new" },
+    StockText{ kBadSoundFile,          "The sound cannot be played" },
     StockText{ kAudioDeviceUnusable,   "The audio device cannot be used" },
     StockText{ kSpeechEngineUnusable,  "The speech engine cannot be started" },
     StockText{ kAgentFileMissing,      "The system cannot find the file specified" },

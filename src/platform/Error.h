@@ -40,6 +40,7 @@ enum ErrorNumber : qint32 {
     kNotACharacterFile = static_cast<qint32>(0x80042204),
     kCharacterFileTooOld = static_cast<qint32>(0x80042202),
     kCharacterFileTooNew = static_cast<qint32>(0x80042203),
+    kBadSoundFile = static_cast<qint32>(0x80042206),
     kAudioDeviceUnusable = static_cast<qint32>(0x80042401),
     kSpeechEngineUnusable = static_cast<qint32>(0x80042402),
     kAgentFileMissing = static_cast<qint32>(0x80070002),

@@ -32,6 +32,9 @@ public:
     // Tells all clients that the user's options have changed.
     void DeliverPropertyChange();
 
+    // What the user has chosen: whether the motions of the characters are heard. At once, for all of them.
+    void SetSoundEffects(bool on) { m_figures.SetSoundEffects(on); }
+
 private:
     friend class Cast;
     friend class Client;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/voice/SoundEffects.h"
 #include "platform/voice/Voice.h"
 
 #include <QByteArray>
@@ -10,6 +11,7 @@
 
 #include <array>
 #include <map>
+#include <memory>
 #include <optional>
 #include <vector>
 
@@ -77,6 +79,13 @@ struct Stretch {
     double to = 0;
 };
 
+// What is to be heard when a motion has come to this second.
+struct SoundCue {
+    double at = 0;
+    QString name;
+    std::shared_ptr<const Sound> sound; // null when the character was read without its sounds
+};
+
 struct Motion {
     enum class Return { None, Blend, Motion };
 
@@ -91,6 +100,7 @@ struct Motion {
     std::vector<int> still; // parts that no accent moves while this is held, such as a hand on a book
     std::vector<Curve> curves;
     std::vector<SwapCurve> swaps;
+    std::vector<SoundCue> sounds; // in order of time
 };
 
 struct MouthPose {

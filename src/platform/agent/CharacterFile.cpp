@@ -15,7 +15,7 @@ Q_LOGGING_CATEGORY(characterLog, "tumblewick.character", QtWarningMsg)
 
 namespace {
 
-constexpr int kVersion = 1;
+constexpr int kVersion = 2;
 constexpr qint64 kLargestFile = 16 * 1024 * 1024;
 // The document's first three bytes, which say that it is CBOR.
 constexpr char kSignature[] = "\xd9\xd9\xf7";
@@ -27,6 +27,7 @@ const QString kVersionKey = QStringLiteral("version");
 const QString kDrawingKey = QStringLiteral("drawing");
 const QString kFigureKey = QStringLiteral("figure");
 const QString kMotionsKey = QStringLiteral("motions");
+const QString kSoundsKey = QStringLiteral("sounds");
 
 QByteArray ReadSourceFile(const QString &path, const QString &shown)
 {
@@ -51,6 +52,54 @@ QCborMap ReadJsonObject(const QString &path, const QString &shown)
     }
 }
 
+// The samples of a wave. Chunks that say other things about it are passed over.
+QByteArray ReadWave(const QString &path, const QString &shown)
+{
+    const QByteArray wave = ReadSourceFile(path, shown);
+    const auto number = [&wave](qsizetype at, int size) {
+        quint32 value = 0;
+        for (int byte = size - 1; byte >= 0; --byte)
+            value = value << 8 | quint8(wave.at(at + byte));
+        return value;
+    };
+    bool fits = false;
+    if (wave.startsWith("RIFF") && wave.mid(8, 4) == "WAVE") {
+        for (qsizetype at = 12; at + 8 <= wave.size();) {
+            const QByteArray kind = wave.mid(at, 4);
+            const qsizetype size = number(at + 4, 4);
+            at += 8;
+            if (size > wave.size() - at)
+                break;
+            // Plain samples, one channel, so many a second, of so many bits.
+            if (kind == "fmt " && size >= 16)
+                fits = number(at, 2) == 1 && number(at + 2, 2) == 1 && number(at + 4, 4) == kSoundRate &&
+                       number(at + 14, 2) == 16;
+            if (kind == "data" && fits)
+                return wave.mid(at, size);
+            at += size + size % 2;
+        }
+    }
+    throw CharacterFault{ shown, QString(),
+                          QStringLiteral("is no wave of 16 bits, one channel and %1 Hz").arg(kSoundRate),
+                          kBadSoundFile };
+}
+
+QCborMap ReadSounds(const QDir &folder, const QCborMap &motions)
+{
+    QCborMap sounds;
+    for (const auto &[name, motion] : motions) {
+        for (const QCborValue cue : motion.toMap().value(kSoundsKey).toArray()) {
+            const QString sound = cue.toArray().at(1).toString();
+            const QString file = sound + QStringLiteral(".wav");
+            // A name never leads out of the folder.
+            if (sounds.contains(sound) || sound.contains(QLatin1Char('/')) || !folder.exists(file))
+                continue;
+            sounds.insert(sound, ReadWave(folder.filePath(file), QStringLiteral("sounds/") + file));
+        }
+    }
+    return sounds;
+}
+
 } // namespace
 
 std::shared_ptr<const CharacterData> CharacterFromFile(const QByteArray &file)
@@ -70,12 +119,13 @@ std::shared_ptr<const CharacterData> CharacterFromFile(const QByteArray &file)
     if (version.toInteger() != kVersion)
         throw Error(version.toInteger() < kVersion ? kCharacterFileTooOld : kCharacterFileTooNew);
     try {
+        const QCborMap sounds = map.value(kSoundsKey).toMap();
         return std::make_shared<CharacterData>(ReadCharacter(map.value(kDrawingKey).toByteArray(),
                                                              map.value(kFigureKey).toMap(),
-                                                             map.value(kMotionsKey).toMap()));
+                                                             map.value(kMotionsKey).toMap(), &sounds));
     } catch (const CharacterFault &problem) {
         qCWarning(characterLog).noquote() << problem.Text();
-        throw Error(kAgentBadData);
+        throw Error(problem.number);
     }
 }
 
@@ -91,7 +141,7 @@ std::shared_ptr<const CharacterData> LoadCharacterFile(const QString &path)
     return CharacterFromFile(file.readAll());
 }
 
-CharacterSource ReadCharacterFolder(const QString &folder)
+CharacterSource ReadCharacterFolder(const QString &folder, const QString &soundFolder)
 {
     const QDir directory(folder);
     const QStringList drawings = directory.entryList({ QStringLiteral("*.svg") }, QDir::Files, QDir::Name);
@@ -109,6 +159,8 @@ CharacterSource ReadCharacterFolder(const QString &folder)
         const QString shown = QStringLiteral("motions/") + name;
         source.motions.insert(name.chopped(5), ReadJsonObject(motions.filePath(name), shown));
     }
+    if (!soundFolder.isEmpty())
+        source.sounds = ReadSounds(QDir(soundFolder), source.motions);
     return source;
 }
 
@@ -120,6 +172,7 @@ QByteArray PackCharacter(const CharacterSource &source)
     map.insert(kDrawingKey, source.drawing);
     map.insert(kFigureKey, source.figure);
     map.insert(kMotionsKey, source.motions);
+    map.insert(kSoundsKey, source.sounds);
     return QCborValue(QCborKnownTags::Signature, map).toCbor();
 }
 

@@ -21,6 +21,11 @@ constexpr qsizetype kMostChannels = 1000;
 constexpr qsizetype kMostKeys = 400;
 constexpr qsizetype kMostAccents = 32;
 constexpr qsizetype kMostNameLetters = 64;
+constexpr qsizetype kMostSounds = 100;
+constexpr qsizetype kMostCues = 60;
+// One sound, and all of a character; the second stands for some twenty times what the three bring.
+constexpr qsizetype kLongestSound = 6 * kSoundRate * 2; // bytes
+constexpr qsizetype kLargestSounds = 8 * 1024 * 1024;
 constexpr double kLargestNumber = 10000;
 constexpr double kFarthest = 1024;                                 // from the square's corner
 constexpr double kLargestArea = 100 * kDrawingSize * kDrawingSize; // each unit of it costs memory
@@ -158,13 +163,16 @@ class Reader {
 public:
     explicit Reader(const QByteArray &drawing) { m_data.drawing = drawing; }
 
-    CharacterData Read(const QCborMap &figure, const QCborMap &motions)
+    CharacterData Read(const QCborMap &figure, const QCborMap &motions, const QCborMap *sounds)
     {
         // A malformed drawing is refused here, before anything asks for a part of it.
         CheckDrawing(m_data.drawing);
         if (!m_renderer.load(m_data.drawing))
             throw CharacterFault{ QStringLiteral("the drawing"), QString(), QStringLiteral("is not an SVG") };
         ReadFigure(Node(QStringLiteral("figure.json"), QString(), figure));
+        if (sounds)
+            ReadSounds(*sounds);
+        m_silent = !sounds;
         ReadMotions(motions);
         CheckReferences(Node(QStringLiteral("figure.json"), QString(), figure));
         return std::move(m_data);
@@ -486,6 +494,44 @@ private:
         return at;
     }
 
+    void ReadSounds(const QCborMap &sounds)
+    {
+        const QStringList names = Node(QStringLiteral("sounds"), QString(), sounds).Names(kMostSounds);
+        qsizetype all = 0;
+        for (const QString &name : names) {
+            const QCborValue value = sounds.value(name);
+            const auto require = [&name](bool good, const char *problem) {
+                if (!good)
+                    throw CharacterFault{ QStringLiteral("sounds/%1.wav").arg(name), QString(),
+                                          QLatin1String(problem), kBadSoundFile };
+            };
+            require(value.isByteArray(), "holds no samples");
+            const QByteArray samples = value.toByteArray();
+            require(!samples.isEmpty() && samples.size() % 2 == 0, "does not consist of 16-bit samples");
+            require(samples.size() <= kLongestSound, "is too long");
+            all += samples.size();
+            require(all <= kLargestSounds, "is one sound too many");
+            m_sounds.insert(name, std::make_shared<const Sound>(Sound{ samples }));
+        }
+    }
+
+    std::vector<SoundCue> ReadCues(const Node &node, double length) const
+    {
+        std::vector<SoundCue> cues;
+        const qsizetype count = node.Array(1, kMostCues).size();
+        for (qsizetype index = 0; index < count; ++index) {
+            const Node entry = node.Entry(index);
+            entry.Array(2, 2);
+            const double at = ReadTime(entry, length, cues.empty() ? 0 : cues.back().at);
+            const Node name = entry.Entry(1);
+            SoundCue cue{ at, name.String(), m_sounds.value(name.String()) };
+            name.Require(m_silent || cue.sound,
+                         QStringLiteral("names the unknown sound \"%1\"").arg(cue.name));
+            cues.push_back(std::move(cue));
+        }
+        return cues;
+    }
+
     void ReadMotions(const QCborMap &motions)
     {
         const QStringList names = Node(QStringLiteral("motions"), QString(), motions).Names(kMostMotions);
@@ -503,7 +549,8 @@ private:
 
     Motion ReadMotion(const Node &node, const QString &name) const
     {
-        node.AllowOnly({ "length", "speaks", "return", "blend", "loop", "aloft", "still", "curves" });
+        node.AllowOnly(
+            { "length", "speaks", "return", "blend", "loop", "aloft", "still", "curves", "sounds" });
         Motion motion;
         motion.name = name;
         ReadCourse(node, motion);
@@ -529,6 +576,9 @@ private:
             for (qsizetype index = 0; index < count; ++index)
                 motion.still.push_back(PartNamed(still.Entry(index), still.Entry(index).String()));
         }
+        const Node sounds = node.Member("sounds");
+        if (!sounds.IsMissing())
+            motion.sounds = ReadCues(sounds, motion.length);
         return motion;
     }
 
@@ -570,6 +620,8 @@ private:
     QHash<QString, int> m_partIndexes;
     QSet<QString> m_groups; // of the drawing that parts are drawn with
     double m_area = 0;      // of all of them, in drawing units
+    QHash<QString, std::shared_ptr<const Sound>> m_sounds;
+    bool m_silent = true;
 };
 
 } // namespace
@@ -585,9 +637,10 @@ QString CharacterFault::Text() const
     return words.join(QLatin1Char(' '));
 }
 
-CharacterData ReadCharacter(const QByteArray &drawing, const QCborMap &figure, const QCborMap &motions)
+CharacterData ReadCharacter(const QByteArray &drawing, const QCborMap &figure, const QCborMap &motions,
+                            const QCborMap *sounds)
 {
-    return Reader(drawing).Read(figure, motions);
+    return Reader(drawing).Read(figure, motions, sounds);
 }
 
 } // namespace platform

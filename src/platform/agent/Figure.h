@@ -43,13 +43,14 @@ public:
     virtual void Disappear(bool byUser) = 0;
 
     // Comes back from the last motion, then plays `name`, which the figure has, and holds its last pose. A
-    // motion that loops for ever never ends. "Show" begins unseen, whatever pose the figure was in; a Move
-    // motion ends in the flying pose.
+    // motion that loops for ever never ends, any other has ended when its sound is over too. "Show" begins
+    // unseen, whatever pose the figure was in; a Move motion ends in the flying pose.
     virtual void Perform(const QString &name, Done done) = 0;
     // Moves the frame to `topLeft` in `duration`, keeping the flying pose alive.
     virtual void Slide(const QPoint &topLeft, std::chrono::milliseconds duration, Done done) = 0;
     // Says `text` and, with `balloon`, shows it word by word. Fails with kSpeechEngineUnusable or
-    // kAudioDeviceUnusable when it cannot be heard; then there is no balloon either.
+    // kAudioDeviceUnusable when it cannot be heard; then there is no balloon either. It waits for the sound
+    // of the figure's own motions to be over.
     virtual void Speak(const SpeechText &text, bool balloon, Done done) = 0;
     // Cuts off the present activity at once. The frame stays where it is, sound ends, a balloon goes.
     virtual void Halt() = 0;
@@ -76,6 +77,9 @@ public:
     // corner of the screen in its designed size. Raises kAgentFileMissing, kNotACharacterFile,
     // kCharacterFileTooOld, kCharacterFileTooNew or kAgentBadData.
     virtual std::unique_ptr<Figure> Make(const QString &id, const QString &file) = 0;
+    // Whether the motions of all figures, old and new ones, are heard; at first they are. What is heard when
+    // this turns false fades out.
+    virtual void SetSoundEffects(bool on) { Q_UNUSED(on); }
 };
 
 } // namespace platform

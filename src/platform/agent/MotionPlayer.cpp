@@ -13,6 +13,7 @@ constexpr std::size_t kMostAccents = 2;
 // How long a movement that is cut off runs on, and the most that it may bring.
 constexpr double kDriftTime = 0.04;
 constexpr double kFastestDrift = 700; // degrees or units per second
+constexpr double kLatestCue = 0.25;
 // What is left of its width when a part turns over to its other side.
 constexpr double kTurningOver = 0.45;
 
@@ -69,6 +70,8 @@ void MotionPlayer::Begin(const Motion *motion, double blend)
 {
     m_motion = motion;
     m_time = 0;
+    m_played = 0;
+    m_told = 0;
     m_since = 0;
     m_blend = blend;
     m_flying = false;
@@ -90,6 +93,31 @@ bool MotionPlayer::HasEnded() const
     if (m_motion->aloft)
         return m_flying;
     return !m_motion->loop && m_time >= m_motion->length;
+}
+
+std::vector<MotionPlayer::DueCue> MotionPlayer::TakeCues(double ahead)
+{
+    std::vector<DueCue> due;
+    if (!m_motion || m_held)
+        return due;
+    const double from = std::max(m_told, m_played - kLatestCue);
+    const double to = m_played + ahead;
+    const std::optional<Stretch> repeated = m_motion->aloft ? m_motion->aloft : m_motion->loop;
+    for (const SoundCue &cue : m_motion->sounds) {
+        if (!repeated || cue.at < repeated->from) {
+            if (cue.at >= from && cue.at < to)
+                due.push_back({ &cue, cue.at - m_played });
+        } else if (cue.at < repeated->to) {
+            const double pass = repeated->to - repeated->from;
+            const double passed = std::max(0.0, std::ceil((from - cue.at) / pass));
+            for (double at = cue.at + passed * pass; at < to; at += pass)
+                due.push_back({ &cue, at - m_played });
+        }
+    }
+    std::stable_sort(due.begin(), due.end(),
+                     [](const DueCue &left, const DueCue &right) { return left.delay < right.delay; });
+    m_told = std::max(m_told, to);
+    return due;
 }
 
 void MotionPlayer::Blink()
@@ -157,6 +185,7 @@ void MotionPlayer::AdvanceTime(double seconds)
     if (!m_motion || m_held)
         return;
     m_time += seconds;
+    m_played += seconds;
     const std::optional<Stretch> repeated = m_motion->aloft ? m_motion->aloft : m_motion->loop;
     if (!repeated) {
         m_time = std::min(m_time, m_motion->length);

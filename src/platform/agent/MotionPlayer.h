@@ -34,6 +34,15 @@ public:
     // Whether the last pose, the flying pose or, after Settle, rest has been reached. A loop never ends.
     bool HasEnded() const;
 
+    // A cue of the motion that plays, and how far it lies ahead; less than 0 when it has just been passed.
+    struct DueCue {
+        const SoundCue *cue;
+        double delay; // seconds
+    };
+    // The cues that are reached within the next `ahead` seconds, in order, each told once in each pass. What
+    // was passed long ago, when the program stood still, is left out.
+    std::vector<DueCue> TakeCues(double ahead);
+
     // Laid over whatever plays. A blink passes by while the eyes are not as they are at rest.
     void Blink();
     // One of the accents, by its index; passes by while there are two already.
@@ -68,8 +77,10 @@ private:
     std::shared_ptr<const CharacterData> m_character;
 
     const Motion *m_motion = nullptr;
-    double m_time = 0;  // within the motion
-    double m_since = 0; // since the motion or the settling began
+    double m_time = 0;   // within the motion
+    double m_played = 0; // the same without the jumps back of a loop
+    double m_told = 0;   // how far cues have been told, on the same scale
+    double m_since = 0;  // since the motion or the settling began
     double m_blend = 0;
     bool m_flying = false;
     bool m_held = false;

@@ -44,11 +44,12 @@ QRectF SeenArea(const QImage &image)
 
 PuppetFigure::PuppetFigure(std::shared_ptr<const CharacterData> character, SpeechEngine &engine,
                            AudioOut &audio, Events &events, OptionsKeeper &options,
-                           std::unique_ptr<Ticker> ticker, std::uint32_t seed)
+                           std::unique_ptr<Ticker> ticker, std::uint32_t seed, SoundEffects *effects)
     : m_character(std::move(character)), m_events(events), m_ticker(std::move(ticker)), m_player(m_character),
       m_puppet(m_character), m_idle(*m_character, seed),
-      m_speech(*m_character, engine, audio, events, options), m_window(m_character->name, m_puppet.Image()),
-      m_frame(QPoint(0, 0), m_character->size), m_activity(std::make_shared<int>())
+      m_speech(*m_character, engine, audio, events, options), m_effects(effects),
+      m_window(m_character->name, m_puppet.Image()), m_frame(QPoint(0, 0), m_character->size),
+      m_activity(std::make_shared<int>())
 {
     g_figures.push_back(this);
     m_puppet.SetSize(QSize(kFaceIconSize, kFaceIconSize));
@@ -167,6 +168,7 @@ void PuppetFigure::Disappear(bool byUser)
 {
     Halt();
     m_speech.HideBalloon();
+    m_effects.FadeOut();
     m_steps.clear();
     m_resting = false;
     m_visible = false;
@@ -227,6 +229,11 @@ void PuppetFigure::BeginSteps(std::deque<Step> steps)
 {
     m_steps = std::move(steps);
     m_cutOff = false;
+    // A motion that is left takes its sound with it. What was asked for has been heard by now, but for a
+    // flight's; a speech waits for that.
+    if (!m_steps.empty() && m_steps.front().kind != Step::Kind::Slide &&
+        m_steps.front().kind != Step::Kind::Hush)
+        m_effects.FadeOut();
     if (!m_steps.empty())
         BeginStep();
     ChooseRate();
@@ -241,8 +248,12 @@ void PuppetFigure::BeginStep()
         break;
     case Step::Kind::Play:
         m_player.Play(*step.motion);
+        m_effects.Follow(m_player, m_ticker->Now());
         break;
     case Step::Kind::Wait:
+        m_effects.Follow(m_player, m_ticker->Now());
+        break;
+    case Step::Kind::Hush:
         break;
     case Step::Kind::Slide:
         m_slideFrom = m_frame.topLeft();
@@ -258,9 +269,13 @@ bool PuppetFigure::StepHasEnded()
 {
     switch (m_steps.front().kind) {
     case Step::Kind::Settle:
+        return m_player.HasEnded();
     case Step::Kind::Play:
     case Step::Kind::Wait:
-        return m_player.HasEnded();
+        // The sound of a flight goes on while the figure flies.
+        return m_player.HasEnded() && (m_steps.front().motion->aloft || m_effects.AreOver(m_ticker->Now()));
+    case Step::Kind::Hush:
+        return m_effects.AreOver(m_ticker->Now());
     case Step::Kind::Slide:
         return !m_dragged && m_ticker->Now() - m_slideBegan >= m_slideTime;
     case Step::Kind::Talk:
@@ -280,7 +295,7 @@ void PuppetFigure::Perform(const QString &name, Done done)
     if (name.compare(QLatin1String("Show"), Qt::CaseInsensitive) == 0) {
         m_byItself = false;
         m_player.PlayAtOnce(*motion);
-        BeginSteps({ Step{ Step::Kind::Wait } });
+        BeginSteps({ Step{ Step::Kind::Wait, motion } });
         return Draw();
     }
     std::deque<Step> steps = ComeBack(motion, false);
@@ -307,9 +322,12 @@ void PuppetFigure::Speak(const SpeechText &text, bool balloon, Done done)
     }
     FollowWithBalloon(); // the others may have moved
     std::deque<Step> steps = ComeBack(nullptr, true);
-    if (m_byItself && m_player.Current())
+    if (m_byItself && m_player.Current()) {
         m_player.Settle();
+        m_effects.FadeOut();
+    }
     m_byItself = false;
+    steps.push_back({ Step::Kind::Hush });
     steps.push_back({ Step::Kind::Talk });
     // Made while the body comes back.
     m_speech.Begin(text, balloon, [this](qint32 number) {
@@ -333,6 +351,7 @@ void PuppetFigure::Halt()
         m_cutOff = !m_player.HasEnded();
         m_player.Hold();
     }
+    m_effects.FadeOut();
     m_steps.clear();
     ChooseRate();
 }
@@ -396,6 +415,7 @@ void PuppetFigure::PassTime()
         return;
     SlideOn();
     m_player.Advance(seconds, m_carried);
+    m_effects.Follow(m_player, now);
 }
 
 void PuppetFigure::Tick()

@@ -2,6 +2,7 @@
 
 #include "platform/agent/CharacterWindow.h"
 #include "platform/agent/Figure.h"
+#include "platform/agent/FigureEffects.h"
 #include "platform/agent/FigureSpeech.h"
 #include "platform/agent/FigureTray.h"
 #include "platform/agent/IdleLife.h"
@@ -18,7 +19,8 @@ namespace platform {
 class PuppetFigure final : public Figure {
 public:
     PuppetFigure(std::shared_ptr<const CharacterData> character, SpeechEngine &engine, AudioOut &audio,
-                 Events &events, OptionsKeeper &options, std::unique_ptr<Ticker> ticker, std::uint32_t seed);
+                 Events &events, OptionsKeeper &options, std::unique_ptr<Ticker> ticker, std::uint32_t seed,
+                 SoundEffects *effects = nullptr);
     ~PuppetFigure() override;
 
     QSize DesignedSize() const override { return m_character->size; }
@@ -44,7 +46,7 @@ public:
 private:
     // An activity, or what the figure does by itself, is a row of steps.
     struct Step {
-        enum class Kind { Settle, Play, Wait, Slide, Talk } kind;
+        enum class Kind { Settle, Play, Wait, Slide, Hush, Talk } kind;
         const Motion *motion = nullptr;
     };
 
@@ -77,6 +79,7 @@ private:
     Puppet m_puppet;
     IdleLife m_idle;
     FigureSpeech m_speech;
+    FigureEffects m_effects;
     CharacterWindow m_window;
     QRect m_frame;
     QRectF m_seenAtRest; // in drawing units
@@ -109,12 +112,13 @@ class PuppetFigureMaker final : public FigureMaker {
 public:
     using MakeTicker = std::function<std::unique_ptr<Ticker>()>;
 
-    // Engine, device, events and options must outlive all figures. Without `makeTicker` the figures follow
-    // Qt's own clock.
+    // Engine, devices, events and options must outlive all figures. Without `makeTicker` the figures follow
+    // Qt's own clock, without `effects` their motions are silent.
     PuppetFigureMaker(QString folder, SpeechEngine &engine, AudioOut &audio, Events &events,
-                      OptionsKeeper &options, MakeTicker makeTicker = {});
+                      OptionsKeeper &options, MakeTicker makeTicker = {}, SoundEffects *effects = nullptr);
 
     std::unique_ptr<Figure> Make(const QString &id, const QString &file) override;
+    void SetSoundEffects(bool on) override;
 
     // The characters of all files in the folder that can be used, by name.
     std::vector<std::shared_ptr<const CharacterData>> All();
@@ -129,6 +133,7 @@ private:
     Events &m_events;
     OptionsKeeper &m_options;
     const MakeTicker m_makeTicker;
+    SoundEffects *const m_effects;
     std::map<QString, std::shared_ptr<const CharacterData>> m_characters;
 };
 

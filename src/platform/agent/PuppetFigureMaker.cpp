@@ -9,9 +9,10 @@
 namespace platform {
 
 PuppetFigureMaker::PuppetFigureMaker(QString folder, SpeechEngine &engine, AudioOut &audio, Events &events,
-                                     OptionsKeeper &options, MakeTicker makeTicker)
+                                     OptionsKeeper &options, MakeTicker makeTicker, SoundEffects *effects)
     : m_folder(std::move(folder)), m_engine(engine), m_audio(audio), m_events(events), m_options(options),
-      m_makeTicker(makeTicker ? std::move(makeTicker) : [] { return std::make_unique<QtTicker>(); })
+      m_makeTicker(makeTicker ? std::move(makeTicker) : [] { return std::make_unique<QtTicker>(); }),
+      m_effects(effects)
 {
 }
 
@@ -57,7 +58,13 @@ std::unique_ptr<Figure> PuppetFigureMaker::Make(const QString &, const QString &
     if (!character)
         character = LoadCharacterFile(PathOf(file));
     return std::make_unique<PuppetFigure>(character, m_engine, m_audio, m_events, m_options, m_makeTicker(),
-                                          std::random_device()());
+                                          std::random_device()(), m_effects);
+}
+
+void PuppetFigureMaker::SetSoundEffects(bool on)
+{
+    if (m_effects)
+        m_effects->SetOn(on);
 }
 
 } // namespace platform

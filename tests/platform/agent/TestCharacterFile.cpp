@@ -26,7 +26,7 @@ qint32 NumberRaised(const QByteArray &file)
     return 0;
 }
 
-QCborValue Json(const char *text)
+QCborValue Json(const QByteArray &text)
 {
     return ReadOrderedJson(text);
 }
@@ -141,15 +141,15 @@ private slots:
                                   << qint32(kNotACharacterFile);
         QTest::newRow("another format") << document("format", "something") << qint32(kNotACharacterFile);
         QTest::newRow("no format") << document("format", QCborValue()) << qint32(kNotACharacterFile);
-        QTest::newRow("version 2") << document("version", 2) << qint32(kCharacterFileTooNew);
-        QTest::newRow("version 0") << document("version", 0) << qint32(kCharacterFileTooOld);
+        QTest::newRow("version 3") << document("version", 3) << qint32(kCharacterFileTooNew);
+        QTest::newRow("version 1") << document("version", 1) << qint32(kCharacterFileTooOld);
         QTest::newRow("version of long ago")
             << document("version", std::numeric_limits<qint64>::min()) << qint32(kCharacterFileTooOld);
         QTest::newRow("version of the far future")
             << document("version", std::numeric_limits<qint64>::max()) << qint32(kCharacterFileTooNew);
         QTest::newRow("no version") << document("version", QCborValue()) << qint32(kAgentBadData);
-        QTest::newRow("version as text") << document("version", "1") << qint32(kAgentBadData);
-        QTest::newRow("half a version") << document("version", 1.5) << qint32(kAgentBadData);
+        QTest::newRow("version as text") << document("version", "2") << qint32(kAgentBadData);
+        QTest::newRow("half a version") << document("version", 2.5) << qint32(kAgentBadData);
         QTest::newRow("no drawing") << document("drawing", QCborValue()) << qint32(kAgentBadData);
         QTest::newRow("a drawing that is none")
             << document("drawing", QByteArray("<svg")) << qint32(kAgentBadData);
@@ -159,6 +159,18 @@ private slots:
         QTest::newRow("no motions") << document("motions", QCborValue()) << qint32(kAgentBadData);
         QTest::newRow("motion names as numbers")
             << document("motions", QCborMap{ { 1, QCborMap() } }) << qint32(kAgentBadData);
+        const auto sound = [&document](const QCborValue &samples) {
+            return document("sounds", QCborMap{ { "ping", samples } });
+        };
+        QTest::newRow("a sound that is none") << sound("ping") << qint32(kBadSoundFile);
+        QTest::newRow("a sound without samples") << sound(QByteArray()) << qint32(kBadSoundFile);
+        QTest::newRow("half a sample") << sound(QByteArray(7, '\1')) << qint32(kBadSoundFile);
+        QTest::newRow("a sound without end")
+            << sound(QByteArray(2 * kSoundRate * 7, '\1')) << qint32(kBadSoundFile);
+        QCborMap many;
+        for (int index = 0; index < 40; ++index)
+            many.insert(QStringLiteral("s%1").arg(index), QByteArray(2 * kSoundRate * 5, '\1'));
+        QTest::newRow("more sound than fits") << document("sounds", many) << qint32(kBadSoundFile);
         QTest::newRow("half of it") << good.left(good.size() / 2) << qint32(kAgentBadData);
         const QByteArray tag = good.left(3);
         QTest::newRow("a list without end")
@@ -255,6 +267,15 @@ private slots:
         row("loop backwards", kWave + "/loop", Json("[1, 0.2]"), "motions/Wave.json: loop is too short a stretch");
         row("loop beyond the end", kWave + "/loop", Json("[0, 3]"), "motions/Wave.json: loop[1] is not between 0 and 1.2");
         row("aloft of one number", kWave + "/aloft", Json("[1]"), "motions/Wave.json: aloft does not have 2 entries");
+        row("cues as object", kWave + "/sounds", QCborMap(), "motions/Wave.json: sounds is not a list");
+        row("no cues", kWave + "/sounds", QCborArray(), "motions/Wave.json: sounds does not have 1 to 60 entries");
+        row("cue without a name", kWave + "/sounds", Json("[[0]]"), "motions/Wave.json: sounds[0] does not have 2 entries");
+        row("cue named by a number", kWave + "/sounds", Json("[[0, 1]]"), "motions/Wave.json: sounds[0][1] is not a text");
+        row("cue before the motion", kWave + "/sounds", Json("[[-0.1, \"ping\"]]"), "motions/Wave.json: sounds[0][0] is not between 0 and 1.2");
+        row("cue behind the motion", kWave + "/sounds", Json("[[1.3, \"ping\"]]"), "motions/Wave.json: sounds[0][0] is not between 0 and 1.2");
+        row("cues back in time", kWave + "/sounds", Json("[[0.5, \"ping\"], [0.2, \"ping\"]]"), "motions/Wave.json: sounds[1] goes back in time");
+        row("cue of a name that is too long", kWave + "/sounds", Json("[[0, \"" + QByteArray(70, 'p') + "\"]]"), "motions/Wave.json: sounds[0][1] is too long");
+        row("unknown sound", kWave + "/sounds", Json("[[0, \"pong\"]]"), "motions/Wave.json: sounds[0][1] names the unknown sound \"pong\"");
         row("blend for ever", kWave + "/blend", 100, "motions/Wave.json: blend is not between 0 and 5");
         row("two spellings", "motions/wAVE", Json("{ \"length\": 1, \"return\": \"none\", \"curves\": {} }"), "motions/wAVE.json is there in two spellings");
         row("motion name as path", "motions/..", Json("{ \"length\": 1, \"return\": \"none\", \"curves\": {} }"), "motions/...json is not a name for a motion");
@@ -305,15 +326,100 @@ private slots:
         // Channels hold a dot, so the places are parted by slashes.
         whole = Changed(whole, place.split('/'), value).toMap();
         const CharacterSource bad{ good.drawing, whole.value("figure").toMap(),
-                                   whole.value("motions").toMap() };
+                                   whole.value("motions").toMap(),
+                                   QCborMap{ { "ping", QByteArray(480, '\1') } } };
         QString said;
         try {
-            ReadCharacter(bad.drawing, bad.figure, bad.motions);
+            ReadCharacter(bad.drawing, bad.figure, bad.motions, &bad.sounds);
         } catch (const CharacterFault &fault) {
             said = fault.Text();
         }
         QCOMPARE(said, told);
         QCOMPARE(NumberRaised(PackCharacter(bad)), qint32(kAgentBadData));
+    }
+
+    void cuesBringTheirSounds()
+    {
+        CharacterSource source = support::SmallCharacterSource();
+        QCborMap wave = source.motions.value("Wave").toMap();
+        wave.insert(QStringLiteral("sounds"), Json("[[0, \"ping\"], [0.5, \"ping\"]]"));
+        source.motions[QStringLiteral("Wave")] = wave;
+        source.sounds = { { "ping", QByteArray("\1\2\3\4") } };
+        const auto character = CharacterFromFile(PackCharacter(source));
+        const auto &cues = character->FindMotion("Wave")->sounds;
+        QCOMPARE(cues.size(), std::size_t(2));
+        QCOMPARE(cues[1].at, 0.5);
+        QCOMPARE(cues[1].sound->samples, QByteArray("\1\2\3\4"));
+        QVERIFY(cues[0].sound == cues[1].sound); // kept once
+        // Whoever only draws needs no sounds.
+        const auto silent = ReadCharacter(source.drawing, source.figure, source.motions);
+        QCOMPARE(silent.FindMotion("Wave")->sounds.size(), std::size_t(2));
+        QVERIFY(!silent.FindMotion("Wave")->sounds[0].sound);
+    }
+
+    void wavesAreReadFromTheirFolder_data()
+    {
+        QTest::addColumn<QByteArray>("wave");
+        QTest::addColumn<bool>("good");
+        const QByteArray samples("\1\2\3\4");
+        const auto wave = [&samples](int kind, int channels, int rate, int bits,
+                                     const QByteArray &between = {}) {
+            QByteArray bytes("RIFF....WAVE");
+            const auto put = [&bytes](int number, int size) {
+                for (int byte = 0; byte < size; ++byte)
+                    bytes += char(number >> (8 * byte) & 0xff);
+            };
+            bytes += "fmt ";
+            put(16, 4);
+            put(kind, 2);
+            put(channels, 2);
+            put(rate, 4);
+            put(rate * 2, 4);
+            put(2, 2);
+            put(bits, 2);
+            bytes += between + "data";
+            put(int(samples.size()), 4);
+            return bytes + samples;
+        };
+        const QByteArray good = wave(1, 1, kSoundRate, 16);
+        QTest::newRow("good") << good << true;
+        QTest::newRow("with another chunk")
+            << wave(1, 1, kSoundRate, 16, QByteArray("LIST\3\0\0\0abc\0", 12)) << true;
+        QTest::newRow("floating point") << wave(3, 1, kSoundRate, 16) << false;
+        QTest::newRow("two channels") << wave(1, 2, kSoundRate, 16) << false;
+        QTest::newRow("another rate") << wave(1, 1, 44100, 16) << false;
+        QTest::newRow("8 bits") << wave(1, 1, kSoundRate, 8) << false;
+        QTest::newRow("cut off") << good.chopped(1) << false;
+        QTest::newRow("without samples") << good.left(36) << false;
+        QTest::newRow("a chunk that never ends")
+            << wave(1, 1, kSoundRate, 16, QByteArray("LIST\xff\xff\xff\xff", 8)) << false;
+        QTest::newRow("no wave") << QByteArray("ping") << false;
+        QTest::newRow("empty") << QByteArray() << false;
+    }
+    void wavesAreReadFromTheirFolder()
+    {
+        QFETCH(QByteArray, wave);
+        QFETCH(bool, good);
+        QTemporaryDir folder;
+        QDir(folder.path()).mkdir("motions");
+        Write(folder.filePath("small.svg"), "<svg/>");
+        Write(folder.filePath("figure.json"), "{}");
+        Write(folder.filePath("motions/Wave.json"),
+              R"({ "sounds": [[0, "ping"], [1, "lost"], [1, "../out"]] })");
+        QDir(folder.path()).mkdir("sounds");
+        Write(folder.filePath("sounds/ping.wav"), wave);
+        Write(folder.filePath("sounds/other.wav"), wave);
+        Write(folder.filePath("out.wav"), wave);
+        try {
+            const CharacterSource source = ReadCharacterFolder(folder.path(), folder.filePath("sounds"));
+            QVERIFY(good);
+            QCOMPARE(source.sounds, (QCborMap{ { "ping", QByteArray("\1\2\3\4") } }));
+        } catch (const CharacterFault &fault) {
+            QVERIFY2(!good, qPrintable(fault.Text()));
+            QCOMPARE(fault.number, qint32(kBadSoundFile));
+            QCOMPARE(fault.file, QStringLiteral("sounds/ping.wav"));
+        }
+        QVERIFY(ReadCharacterFolder(folder.path()).sounds.isEmpty());
     }
 
     void foldersAreReadInTheOrderOfTheirText()
