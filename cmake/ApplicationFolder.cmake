@@ -10,8 +10,8 @@ foreach(name Merlin Genie Peedy)
   add_custom_command(
     OUTPUT ${packed}
     COMMAND ${CMAKE_COMMAND} -E make_directory ${APPLICATION_FOLDER}/characters
-    COMMAND pack-character ${source} ${packed}
-    DEPENDS pack-character ${parts}
+    COMMAND pack-character --sounds ${SOUNDS_FOLDER} ${source} ${packed}
+    DEPENDS pack-character ${parts} ${SOUNDS_STAMP}
     COMMENT "Packing ${name}"
     VERBATIM)
   list(APPEND character_files ${packed})
@@ -31,4 +31,4 @@ add_custom_command(
   COMMENT "Putting the application folder together"
   VERBATIM)
 add_custom_target(application_folder ALL DEPENDS ${character_files} ${folder_stamp})
-add_dependencies(application_folder tumblewick menu_picture)
+add_dependencies(application_folder tumblewick menu_picture sounds)

@@ -26,6 +26,10 @@ int main(int argumentCount, char **arguments)
     QCommandLineParser parser;
     parser.setApplicationDescription(QStringLiteral("Packs the folder of a character into one file."));
     parser.addHelpOption();
+    const QCommandLineOption soundsOption(QStringLiteral("sounds"),
+                                          QStringLiteral("The waves that the motions cue."),
+                                          QStringLiteral("folder"));
+    parser.addOption(soundsOption);
     parser.addPositionalArgument(QStringLiteral("folder"),
                                  QStringLiteral("The character, such as characters/merlin."));
     parser.addPositionalArgument(QStringLiteral("file"),
@@ -37,8 +41,8 @@ int main(int argumentCount, char **arguments)
     const QString folder = parser.positionalArguments().at(0);
     const QString path = parser.positionalArguments().at(1);
     try {
-        const CharacterSource source = ReadCharacterFolder(folder);
-        ReadCharacter(source.drawing, source.figure, source.motions);
+        const CharacterSource source = ReadCharacterFolder(folder, parser.value(soundsOption));
+        ReadCharacter(source.drawing, source.figure, source.motions, &source.sounds);
         QSaveFile file(path);
         const QByteArray bytes = PackCharacter(source);
         if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit())

@@ -10,6 +10,7 @@
 #include "platform/system/QtEvents.h"
 #include "platform/voice/QtAudioOut.h"
 #include "platform/voice/QtMicrophone.h"
+#include "platform/voice/QtSoundEffects.h"
 #include "platform/voice/SpeechService.h"
 #include "shell/Appearance.h"
 
@@ -83,8 +84,11 @@ int main(int argumentCount, char **arguments)
     const QCommandLineOption sheetOption(QStringLiteral("sheet"),
                                          QStringLiteral("Open the property sheet on a page instead."),
                                          QStringLiteral("Output|Speech|Copyright"));
-    parser.addOptions(
-        { motionOption, sayOption, stillOption, sizeOption, secondsOption, topOption, sheetOption });
+    const QCommandLineOption soundsOption(QStringLiteral("sounds"),
+                                          QStringLiteral("The waves that the motions cue."),
+                                          QStringLiteral("folder"), QStringLiteral(SOUNDS_FOLDER));
+    parser.addOptions({ motionOption, sayOption, stillOption, sizeOption, secondsOption, topOption,
+                        sheetOption, soundsOption });
     parser.addPositionalArgument(QStringLiteral("folders"),
                                  QStringLiteral("Characters, such as characters/merlin."),
                                  QStringLiteral("folder..."));
@@ -96,24 +100,29 @@ int main(int argumentCount, char **arguments)
     QtEvents events;
     SpeechService voices;
     QtAudioOut audio;
+    QtSoundEffects effects;
     SettingsStore store;
     OptionsKeeper options(store);
-    PuppetFigureMaker maker(folder.path(), voices, audio, events, options);
+    PuppetFigureMaker maker(folder.path(), voices, audio, events, options, {}, &effects);
     QtAudioOut attempts;
     QtMicrophone microphone;
     OptionsSheet sheet({ options, voices, voices, attempts, microphone, [&maker] { return maker.All(); } });
     AgentEngine engine(events, maker, &sheet);
     ApplyVoices(options.Now(), {}, voices);
-    const auto optionsObservation =
-        options.Observe([&] { ApplyVoices(options.Now(), maker.Names(), voices); });
+    engine.SetSoundEffects(options.Now().soundEffects);
+    const auto optionsObservation = options.Observe([&] {
+        ApplyVoices(options.Now(), maker.Names(), voices);
+        engine.SetSoundEffects(options.Now().soundEffects);
+    });
     AgentControlReference control = engine.CreateControl();
 
     std::vector<Actor> actors;
     const int size = parser.value(sizeOption).toInt();
     try {
         for (const QString &place : parser.positionalArguments()) {
-            const CharacterSource source = ReadCharacterFolder(place);
-            const CharacterData data = ReadCharacter(source.drawing, source.figure, source.motions);
+            const CharacterSource source = ReadCharacterFolder(place, parser.value(soundsOption));
+            const CharacterData data =
+                ReadCharacter(source.drawing, source.figure, source.motions, &source.sounds);
             QFile file(QDir(folder.path()).filePath(data.name + QStringLiteral(".acs")));
             if (!file.open(QIODevice::WriteOnly) || file.write(PackCharacter(source)) < 0)
                 return Refuse(QStringLiteral("no room for a temporary file"));
