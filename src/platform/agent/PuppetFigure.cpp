@@ -327,7 +327,8 @@ void PuppetFigure::Speak(const SpeechText &text, bool balloon, Done done)
         m_effects.FadeOut();
     }
     m_byItself = false;
-    steps.push_back({ Step::Kind::Hush });
+    if (!steps.empty() || !m_effects.AreOver(m_ticker->Now()))
+        steps.push_back({ Step::Kind::Hush });
     steps.push_back({ Step::Kind::Talk });
     // Made while the body comes back.
     m_speech.Begin(text, balloon, [this](qint32 number) {
