@@ -13,6 +13,7 @@ using namespace platform;
 namespace {
 
 const QDir kCharacters(QStringLiteral(CHARACTERS_FOLDER));
+const QString kSounds = QStringLiteral(SOUNDS_FOLDER);
 constexpr double kFrame = 1.0 / 60;
 
 // What all three can do, and whether they can speak in its last pose.
@@ -105,9 +106,9 @@ private slots:
     {
         for (const QString &folder : kCharacters.entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
             try {
-                const CharacterSource source = ReadCharacterFolder(kCharacters.filePath(folder));
+                const CharacterSource source = ReadCharacterFolder(kCharacters.filePath(folder), kSounds);
                 const auto character = std::make_shared<const CharacterData>(
-                    ReadCharacter(source.drawing, source.figure, source.motions));
+                    ReadCharacter(source.drawing, source.figure, source.motions, &source.sounds));
                 m_characters[character->name] = character;
                 m_packed[character->name] = PackCharacter(source);
             } catch (const CharacterFault &fault) {

@@ -51,9 +51,10 @@ class Desktop:
     """A display, a window manager, a compositor, a sound sink and the program on them, as long as it is open."""
 
     def __init__(self, application, size=(1024, 768), sound=True, readable=True, lists=None, quizzes=None,
-                 settings=("No Intro", "")):
+                 settings=("No Intro", ""), effects=True):
         self.size = size
         self._readable = readable
+        self._effects = effects
         self.trace = []
         self._seen = threading.Condition()
         self._processes = []
@@ -94,6 +95,9 @@ class Desktop:
     def _open(self):
         runtime = self._folder / "run"
         runtime.mkdir(mode=0o700)
+        choices = runtime / ".config/Tumblewick/Characters.conf"
+        choices.parent.mkdir(parents=True)
+        choices.write_text("[Output]\nSoundEffects=%s\n" % str(self._effects).lower())
         self.environment = {
             "PATH": os.environ["PATH"],
             "HOME": str(runtime),

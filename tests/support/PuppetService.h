@@ -20,9 +20,9 @@ class PuppetAgentService : public AgentService {
 public:
     using MakeTicker = std::function<std::unique_ptr<platform::Ticker>(FakeTime &)>;
 
-    // `characters` is the folder that holds the characters' own folders.
-    explicit PuppetAgentService(const QString &characters)
-        : PuppetAgentService(Packed(characters),
+    // `characters` is the folder that holds the characters' own folders, `sounds` that of their sounds.
+    PuppetAgentService(const QString &characters, const QString &sounds)
+        : PuppetAgentService(Packed(characters, sounds),
                              [](FakeTime &clock) { return std::make_unique<FakeTicker>(clock); })
     {
     }
@@ -71,14 +71,15 @@ public:
 
 private:
     // Packing all three takes longer than a test, so it is done once for the process.
-    static QString Packed(const QString &characters)
+    static QString Packed(const QString &characters, const QString &sounds)
     {
         static QTemporaryDir folder;
         if (!QDir(folder.path()).isEmpty())
             return folder.path();
         const QDir from(characters);
         for (const QString &name : from.entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
-            const platform::CharacterSource source = platform::ReadCharacterFolder(from.filePath(name));
+            const platform::CharacterSource source =
+                platform::ReadCharacterFolder(from.filePath(name), sounds);
             const QString file =
                 source.figure.value(QStringLiteral("name")).toString() + QStringLiteral(".acs");
             QFile packed(QDir(folder.path()).filePath(file));

@@ -22,7 +22,8 @@ protected:
     {
         QFETCH_GLOBAL(QString, service);
         if (service == "real")
-            m_service = std::make_unique<support::PuppetAgentService>(QStringLiteral(CHARACTERS_FOLDER));
+            m_service = std::make_unique<support::PuppetAgentService>(QStringLiteral(CHARACTERS_FOLDER),
+                                                                      QStringLiteral(SOUNDS_FOLDER));
         else
             m_service = std::make_unique<support::FakeAgentService>();
         m_control = m_service->Engine().CreateControl();
