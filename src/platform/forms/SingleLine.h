@@ -1,0 +1,11 @@
+#pragma once
+
+class QLineEdit;
+
+namespace platform {
+
+// Makes `box` a box for one line of a text file, of any length: line breaks that are pasted into it become
+// blanks, and the invisible mark that may open a file is left out.
+void KeepSingleLine(QLineEdit &box);
+
+} // namespace platform
