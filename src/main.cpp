@@ -9,6 +9,7 @@
 #include "platform/forms/QtBoxes.h"
 #include "platform/forms/Screen.h"
 #include "platform/help/QtHelp.h"
+#include "platform/media/QtMedia.h"
 #include "platform/system/QtDesktop.h"
 #include "platform/system/QtEvents.h"
 #include "platform/system/QtProcess.h"
@@ -66,9 +67,10 @@ int main(int argc, char *argv[])
     });
     platform::XcbDisplay display;
     platform::QtDesktop desktop;
-    platform::Services services{
-        events, clock, chance, process, files, boxes, help, agent, display, desktop
-    };
+    platform::QtAudioOut clipAudio;
+    platform::QtMedia media(files, clipAudio);
+    platform::Services services{ events, clock, chance,  process, files, boxes,
+                                 help,   agent, display, desktop, media };
     platform::InstallServices(&services);
 
     platform::ThroughTheDoor([] { tumblewick::frmSplash::Shared().Show(); });

@@ -10,6 +10,7 @@ class Display;
 class Events;
 class Files;
 class Help;
+class Media;
 class Process;
 class AgentServer;
 
@@ -25,6 +26,7 @@ struct Services {
     AgentServer &agent;
     Display &display;
     Desktop &desktop;
+    Media &media;
 };
 
 // Makes `services` the ones that The() gives, until the next call. Not owned; null takes them away.

@@ -82,8 +82,8 @@ int main(int argc, char *argv[])
     MeasureDraw(desk);
     // Draws of a real generator; the fake one repeats itself and would draw for ever.
     platform::SystemChance chance;
-    platform::Services services{ desk.time,  desk.time, chance,     desk.process, desk.files,
-                                 desk.boxes, desk.help, desk.agent, desk.display, desk.desktop };
+    platform::Services services{ desk.time, desk.time,  chance,       desk.process, desk.files, desk.boxes,
+                                 desk.help, desk.agent, desk.display, desk.desktop, desk.media };
     platform::InstallServices(&services);
     MeasureGame(desk);
     return State().Players.Text(0, Players::kCorrect) == QLatin1String("2000") ? 0 : 1;

@@ -9,6 +9,7 @@
 #include "support/FakeDesktop.h"
 #include "support/FakeDisplay.h"
 #include "support/FakeHelp.h"
+#include "support/FakeMedia.h"
 #include "support/FakeProcess.h"
 #include "support/FakeStage.h"
 #include "support/FakeTime.h"
@@ -76,7 +77,9 @@ public:
     platform::AgentEngine agent{ time, stage };
     FakeDisplay display;
     FakeDesktop desktop;
-    platform::Services services{ time, time, chance, process, files, boxes, help, agent, display, desktop };
+    FakeMedia media{ time };
+    platform::Services services{ time, time,  chance,  process, files, boxes,
+                                 help, agent, display, desktop, media };
     Transcript transcript;
 
 private:

@@ -9,6 +9,7 @@
 #include "support/FakeDesktop.h"
 #include "support/FakeDisplay.h"
 #include "support/FakeHelp.h"
+#include "support/FakeMedia.h"
 #include "support/FakeProcess.h"
 #include "support/FakeTime.h"
 
@@ -72,9 +73,11 @@ struct PlainDesk {
     FakeHelp help;
     FakeDisplay display;
     FakeDesktop desktop;
+    FakeMedia media{ time };
     platform::Services services{
         time,  time, chance, process, files ? *files : static_cast<platform::Files &>(noFiles),
-        boxes, help, agent,  display, desktop
+        boxes, help, agent,  display, desktop,
+        media
     };
 };
 

@@ -15,7 +15,8 @@ void KeepTrace(QtMsgType type, const QMessageLogContext &context, const QString 
 {
     const QLatin1String category(context.category);
     if (g_current &&
-        (category == QLatin1String("tumblewick.agent") || category == QLatin1String("tumblewick.screen")))
+        (category == QLatin1String("tumblewick.agent") || category == QLatin1String("tumblewick.screen") ||
+         category == QLatin1String("tumblewick.media")))
         g_current->Take(text);
     else if (g_former)
         g_former(type, context, text);
@@ -26,8 +27,8 @@ void KeepTrace(QtMsgType type, const QMessageLogContext &context, const QString 
 Transcript::Transcript()
 {
     g_current = this;
-    QLoggingCategory::setFilterRules(
-        QStringLiteral("tumblewick.agent.debug=true\ntumblewick.screen.debug=true"));
+    QLoggingCategory::setFilterRules(QStringLiteral(
+        "tumblewick.agent.debug=true\ntumblewick.screen.debug=true\ntumblewick.media.debug=true"));
     g_former = qInstallMessageHandler(KeepTrace);
 }
 
@@ -48,6 +49,10 @@ void Transcript::Take(const QString &traceLine)
         m_lines << QStringLiteral("screen ") + traceLine.mid(8);
         return;
     }
+    if (traceLine.startsWith(QLatin1String("media: "))) {
+        m_lines << QStringLiteral("media ") + traceLine.mid(7);
+        return;
+    }
     const QRegularExpressionMatch match = request.match(traceLine);
     if (!match.hasMatch()) {
         m_lines << traceLine;
@@ -66,7 +71,8 @@ QStringList Transcript::Asked() const
 {
     QStringList asked;
     for (const QString &line : m_lines) {
-        if (!line.startsWith(QLatin1Char('.')) && !line.startsWith(QLatin1String("screen ")))
+        if (!line.startsWith(QLatin1Char('.')) && !line.startsWith(QLatin1String("screen ")) &&
+            !line.startsWith(QLatin1String("media ")))
             asked << line;
     }
     return asked;

@@ -4,19 +4,20 @@
 
 namespace support {
 
-// Writes down what the characters are asked, what becomes of it and which screens come and go, as long as it
-// lives. One at a time.
+// Writes down what the characters are asked, what becomes of it, which screens come and go and what media
+// players are asked, as long as it lives. One at a time.
 //
 //   Merlin Speak "Good luck!"          asked
 //   . Merlin Speak done                ended, at the moment at which it ended
 //   screen frmSpell1 load
+//   media Play
 class Transcript {
 public:
     Transcript();
     ~Transcript();
 
     const QStringList &Lines() const { return m_lines; }
-    // What was asked, without the endings and the screens.
+    // What the characters were asked, without the endings, the screens and the media.
     QStringList Asked() const;
     // The texts that were said since the last Clear, with the speaker: `Merlin: Good luck!`.
     QStringList Said() const;
