@@ -28,8 +28,6 @@ constexpr int kRevealSeconds = 4;
 // How often the wait for a question looks at the clock when nothing else wakes it.
 constexpr std::chrono::milliseconds kRevealCheck{ 250 };
 
-constexpr int kEndings = 6;
-
 } // namespace
 
 void frmSpell1::AskSpellingQuestion()
@@ -130,19 +128,6 @@ void frmSpell1::SpellOutAnswer(const QString &word)
     m_ui->lblListName->setText(word);
     State().CurrentRequest = Speaker()->Speak(SpelledOutLine(word));
     WaitRequest(State().CurrentRequest);
-}
-
-void frmSpell1::EndList()
-{
-    The().chance.Randomize();
-    EndingPick = platform::Drawn(The().chance, kEndings, 1);
-    StageRequest = Speaker()->Speak(QStringLiteral("That's it. You finished the list. Well Done!"));
-    WaitRequest(StageRequest);
-    State().CurrentRequest = State().Characters[kGenie]->Speak(QStringLiteral(
-        "If you want to play this list again just click Play Again, or you can play a new game."));
-    WaitRequest(State().CurrentRequest);
-    m_ui->cmdNew->setEnabled(true);
-    m_ui->cmdAgain->setEnabled(true);
 }
 
 // Disables nothing, unlike cmdGo; it is wanted so.

@@ -9,9 +9,11 @@
 #include "platform/forms/Screen.h"
 #include "platform/forms/Timer.h"
 #include "shell/SharedState.h"
+#include "stage/Endings.h"
 
 #include <functional>
 #include <memory>
+#include <span>
 
 namespace Ui {
 class frmSpell1;
@@ -56,7 +58,6 @@ private:
     QString SplitSpellingRecord();
     void ParseQuizRecord();
     void SpellOutAnswer(const QString &word);
-    void EndList();
     void cmdPass_Click();
     void cmdReplay_Click();
     void cmdHint_Click();
@@ -64,6 +65,15 @@ private:
     void cmdAgain_Click();
     void cmdExit_Click();
     void Timer1_Timer();
+
+    // EndOfList.cpp: the performance at the end of a list.
+    void EndList();
+    void Perform(std::span<const EndingStep> steps);
+    platform::CharacterReference Performer(const EndingStep &step) const;
+    void FinishList();
+    void PlayFireworks();
+    void MoveToPerch();
+    void ShowButtons(bool shown);
 
     // AnswerJudging.cpp: from the answer to the next question.
     void cmdGo_Click();
@@ -89,8 +99,9 @@ private:
     int RequestEvents = 0;           // requests that have ended since the last answer
     QuizLine m_quiz;                 // the quiz question in play
     QString CorrectWord;
-    platform::Integer16 EndingPick;
-    platform::Integer16 StageY; // the line from which the characters' places are counted
+    platform::Integer16 EndingPick;   // the ending that was drawn, 1 to 6
+    platform::Integer16 EndingNumber; // the one that FinishList takes it for; it lives from game to game
+    platform::Integer16 StageY;       // the line from which the characters' places are counted
     platform::RequestReference StageRequest;
     platform::RequestReference StageRequest2;
     platform::RequestReference StageRequest3;

@@ -211,7 +211,7 @@ private slots:
     {
         m_desk->BeginQuiz({ "Ann" }, { kQuiz[0] });
         m_desk->Rest();
-        AnswerWith(0);
+        AnswerWith(1);
         const auto *list = m_desk->Find<QListWidget>("lvwAnswer");
         QVERIFY(list->isHidden());
         QCOMPARE(m_desk->States(kAnswerButtons),

@@ -7,6 +7,8 @@ namespace support {
 void FakeChance::Randomize()
 {
     m_randomized.push_back(m_given);
+    if (onRandomize)
+        onRandomize();
 }
 
 float FakeChance::Next()

@@ -3,6 +3,7 @@
 #include "platform/system/Chance.h"
 
 #include <deque>
+#include <functional>
 #include <vector>
 
 namespace support {
@@ -23,6 +24,8 @@ public:
     // For each Randomize how many numbers had been given before it.
     const std::vector<int> &RandomizedAfter() const { return m_randomized; }
     int Given() const { return m_given; }
+    // Called by every Randomize.
+    std::function<void()> onRandomize;
     // Numbers that were queued and not asked for.
     int Left() const { return static_cast<int>(m_queue.size()); }
 

@@ -4,6 +4,8 @@
 #include <QLoggingCategory>
 #include <QRegularExpression>
 
+#include <algorithm>
+
 namespace support {
 
 namespace {
@@ -20,6 +22,11 @@ void KeepTrace(QtMsgType type, const QMessageLogContext &context, const QString 
         g_current->Take(text);
     else if (g_former)
         g_former(type, context, text);
+}
+
+QString PathOf(const QString &name)
+{
+    return QStringLiteral(TEST_DATA "/transcripts/") + name + QStringLiteral(".txt");
 }
 
 } // namespace
@@ -91,9 +98,28 @@ QStringList Transcript::Said() const
     return said;
 }
 
+void Transcript::StartAt(const QString &beginning)
+{
+    while (!m_lines.isEmpty() && !m_lines.first().startsWith(beginning))
+        m_lines.removeFirst();
+}
+
+void Transcript::Fold(const QString &name, const QString &line)
+{
+    QFile file(PathOf(name));
+    if (!file.open(QIODevice::ReadOnly))
+        return;
+    const QStringList folded = QString::fromUtf8(file.readAll()).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+    const auto begin = std::search(m_lines.begin(), m_lines.end(), folded.begin(), folded.end());
+    if (begin == m_lines.end())
+        return;
+    *begin = line;
+    m_lines.erase(begin + 1, begin + folded.size());
+}
+
 QString Transcript::Difference(const QString &name) const
 {
-    QFile file(QStringLiteral(TEST_DATA "/transcripts/") + name + QStringLiteral(".txt"));
+    QFile file(PathOf(name));
     const QString present = m_lines.join(QLatin1Char('\n')) + QLatin1Char('\n');
     if (qEnvironmentVariableIsSet("UPDATE_TRANSCRIPTS")) {
         if (!file.open(QIODevice::WriteOnly) || file.write(present.toUtf8()) < 0)

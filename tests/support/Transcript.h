@@ -23,6 +23,12 @@ public:
     QStringList Said() const;
     void Clear() { m_lines.clear(); }
 
+    // Drops what stands before the first line that begins so; everything when there is none.
+    void StartAt(const QString &beginning);
+    // Puts `line` in the place of the lines of tests/data/transcripts/<name>.txt, so that what is the same in
+    // many transcripts is written down once. Nothing when they are not there, one behind the other.
+    void Fold(const QString &name, const QString &line);
+
     // Compares with tests/data/transcripts/<name>.txt and gives what differs, empty when nothing does. With
     // UPDATE_TRANSCRIPTS set in the environment the file is written instead.
     QString Difference(const QString &name) const;
