@@ -3,6 +3,7 @@
 #include "ui_frmSpell1.h"
 
 #include "platform/Services.h"
+#include "platform/media/MediaPlayer.h"
 #include "platform/system/Chance.h"
 #include "platform/system/Events.h"
 #include "shell/SharedState.h"
@@ -90,6 +91,11 @@ void frmSpell1::PlayFireworks()
     ShowButtons(false);
 
     MoveToPerch();
+    // The clip goes on behind the last of these; it is wanted so.
+    MediaPlayer1->ZOrder(0);
+    MediaPlayer1->SetVisible(true);
+    MediaPlayer1->Play();
+    MediaPlayer1->SetVisible(false);
     ReactToFireworks(StageRequest, StageRequest2, StageRequest3);
     // Peedy may still be at it; nobody waits for him or for the end of the clip.
     WaitRequests({ &StageRequest, &StageRequest2 });

@@ -5,6 +5,7 @@
 #include "game/ScorePanel.h"
 #include "platform/Retry.h"
 #include "platform/Services.h"
+#include "platform/media/MediaPlayer.h"
 #include "platform/system/Process.h"
 #include "setup/frmNumPlayers1.h"
 #include "shell/ErrorBoxes.h"
@@ -76,7 +77,8 @@ bool frmSpell1::OpenGame()
     });
     if (IsQuiz())
         m_ui->txtAnswer->setText(QString());
-    m_ui->MediaPlayer1->setVisible(false);
+    MediaPlayer1->SetFileName(The().process.ApplicationFolder() + QStringLiteral("\\fireworks.mpg"));
+    MediaPlayer1->SetVisible(false);
     m_ui->cmdNew->setEnabled(false);
     State().PraisePhrases = PraisePhrases();
     m_ui->lblListName->setText(State().ListName);

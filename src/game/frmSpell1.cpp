@@ -7,9 +7,11 @@
 #include "platform/forms/EnterKey.h"
 #include "platform/forms/Holds.h"
 #include "platform/forms/SelectionKeys.h"
+#include "platform/media/MediaPlayer.h"
 #include "shell/Appearance.h"
 #include "shell/HelpTopics.h"
 #include "shell/SharedState.h"
+#include "stage/Fireworks.h"
 
 namespace tumblewick {
 
@@ -28,6 +30,7 @@ void frmSpell1::OnLoad(QWidget &window)
     m_resizer = std::make_unique<platform::Resizer>(window, platform::HoldSize({ "CommandButton" }));
     platform::InstallEnterKey(window, m_ui->cmdGo);
     platform::InstallSelectionKeys(*m_ui->lvwAnswer);
+    MediaPlayer1 = The().media.CreatePlayer(window, QPoint(kClipLeft, kClipTop));
     m_agent1 = The().agent.CreateControl();
     m_agent1->command = [this](const platform::UserInput &input) {
         Guarded([this, input] { Agent1_Command(input); })();

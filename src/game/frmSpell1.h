@@ -18,6 +18,9 @@
 namespace Ui {
 class frmSpell1;
 }
+namespace platform {
+class MediaPlayer;
+}
 
 namespace tumblewick {
 
@@ -112,6 +115,7 @@ private:
     std::unique_ptr<Ui::frmSpell1> m_ui; // valid while loaded
     std::unique_ptr<platform::Resizer> m_resizer;
     std::unique_ptr<platform::Timer> Timer1;
+    std::unique_ptr<platform::MediaPlayer> MediaPlayer1;
     platform::AgentControlReference m_agent1;
 };
 

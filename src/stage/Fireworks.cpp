@@ -9,10 +9,6 @@ namespace tumblewick {
 
 namespace {
 
-// The upper left corner of the clip on the screen.
-constexpr int kClipX = 272;
-constexpr int kClipY = 56;
-
 constexpr const char *kPointsAtTheClip = nullptr;
 
 struct Reaction {
@@ -79,7 +75,7 @@ void ReactToFireworks(platform::RequestReference &merlin, platform::RequestRefer
     for (const Reaction &reaction : kReactions) {
         const platform::CharacterReference &character = State().Characters[reaction.who];
         *requests[reaction.who] = reaction.animation == kPointsAtTheClip
-                                      ? character->GestureAt(kClipX, kClipY)
+                                      ? character->GestureAt(kClipLeft, kClipTop)
                                       : character->Play(QString::fromLatin1(reaction.animation));
     }
 }

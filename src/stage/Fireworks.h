@@ -4,6 +4,10 @@
 
 namespace tumblewick {
 
+// The upper left corner of the clip, on the form and on the screen.
+inline constexpr int kClipLeft = 272;
+inline constexpr int kClipTop = 56;
+
 // Sends Peedy up to Genie's head and waits until he is there; on a display of 800 Merlin and Genie first make
 // room for the clip, and the wait for Genie stands before Peedy flies. `stageY` is the line of the stage,
 // `genieAt800` where Genie then stands. `request` holds what is waited for.

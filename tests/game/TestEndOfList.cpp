@@ -57,6 +57,16 @@ private slots:
         QCOMPARE(m_desk->transcript.Difference(transcript), QString());
     }
 
+    void aClipThatCannotPlayIsNotNoticed()
+    {
+        m_desk->media.unplayable << m_desk->folder.path() + "\\fireworks.mpg";
+        Begin(GameKind::Spelling, { "Ann" });
+        Score({ { "2", "2" } });
+        End(1);
+        m_desk->transcript.StartAt("Peedy MoveTo");
+        QCOMPARE(m_desk->transcript.Difference("fireworks"), QString());
+    }
+
     void everyEnding_data()
     {
         QTest::addColumn<bool>("spelling");

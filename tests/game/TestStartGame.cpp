@@ -108,7 +108,6 @@ private slots:
         QVERIFY(m_desk->Find<QLineEdit>("txtAnswer")->isHidden());
         QCOMPARE(m_desk->Find<QLineEdit>("txtAnswer")->text(), QString());
         QVERIFY(m_desk->Find<QWidget>("fmeQuiz")->isVisible());
-        QVERIFY(m_desk->Find<QWidget>("MediaPlayer1")->isHidden());
     }
 
     void anyOtherWordIsAQuizInWhichGoJudgesNothing()
