@@ -4,11 +4,19 @@
 #include "platform/files/DiskFiles.h"
 #include "support/PlainDesk.h"
 
+#include <QContextMenuEvent>
 #include <QDir>
+#include <QElapsedTimer>
 #include <QFile>
+#include <QHelpEvent>
+#include <QMenu>
+#include <QPushButton>
+#include <QScrollBar>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTextDocument>
+#include <QToolTip>
 
 #include <optional>
 
@@ -33,6 +41,14 @@ private slots:
     void clickBesideTheFilesIsNotTold();
     void keysSelectAndAreTold();
     void dragToAnotherFileIsTold();
+    void otherButtonThatSelectsIsTold();
+    void doubleClickIsToldOnceAndPressesTheButton();
+    void doubleClickBesideTheFilesPressesNothing();
+    void deleteKeyPressesTheButtonForASelectedFile();
+    void menuBelongsToAFile();
+    void refreshStaysWhereTheUserWas();
+    void longNamesAreCutAndToldWhole();
+    void manyFilesAreListedAtOnce();
 
 private:
     QString At(const QString &path) const { return m_folder->path() + path; }
@@ -224,6 +240,148 @@ void TestFileListBox::dragToAnotherFileIsTold()
     QTest::mouseRelease(list.viewport(), Qt::LeftButton, {}, below);
     QCOMPARE(told, QStringList{ list.FileName() });
     QVERIFY(!list.FileName().isEmpty());
+}
+
+void TestFileListBox::otherButtonThatSelectsIsTold()
+{
+    FileListBox list;
+    list.SetPath(At("\\Lists"));
+    list.show();
+    QStringList told;
+    connect(&list, &FileListBox::Clicked, this, [&] { told << list.FileName(); });
+    QTest::mouseClick(list.viewport(), Qt::RightButton, {}, Centre(list, 1));
+    QTest::mouseClick(list.viewport(), Qt::RightButton, {}, Centre(list, 1));
+    QCOMPARE(told, QStringList{ "bears" });
+}
+
+void TestFileListBox::doubleClickIsToldOnceAndPressesTheButton()
+{
+    FileListBox list;
+    QPushButton button("&Open");
+    list.SetDoubleClickButton(button);
+    list.SetPath(At("\\Lists"));
+    list.show();
+    QStringList told;
+    connect(&list, &FileListBox::Clicked, this, [&] { told << list.FileName(); });
+    connect(&button, &QPushButton::clicked, this, [&] { told << "pressed"; });
+    QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, Centre(list, 2));
+    QTest::mouseDClick(list.viewport(), Qt::LeftButton, {}, Centre(list, 2));
+    QTest::mouseRelease(list.viewport(), Qt::LeftButton, {}, Centre(list, 2));
+    QCOMPARE(told, QStringList({ "cats.txt", "pressed" }));
+    QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, Centre(list, 0));
+    QCOMPARE(told.last(), "Ants");
+}
+
+void TestFileListBox::doubleClickBesideTheFilesPressesNothing()
+{
+    FileListBox list;
+    QPushButton button;
+    list.resize(200, 400);
+    list.SetDoubleClickButton(button);
+    list.SetPath(At("\\Lists"));
+    list.show();
+    list.setCurrentRow(1);
+    QSignalSpy pressed(&button, &QPushButton::clicked);
+    QTest::mouseDClick(list.viewport(), Qt::LeftButton, {}, QPoint(50, 380));
+    QTest::mouseDClick(list.viewport(), Qt::RightButton, {}, Centre(list, 1));
+    QCOMPARE(pressed.count(), 0);
+}
+
+void TestFileListBox::deleteKeyPressesTheButtonForASelectedFile()
+{
+    FileListBox list;
+    QPushButton button;
+    list.SetDeleteButton(button);
+    list.SetPath(At("\\Lists"));
+    QSignalSpy pressed(&button, &QPushButton::clicked);
+    QTest::keyClick(&list, Qt::Key_Delete);
+    QCOMPARE(pressed.count(), 0);
+    list.setCurrentRow(1);
+    QTest::keyClick(&list, Qt::Key_Delete);
+    QCOMPARE(pressed.count(), 1);
+    button.setEnabled(false);
+    QTest::keyClick(&list, Qt::Key_Delete);
+    QCOMPARE(pressed.count(), 1);
+}
+
+void TestFileListBox::menuBelongsToAFile()
+{
+    FileListBox list;
+    QPushButton button("&Open");
+    list.resize(200, 400);
+    list.SetMenuButton(button);
+    list.SetPath(At("\\Lists"));
+    list.show();
+    const auto openMenu = [&](const QPoint &place) {
+        QContextMenuEvent event(QContextMenuEvent::Mouse, place, list.viewport()->mapToGlobal(place));
+        QCoreApplication::sendEvent(list.viewport(), &event);
+        return list.findChild<QMenu *>();
+    };
+    QVERIFY(!openMenu(Centre(list, 0))); // nothing is selected yet
+    list.setCurrentRow(0);
+    QVERIFY(!openMenu(QPoint(50, 380)));
+    auto *menu = openMenu(Centre(list, 0));
+    QVERIFY(menu);
+    QCOMPARE(menu->actions().size(), 1);
+    QCOMPARE(menu->actions().first()->text(), "&Open");
+    QSignalSpy pressed(&button, &QPushButton::clicked);
+    menu->actions().first()->trigger();
+    QCOMPARE(pressed.count(), 1);
+}
+
+void TestFileListBox::refreshStaysWhereTheUserWas()
+{
+    for (int file = 0; file < 200; ++file)
+        Make(QString("/QList/quiz %1").arg(file, 3, 10, QLatin1Char('0')));
+    FileListBox list;
+    list.resize(200, 200);
+    list.SetPath(At("\\QList"));
+    list.show();
+    list.setCurrentRow(101);
+    const int scrolled = list.verticalScrollBar()->value();
+    QVERIFY(scrolled > 0);
+    QVERIFY(QFile::remove(At("/QList/quiz 100")));
+    list.Refresh();
+    QCOMPARE(list.FileName(), QString());
+    QCOMPARE(list.verticalScrollBar()->value(), scrolled);
+    QTest::keyClick(&list, Qt::Key_Down);
+    QCOMPARE(list.FileName(), "quiz 101");
+}
+
+void TestFileListBox::longNamesAreCutAndToldWhole()
+{
+    const QString name = QString("a very long name ").repeated(8) + "<b>.txt";
+    Make("/Lists/" + name);
+    FileListBox list;
+    list.resize(300, 200);
+    list.SetPath(At("\\Lists"));
+    list.show();
+    QVERIFY(!list.horizontalScrollBar()->isVisible());
+    const auto tip = [&](int row) {
+        const QPoint place = Centre(list, row);
+        QHelpEvent event(QEvent::ToolTip, QPoint(20, place.y()),
+                         list.viewport()->mapToGlobal(QPoint(20, place.y())));
+        QCoreApplication::sendEvent(list.viewport(), &event);
+        return QToolTip::text();
+    };
+    QCOMPARE(list.item(0)->text(), name);
+    QCOMPARE(tip(1), QString());
+    QCOMPARE(tip(0), Qt::convertFromPlainText(name, Qt::WhiteSpaceNormal));
+}
+
+void TestFileListBox::manyFilesAreListedAtOnce()
+{
+    for (int file = 0; file < 5'000; ++file)
+        Make(QString("/QList/%1").arg(file));
+    FileListBox list;
+    list.show();
+    QElapsedTimer clock;
+    clock.start();
+    list.SetPath(At("\\QList"));
+    list.doItemsLayout();
+    const auto taken = clock.elapsed();
+    QCOMPARE(list.count(), 5'001);
+    QVERIFY2(taken < 1000, qPrintable(QString("%1 ms").arg(taken)));
 }
 
 QTEST_MAIN(TestFileListBox)

@@ -1,0 +1,12 @@
+#pragma once
+
+class QListWidget;
+
+namespace platform {
+
+// Lets long texts of `list` end before its right edge, with dots in their middle so that the end of a file's
+// name stays legible, instead of scrolling sideways. A tool tip tells a text that is cut off whole; for the
+// others it is the list's own. Called once; ends with the list.
+void CutLongTexts(QListWidget &list);
+
+} // namespace platform
