@@ -2,10 +2,12 @@
 
 #include "ui_frmList.h"
 
+#include "authoring/frmDelete.h"
 #include "platform/forms/EnterKey.h"
 #include "platform/forms/Holds.h"
 #include "shell/Appearance.h"
 #include "shell/HelpTopics.h"
+#include "shell/ListTypes.h"
 #include "shell/SharedState.h"
 #include "shell/frmMenu1.h"
 
@@ -28,12 +30,20 @@ void frmList::OnLoad(QWidget &window)
     m_resizer = std::make_unique<platform::Resizer>(window, platform::HoldAllButLeft({ "CommandButton" }));
     // The screens that these lead to do not exist yet.
     for (QPushButton *button :
-         { m_ui->cmdNewSpell, m_ui->cmdEditSpell, m_ui->cdmDeleteSpell, m_ui->cmdImportSpell,
-           m_ui->cmdExportSpell, m_ui->cmdAddQuiz, m_ui->cmdEditQuiz, m_ui->cmdDeleteQuiz,
-           m_ui->cmdImportQuiz, m_ui->cmdExportQuiz })
+         { m_ui->cmdNewSpell, m_ui->cmdEditSpell, m_ui->cmdImportSpell, m_ui->cmdExportSpell,
+           m_ui->cmdAddQuiz, m_ui->cmdEditQuiz, m_ui->cmdImportQuiz, m_ui->cmdExportQuiz })
         button->setEnabled(false);
+    Connect(m_ui->cdmDeleteSpell, &QPushButton::clicked, [this] { ShowFor<frmDelete>(kSpellList); });
+    Connect(m_ui->cmdDeleteQuiz, &QPushButton::clicked, [this] { ShowFor<frmDelete>(kQuizList); });
     Connect(m_ui->cmdMenu, &QPushButton::clicked, [this] { ShowScreen(frmMenu1::Shared(), *this); });
     Connect(m_ui->cmdHelp, &QPushButton::clicked, [] { ShowHelpTopic(kListsTopic); });
+}
+
+template <class Target>
+void frmList::ShowFor(const QString &listType)
+{
+    Target::Shared().ListType = listType;
+    ShowScreen(Target::Shared(), *this);
 }
 
 void frmList::OnUnload()

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "platform/forms/Resizer.h"
+#include "platform/forms/Screen.h"
+
+#include <QString>
+
+#include <memory>
+
+namespace Ui {
+class frmDelete;
+}
+
+namespace tumblewick {
+
+// Deletes lists of one kind.
+class frmDelete : public platform::SharedScreen<frmDelete> {
+public:
+    frmDelete();
+    ~frmDelete() override;
+
+    // kSpellList; anything else counts as quiz. Written before the screen is shown.
+    QString ListType;
+
+private:
+    void OnLoad(QWidget &window) override;
+    void OnActivate() override;
+    void OnUnload() override;
+    void OnResize() override;
+    bool FillsDisplay() const override { return true; }
+
+    QString Folder() const; // of the lists, ends without a separator
+    void cmdDel_Click();
+
+    std::unique_ptr<Ui::frmDelete> m_ui; // valid while loaded
+    std::unique_ptr<platform::Resizer> m_resizer;
+};
+
+} // namespace tumblewick

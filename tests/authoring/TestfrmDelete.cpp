@@ -1,0 +1,300 @@
+#include "authoring/frmDelete.h"
+#include "authoring/frmList.h"
+#include "platform/agent/Agent.h"
+#include "platform/forms/FileListBox.h"
+#include "shell/ListTypes.h"
+#include "shell/SharedState.h"
+#include "shell/frmMenu1.h"
+#include "support/Desk.h"
+#include "support/ReportText.h"
+
+#include <QDir>
+#include <QLabel>
+#include <QMenu>
+#include <QPushButton>
+#include <QtTest>
+
+using namespace tumblewick;
+using platform::BoxAnswer;
+using platform::FileListBox;
+using support::Desk;
+using support::ReportText;
+using Operation = support::FaultyFiles::Operation;
+
+namespace {
+
+QString Question(const QString &name)
+{
+    return QStringLiteral("Are you sure you want to delete ") + name + QLatin1Char('?');
+}
+
+} // namespace
+
+// Lists that are deleted, and what goes wrong with it.
+class TestfrmDelete : public QObject {
+    Q_OBJECT
+
+private slots:
+    void init()
+    {
+        m_desk.emplace();
+        for (const char *name : { "bears", "Ants", "cats.txt", "Dogs" })
+            m_desk->WriteSpelling(name, { "word" });
+        for (const char *name : { "Capitals", "Rivers.old.doc" })
+            m_desk->WriteQuiz(name, { "q_1_2_3_4_1_" });
+    }
+    void cleanup()
+    {
+        QVERIFY(m_desk->boxes.AllAnswered());
+        m_desk.reset();
+    }
+
+    void everyFileOfTheKindIsOffered_data()
+    {
+        QTest::addColumn<QString>("kind");
+        QTest::addColumn<QStringList>("names");
+        QTest::newRow("spelling lists") << kSpellList << QStringList{ "Ants", "bears", "cats.txt", "Dogs" };
+        QTest::newRow("quizzes") << kQuizList << QStringList{ "Capitals", "Rivers.old.doc" };
+        QTest::newRow("anything else is quizzes") << "spell" << QStringList{ "Capitals", "Rivers.old.doc" };
+        QTest::newRow("nothing is quizzes") << "" << QStringList{ "Capitals", "Rivers.old.doc" };
+    }
+    void everyFileOfTheKindIsOffered()
+    {
+        QFETCH(QString, kind);
+        Open(kind);
+        QTEST(Names(), "names");
+        QCOMPARE(frmDelete::Shared().Window()->windowTitle(), "Delete a List");
+        QCOMPARE(m_desk->Find<QLabel>("lblHead")->text(), "Select a List to Delete");
+        QCOMPARE(m_desk->Find<QPushButton>("cmdDel")->text(), "&Delete List");
+        QCOMPARE(m_desk->Find<QPushButton>("cmdback")->text(), "&Back");
+        QCOMPARE(m_desk->Find<QPushButton>("cmdExit")->text(), "&Main Menu");
+        QCOMPARE(m_desk->Find<QPushButton>("cmdHelp")->text(), "&Help !");
+    }
+
+    void aListIsDeletedAfterAYes_data()
+    {
+        QTest::addColumn<QString>("kind");
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QString>("file");
+        QTest::addColumn<QStringList>("left");
+        QTest::newRow("spelling list") << kSpellList << "bears"
+                                       << "Lists/bears" << QStringList{ "Ants", "cats.txt", "Dogs" };
+        QTest::newRow("the last one") << kSpellList << "Dogs"
+                                      << "Lists/Dogs" << QStringList{ "Ants", "bears", "cats.txt" };
+        QTest::newRow("quiz") << kQuizList << "Capitals"
+                              << "QList/Capitals" << QStringList{ "Rivers.old.doc" };
+    }
+    void aListIsDeletedAfterAYes()
+    {
+        QFETCH(QString, kind);
+        QFETCH(QString, name);
+        QFETCH(QString, file);
+        Open(kind);
+        Select(name);
+        m_desk->boxes.Expect(Question(name), BoxAnswer::Yes);
+        m_desk->Press("cmdDel");
+        QVERIFY(!QFile::exists(m_desk->folder.filePath(file)));
+        QTEST(Names(), "left");
+        QCOMPARE(Files()->FileName(), QString());
+        QCOMPARE(m_desk->boxes.All().at(0).title, "Confirm Delete");
+        QVERIFY(m_desk->boxes.All().at(0).buttons == platform::BoxButtons::YesNo);
+        QVERIFY(frmDelete::Shared().IsActive());
+    }
+
+    void aNoLeavesEverything()
+    {
+        Open(kSpellList);
+        Select("bears");
+        m_desk->boxes.Expect(Question("bears"), BoxAnswer::No);
+        m_desk->Press("cmdDel");
+        QCOMPARE(OnDisk("Lists"), QStringList({ "Ants", "Dogs", "bears", "cats.txt" }));
+        QCOMPARE(Files()->FileName(), "bears");
+    }
+
+    void oneAfterTheOtherUntilNoneIsLeft()
+    {
+        Open(kQuizList);
+        for (const char *name : { "Rivers.old.doc", "Capitals" }) {
+            Select(name);
+            m_desk->boxes.Expect(Question(name), BoxAnswer::Yes);
+            m_desk->Press("cmdDel");
+        }
+        QCOMPARE(Names(), QStringList());
+        QCOMPARE(OnDisk("QList"), QStringList());
+    }
+
+    void withNothingSelectedTheQuestionHasNoNameAndAYesFails()
+    {
+        Open(kSpellList);
+        m_desk->boxes.Expect("Are you sure you want to delete ?", BoxAnswer::Yes);
+        m_desk->boxes.Expect(ReportText(75));
+        m_desk->Press("cmdDel");
+        QCOMPARE(OnDisk("Lists"), QStringList({ "Ants", "Dogs", "bears", "cats.txt" }));
+        m_desk->boxes.Expect("Are you sure you want to delete ?", BoxAnswer::No);
+        m_desk->Press("cmdDel");
+    }
+
+    void anEmptyFolderIsAnEmptyBox()
+    {
+        QVERIFY(QDir(m_desk->folder.filePath("QList")).removeRecursively());
+        QVERIFY(QDir(m_desk->folder.path()).mkdir("QList"));
+        Open(kQuizList);
+        QCOMPARE(Names(), QStringList());
+    }
+
+    void aFailureIsReportedAndChangesNothing_data()
+    {
+        QTest::addColumn<qint32>("number");
+        QTest::newRow("no permission") << 70;
+        QTest::newRow("deleted meanwhile") << 53;
+        QTest::newRow("folder gone") << 76;
+        QTest::newRow("drive gone") << 68;
+    }
+    void aFailureIsReportedAndChangesNothing()
+    {
+        QFETCH(qint32, number);
+        Open(kSpellList);
+        Select("bears");
+        m_desk->files.Fail(Operation::Kill, number);
+        m_desk->boxes.Expect(Question("bears"), BoxAnswer::Yes);
+        m_desk->boxes.Expect(ReportText(number));
+        m_desk->Press("cmdDel");
+        QCOMPARE(Names(), QStringList({ "Ants", "bears", "cats.txt", "Dogs" }));
+        QCOMPARE(Files()->FileName(), "bears");
+        QVERIFY(frmDelete::Shared().IsActive());
+    }
+
+    void aListThatIsGoneMeanwhileIsReported()
+    {
+        Open(kSpellList);
+        Select("bears");
+        m_desk->boxes.Expect(Question("bears"), BoxAnswer::Yes,
+                             [&] { QVERIFY(QFile::remove(m_desk->folder.filePath("Lists/bears"))); });
+        m_desk->boxes.Expect(ReportText(53));
+        m_desk->Press("cmdDel");
+        // The box shows what it showed.
+        QCOMPARE(Names(), QStringList({ "Ants", "bears", "cats.txt", "Dogs" }));
+    }
+
+    void aMissingFolderIsReported()
+    {
+        QVERIFY(QDir(m_desk->folder.filePath("Lists")).removeRecursively());
+        m_desk->boxes.Expect(ReportText(76));
+        Open(kSpellList);
+        QCOMPARE(Names(), QStringList());
+        QVERIFY(frmDelete::Shared().IsActive());
+    }
+
+    void aFolderThatGoesDuringTheQuestionIsReported()
+    {
+        Open(kSpellList);
+        Select("bears");
+        m_desk->boxes.Expect(Question("bears"), BoxAnswer::Yes,
+                             [&] { QVERIFY(QDir(m_desk->folder.filePath("Lists")).removeRecursively()); });
+        m_desk->boxes.Expect(ReportText(76));
+        m_desk->Press("cmdDel");
+    }
+
+    void namesThatDifferByCaseAreTwoLists()
+    {
+        m_desk->WriteSpelling("BEARS", { "other" });
+        Open(kSpellList);
+        QCOMPARE(Names(), QStringList({ "Ants", "BEARS", "bears", "cats.txt", "Dogs" }));
+        Select("bears");
+        m_desk->boxes.Expect(Question("bears"), BoxAnswer::Yes);
+        m_desk->Press("cmdDel");
+        QCOMPARE(OnDisk("Lists"), QStringList({ "Ants", "BEARS", "Dogs", "cats.txt" }));
+    }
+
+    void theDeleteKeyPressesTheButton()
+    {
+        Open(kSpellList);
+        QCOMPARE(m_desk->Focus(), "File1");
+        QTest::keyClick(Files(), Qt::Key_Delete); // nothing is selected
+        QTest::keyClick(Files(), Qt::Key_Down);
+        QCOMPARE(Files()->FileName(), "Ants");
+        m_desk->boxes.Expect(Question("Ants"), BoxAnswer::Yes);
+        QTest::keyClick(Files(), Qt::Key_Delete);
+        m_desk->Settle();
+        QCOMPARE(Names(), QStringList({ "bears", "cats.txt", "Dogs" }));
+    }
+
+    void theContextMenuPressesTheButton()
+    {
+        Open(kSpellList);
+        Select("bears");
+        QContextMenuEvent event(QContextMenuEvent::Keyboard, QPoint(), QPoint());
+        QCoreApplication::sendEvent(Files(), &event);
+        auto *menu = Files()->findChild<QMenu *>();
+        QVERIFY(menu);
+        QCOMPARE(menu->actions().size(), 1);
+        QCOMPARE(menu->actions().at(0)->text(), "&Delete List");
+        m_desk->boxes.Expect(Question("bears"), BoxAnswer::No);
+        menu->actions().at(0)->trigger();
+        m_desk->Settle();
+    }
+
+    void itLeadsBackAndHome()
+    {
+        Open(kSpellList);
+        m_desk->Press("cmdHelp");
+        QCOMPARE(m_desk->help.Open().size(), 1U);
+        QCOMPARE(m_desk->help.Open().at(0).topic, "Adding, Editing and Deleting Lists.htm");
+        m_desk->Press("cmdback");
+        QVERIFY(frmList::Shared().IsActive());
+        QVERIFY(!frmDelete::Shared().IsLoaded());
+        QVERIFY(frmDelete::Exists());
+        // Its own word stays, until somebody writes another.
+        QCOMPARE(frmDelete::Shared().ListType, kSpellList);
+        QVERIFY(m_desk->help.Open().empty());
+        frmDelete::Shared().Show();
+        m_desk->Settle();
+        m_desk->Press("cmdExit");
+        QVERIFY(frmMenu1::Shared().IsActive());
+    }
+
+    void theFinalReleaseDropsTheAgent()
+    {
+        Open(kSpellList);
+        State().AgentControl = m_desk->agent.CreateControl();
+        frmMenu1::Shared().Load();
+        frmDelete::Shared().Unload();
+        QVERIFY(!(State().AgentControl == nullptr));
+        frmDelete::Release();
+        m_desk->Settle();
+        QVERIFY(State().AgentControl == nullptr);
+    }
+
+private:
+    void Open(const QString &kind)
+    {
+        frmDelete::Shared().ListType = kind;
+        frmDelete::Shared().Show();
+        m_desk->Settle();
+    }
+    FileListBox *Files() { return m_desk->Find<FileListBox>("File1"); }
+    QStringList Names()
+    {
+        QStringList names;
+        for (int row = 0; row < Files()->count(); ++row)
+            names << Files()->item(row)->text();
+        return names;
+    }
+    void Select(const QString &name)
+    {
+        const auto found = Files()->findItems(name, Qt::MatchExactly | Qt::MatchCaseSensitive);
+        QCOMPARE(found.size(), 1);
+        QTest::mouseClick(Files()->viewport(), Qt::LeftButton, {},
+                          Files()->visualItemRect(found[0]).center());
+        QCOMPARE(Files()->FileName(), name);
+    }
+    QStringList OnDisk(const QString &folder) const
+    {
+        return QDir(m_desk->folder.filePath(folder)).entryList(QDir::Files, QDir::Name);
+    }
+
+    std::optional<Desk> m_desk;
+};
+
+QTEST_MAIN(TestfrmDelete)
+#include "TestfrmDelete.moc"
