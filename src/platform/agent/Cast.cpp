@@ -183,6 +183,10 @@ void Cast::BeginHead()
     case Operation::Speak:
         if (!m_visible)
             return EndHead(kRequestFailed, kCharacterHidden);
+        if (IsRepeatTag(request->tagged))
+            request->text = m_lastLine;
+        else
+            m_lastLine = request->text;
         if (request->text.Spoken().trimmed().isEmpty())
             return EndHead(kRequestDone, 0);
         if (m_engine.TakeVoice(shared_from_this()))

@@ -37,7 +37,8 @@ struct SpeechText {
 };
 
 // Whether `tagged` is the tag that asks for the last line once more, `\lst\` in any letter case, with nothing
-// but blanks round it. Within other text that tag is taken out like any other.
+// but blanks round it. Within other text that tag is taken out like any other, so that no child's name makes
+// a line fail.
 bool IsRepeatTag(const QString &tagged);
 
 } // namespace platform

@@ -14,6 +14,7 @@ private slots:
     void voicesNeverOverlapAndNeverFail();
     void aStoppedSpeakerGivesTheVoiceToTheNext();
     void emptySpeechIsDoneAtOnce();
+    void theLastLineIsSaidOnceMore();
     void theVoiceIsFirstComeFirstServed();
     void anUnusableVoiceEndsWithStatusOne_data();
     void anUnusableVoiceEndsWithStatusOne();
@@ -67,6 +68,23 @@ void TestAgentSpeech::emptySpeechIsDoneAtOnce()
     const auto merlin = Visible();
     QCOMPARE(int(merlin->Speak("")->Status()), int(kRequestDone));
     QCOMPARE(int(merlin->Speak("\\Map=\"\"=\"\"\\")->Status()), int(kRequestDone));
+}
+
+void TestAgentSpeech::theLastLineIsSaidOnceMore()
+{
+    const auto merlin = Visible("Merlin");
+    const auto genie = Visible("Genie");
+    QCOMPARE(int(merlin->Speak("\\lst\\")->Status()), int(kRequestDone)); // nothing has been said
+    QVERIFY(Ended(merlin->Speak("Once upon a time")));
+    for (int time = 0; time < 2; ++time) {
+        const auto again = merlin->Speak("\\Lst\\");
+        COMPARE_STATUS(again, kRequestRunning, 0);
+        QVERIFY(m_service->Until([&] { return m_service->Talking() == 1; }));
+        QVERIFY(Ended(again));
+        COMPARE_STATUS(again, kRequestDone, 0);
+    }
+    // Everybody repeats what he has said himself.
+    QCOMPARE(int(genie->Speak("\\lst\\")->Status()), int(kRequestDone));
 }
 
 void TestAgentSpeech::theVoiceIsFirstComeFirstServed()
