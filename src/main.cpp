@@ -5,6 +5,7 @@
 #include "platform/agent/SettingsStore.h"
 #include "platform/display/Scale.h"
 #include "platform/display/XcbDisplay.h"
+#include "platform/files/ApplicationFolder.h"
 #include "platform/files/DiskFiles.h"
 #include "platform/forms/QtBoxes.h"
 #include "platform/forms/Screen.h"
@@ -23,6 +24,7 @@
 #include "shell/frmSplash.h"
 
 #include <QApplication>
+#include <QStandardPaths>
 
 #include <cstdio>
 
@@ -41,7 +43,9 @@ int main(int argc, char *argv[])
     platform::QtEvents events;
     platform::SystemClock clock;
     platform::SystemChance chance;
-    platform::QtProcess process;
+    platform::QtProcess process(
+        platform::ApplicationFolder(QCoreApplication::applicationDirPath(),
+                                    QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation)));
     platform::DiskFiles files;
     platform::QtBoxes boxes;
     platform::QtHelp help(files);

@@ -109,7 +109,7 @@ private:
     std::unique_ptr<Figure> m_figure;
     std::deque<RequestPointer> m_queue; // the first one runs
     std::weak_ptr<QueuedRequest> m_latestSpeech;
-    SpeechText m_lastLine; // of the last Speak that began
+    SpeechText m_lastLine;       // of the last Speak that began
     RequestPointer m_heldByDrag; // a move that has become head while the user drags
     bool m_visible = false;
     bool m_hiddenByUser = false;

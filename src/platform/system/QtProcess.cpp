@@ -1,7 +1,5 @@
 #include "platform/system/QtProcess.h"
 
-#include <QCoreApplication>
-
 #include <cstdio>
 #include <cstdlib>
 #include <iostream>
@@ -13,11 +11,6 @@ void QtProcess::End(int exitCode)
     std::cout.flush();
     std::fflush(nullptr);
     std::_Exit(exitCode);
-}
-
-QString QtProcess::ApplicationFolder() const
-{
-    return QCoreApplication::applicationDirPath();
 }
 
 QString QtProcess::Title() const

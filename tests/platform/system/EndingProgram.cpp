@@ -21,7 +21,7 @@ Leaving g_leaving;
 int main(int argc, char *argv[])
 {
     QCoreApplication application(argc, argv);
-    platform::QtProcess process;
+    platform::QtProcess process(QCoreApplication::applicationDirPath());
     platform::QtEvents events;
     const QString how = application.arguments().value(1);
     std::printf("not flushed yet;");
