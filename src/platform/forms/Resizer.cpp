@@ -7,6 +7,7 @@
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTextEdit>
@@ -96,7 +97,7 @@ QString Resizer::TypeOf(const QWidget &control)
         return QStringLiteral("OptionButton");
     if (const auto *label = qobject_cast<const QLabel *>(&control))
         return label->pixmap(Qt::ReturnByValue).isNull() ? QStringLiteral("Label") : QStringLiteral("Image");
-    if (qobject_cast<const QLineEdit *>(&control))
+    if (qobject_cast<const QLineEdit *>(&control) || qobject_cast<const QPlainTextEdit *>(&control))
         return QStringLiteral("TextBox");
     if (qobject_cast<const QTextEdit *>(&control))
         return QStringLiteral("RichTextBox");

@@ -1,0 +1,82 @@
+#include "platform/forms/MultiLineBox.h"
+#include "platform/forms/Resizer.h"
+
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QLineEdit>
+#include <QTest>
+
+using platform::MultiLineBox;
+
+// Boxes for text of several lines.
+class TestMultiLineBox : public QObject {
+    Q_OBJECT
+
+private slots:
+    void theTextIsWhatWasPutIn_data()
+    {
+        QTest::addColumn<QString>("given");
+        QTest::addColumn<QString>("text");
+        QTest::newRow("nothing") << ""
+                                 << "";
+        QTest::newRow("one line") << "What is 2+2?"
+                                  << "What is 2+2?";
+        QTest::newRow("two lines") << "What\nis?"
+                                   << "What\r\nis?";
+        QTest::newRow("lines of other systems") << "a\r\nb\rc\n"
+                                                << "a\r\nb\r\nc\r\n";
+        QTest::newRow("a soft break") << QString("a\u2028b") << "a\r\nb";
+        QTest::newRow("blanks of all kinds")
+            << QString(" a\u00a0?\t\u2009 ") << QString(" a\u00a0?\t\u2009 ");
+        QTest::newRow("signs and scripts")
+            << QString("_\"<b>&\u00e9\u0434\U0001F409") << QString("_\"<b>&\u00e9\u0434\U0001F409");
+        QTest::newRow("the mark of a file") << QString("\ufeffa\ufeff") << "a";
+    }
+    void theTextIsWhatWasPutIn()
+    {
+        QFETCH(QString, given);
+        MultiLineBox box;
+        box.SetText(given);
+        QTEST(box.Text(), "text");
+        box.clear();
+        QGuiApplication::clipboard()->setText(given);
+        box.paste();
+        QTEST(box.Text(), "text");
+    }
+
+    void whatItGivesItTakesBack()
+    {
+        MultiLineBox box;
+        box.SetText(QString("a\r\n\r\nb\u00a0c"));
+        box.SetText(box.Text());
+        QCOMPARE(box.Text(), QString("a\r\n\r\nb\u00a0c"));
+    }
+
+    void enterBeginsALine()
+    {
+        MultiLineBox box;
+        QTest::keyClicks(&box, "ab");
+        QTest::keyClick(&box, Qt::Key_Return);
+        QTest::keyClicks(&box, "c");
+        QTest::keyClick(&box, Qt::Key_Return, Qt::ShiftModifier);
+        QTest::keyClicks(&box, "d");
+        QCOMPARE(box.Text(), QString("ab\r\nc\r\nd"));
+    }
+
+    void tabGoesOn()
+    {
+        QWidget window;
+        MultiLineBox box(&window);
+        QLineEdit next(&window);
+        window.show();
+        box.setFocus();
+        QTest::keyClick(&box, Qt::Key_Tab);
+        QCOMPARE(box.Text(), QString());
+        QCOMPARE(window.focusWidget(), &next);
+    }
+
+    void itIsATextBox() { QCOMPARE(platform::Resizer::TypeOf(MultiLineBox()), QString("TextBox")); }
+};
+
+QTEST_MAIN(TestMultiLineBox)
+#include "TestMultiLineBox.moc"
