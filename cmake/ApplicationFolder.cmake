@@ -24,11 +24,13 @@ add_custom_command(
   COMMAND ${CMAKE_COMMAND} -E copy_directory ${CMAKE_SOURCE_DIR}/data/Lists ${APPLICATION_FOLDER}/Lists
   COMMAND ${CMAKE_COMMAND} -E copy_directory ${CMAKE_SOURCE_DIR}/data/QList ${APPLICATION_FOLDER}/QList
   COMMAND ${CMAKE_COMMAND} -E copy ${TUMBLEWICK_MENU_PICTURE} ${APPLICATION_FOLDER}/TWicon4.bmp
+  COMMAND ${CMAKE_COMMAND} -E copy ${FIREWORKS_CLIP} ${APPLICATION_FOLDER}/fireworks.mpg
   COMMAND ${CMAKE_COMMAND} -DFROM=${CMAKE_SOURCE_DIR}/data -DTO=${APPLICATION_FOLDER}
     -P ${CMAKE_CURRENT_LIST_DIR}/FirstSettings.cmake
   COMMAND ${CMAKE_COMMAND} -E touch ${folder_stamp}
   DEPENDS ${lists} ${CMAKE_SOURCE_DIR}/data/Set ${CMAKE_SOURCE_DIR}/data/Lintro ${TUMBLEWICK_MENU_PICTURE}
+    ${FIREWORKS_CLIP}
   COMMENT "Putting the application folder together"
   VERBATIM)
 add_custom_target(application_folder ALL DEPENDS ${character_files} ${folder_stamp})
-add_dependencies(application_folder tumblewick menu_picture sounds)
+add_dependencies(application_folder tumblewick menu_picture sounds fireworks)
