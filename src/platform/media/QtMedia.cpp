@@ -1,18 +1,48 @@
 #include "platform/media/QtMedia.h"
 
+#include "platform/files/Files.h"
+#include "platform/media/ClipReader.h"
+#include "platform/media/ClipSurface.h"
+#include "platform/media/FormWatch.h"
 #include "platform/media/MediaTrace.h"
+
+#include <QElapsedTimer>
+#include <QTimer>
 
 namespace platform {
 
 namespace {
 
-// Knows no kind of clip, so that every one of them is unplayable.
-class QtMediaPlayer final : public MediaPlayer {
+using std::chrono::microseconds;
+using namespace std::chrono_literals;
+
+constexpr auto kTick = 10ms;
+// Pictures wider than this are stretched when they are painted.
+constexpr QSize kLargestPicture(1920, 1440);
+
+} // namespace
+
+class QtMedia::Player final : public MediaPlayer {
 public:
+    Player(QtMedia &media, QWidget &form, const QPoint &corner)
+        : m_media(media), m_corner(corner), m_watch(
+                                                form, [this] { Stop(); },
+                                                [this] {
+                                                    if (m_surface)
+                                                        m_surface->Place();
+                                                })
+    {
+        m_tick.setTimerType(Qt::PreciseTimer);
+        m_tick.setInterval(kTick);
+        m_tick.callOnTimeout([this] { Tick(); });
+    }
+    ~Player() override { Stop(); }
+
     void SetFileName(const QString &path) override
     {
         TraceMediaCall(QStringLiteral("FileName ") + TracedName(path));
         m_fileName = path;
+        Stop();
     }
     QString FileName() const override { return m_fileName; }
     void SetVisible(bool visible) override
@@ -21,20 +51,139 @@ public:
         m_visible = visible;
     }
     bool Visible() const override { return m_visible; }
-    void ZOrder(int position) override { TraceMediaCall(QStringLiteral("ZOrder %1").arg(position)); }
-    void Play() override { TraceMediaCall(QStringLiteral("Play")); }
-    bool Playing() const override { return false; }
+    void ZOrder(int position) override
+    {
+        TraceMediaCall(QStringLiteral("ZOrder %1").arg(position));
+        m_inFront = position == 0;
+        Arrange();
+    }
+
+    void Play() override
+    {
+        TraceMediaCall(QStringLiteral("Play"));
+        Stop();
+        if (!m_watch.IsSeen() || m_fileName.isEmpty())
+            return;
+        m_surface = new ClipSurface(*m_watch.Form(), m_corner);
+        Arrange();
+        // In pixels of the display, as far as that is worth while.
+        const QSize room = m_surface->Room() * m_surface->devicePixelRatioF();
+        m_reader = std::make_unique<ClipReader>(m_media.m_files.Resolve(m_fileName), [room](QSize own) {
+            return ClipSurface::Fitting(own, room).boundedTo(ClipSurface::Fitting(own, kLargestPicture));
+        });
+        m_shown = m_dropped = 0;
+        m_isRunning = false;
+        m_sinceStart.start();
+        m_tick.start();
+    }
+    bool Playing() const override { return m_reader != nullptr; }
 
 private:
+    // The first picture stands until the sound is there, then both run together.
+    void Tick()
+    {
+        if (!m_isRunning && m_reader->SoundIsKnown())
+            StartClock();
+        const auto time = Time();
+        std::optional<ClipFile::Frame> latest;
+        while (auto picture = m_reader->TakeDue(time)) {
+            m_dropped += latest.has_value();
+            latest = std::move(picture);
+        }
+        if (latest) {
+            if (m_shown++ == 0) {
+                qCDebug(MediaTrace).noquote()
+                    << QStringLiteral("media: first picture after %1 ms").arg(m_sinceStart.elapsed());
+            }
+            m_surface->Show(latest->image);
+        }
+        if (const auto end = m_reader->End(); end && time >= *end)
+            Stop();
+    }
+
+    void StartClock()
+    {
+        m_isRunning = true;
+        m_base = 0us;
+        m_clock.start();
+        const auto sound = m_reader->Sound();
+        // `this` outlives the call: Stop takes it back.
+        if (!sound || !m_media.m_audio.Play(sound, [this](bool) { GoOnSilently(); }))
+            return;
+        if (m_media.m_heard)
+            m_media.m_heard->GoOnSilently();
+        m_media.m_heard = this;
+    }
+
+    // From here on by the monotonic clock, from where the sound has come to.
+    void GoOnSilently()
+    {
+        m_media.m_heard = nullptr;
+        m_base = std::max(m_reached, m_base);
+        m_clock.restart();
+    }
+
+    microseconds Time()
+    {
+        if (!m_isRunning)
+            return 0us;
+        const auto now = m_media.m_heard == this ? m_media.m_audio.Heard()
+                                                 : m_base + microseconds(m_clock.nsecsElapsed() / 1000);
+        m_reached = std::max(m_reached, now);
+        return now;
+    }
+
+    void Stop()
+    {
+        m_tick.stop();
+        if (m_media.m_heard == this) {
+            m_media.m_audio.Stop();
+            m_media.m_heard = nullptr;
+        }
+        if (m_reader) {
+            qCDebug(MediaTrace).noquote()
+                << QStringLiteral("media: ended, %1 pictures shown, %2 dropped").arg(m_shown).arg(m_dropped);
+            m_reader.reset();
+        }
+        m_reached = 0us;
+        delete m_surface;
+    }
+
+    void Arrange()
+    {
+        if (!m_surface)
+            return;
+        if (m_inFront)
+            m_surface->raise();
+        else
+            m_surface->lower();
+    }
+
+    QtMedia &m_media;
+    const QPoint m_corner;
+    FormWatch m_watch;
     QString m_fileName;
     bool m_visible = true;
+    bool m_inFront = true;
+    QPointer<ClipSurface> m_surface;      // goes with the form
+    std::unique_ptr<ClipReader> m_reader; // while a clip plays
+    QTimer m_tick;
+    QElapsedTimer m_sinceStart;
+    QElapsedTimer m_clock;
+    bool m_isRunning = false; // the clip's time has begun
+    microseconds m_base{ 0 };
+    microseconds m_reached{ 0 };
+    int m_shown = 0;
+    int m_dropped = 0;
 };
 
-} // namespace
+QtMedia::QtMedia(const Files &files, AudioOut &audio) : m_files(files), m_audio(audio) {}
 
-std::unique_ptr<MediaPlayer> QtMedia::CreatePlayer(QWidget &, const QPoint &)
+QtMedia::~QtMedia() = default;
+
+std::unique_ptr<MediaPlayer> QtMedia::CreatePlayer(QWidget &form, const QPoint &corner)
 {
-    return std::make_unique<QtMediaPlayer>();
+    return std::make_unique<Player>(*this, form, corner);
 }
 
 } // namespace platform

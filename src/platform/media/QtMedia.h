@@ -8,15 +8,18 @@ class AudioOut;
 class Files;
 
 // Media players on the screen, heard through `audio`, which is theirs alone: one clip sounds at a time. Needs
-// the application object; files and audio have to outlive the players.
+// the application object; files, audio and this have to outlive the players.
 class QtMedia final : public Media {
 public:
-    QtMedia(const Files &files, AudioOut &audio) : m_files(files), m_audio(audio) {}
+    QtMedia(const Files &files, AudioOut &audio);
+    ~QtMedia() override;
     [[nodiscard]] std::unique_ptr<MediaPlayer> CreatePlayer(QWidget &form, const QPoint &corner) override;
 
 private:
-    [[maybe_unused]] const Files &m_files;
+    class Player;
+    const Files &m_files;
     AudioOut &m_audio;
+    Player *m_heard = nullptr; // the one that sounds
 };
 
 } // namespace platform

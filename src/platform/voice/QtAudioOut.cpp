@@ -125,7 +125,7 @@ private:
     {
         QAudioFormat format;
         format.setSampleRate(utterance.sampleRate);
-        format.setChannelCount(1);
+        format.setChannelCount(utterance.channels);
         format.setSampleFormat(QAudioFormat::Int16);
         m_source = std::make_unique<SampleSource>(utterance.samples);
         m_sink = std::make_unique<QAudioSink>(m_device, format);

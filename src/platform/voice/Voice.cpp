@@ -15,7 +15,7 @@ QString MouthName(Mouth mouth)
 
 std::chrono::microseconds Utterance::Length() const
 {
-    const auto frames = samples.size() / static_cast<qsizetype>(sizeof(qint16));
+    const auto frames = samples.size() / (channels * static_cast<qsizetype>(sizeof(qint16)));
     return std::chrono::microseconds(frames * 1'000'000 / sampleRate);
 }
 

@@ -49,8 +49,9 @@ struct UnitCue {
 
 // A line ready to be heard. Times count from the first sample.
 struct Utterance {
-    QByteArray samples; // 16-bit signed, one channel
+    QByteArray samples; // 16-bit signed; of two channels, left and right in turn
     int sampleRate = 48000;
+    int channels = 1;
     std::vector<UnitCue> units;   // one for each unit of the text, in order; never going back
     std::vector<MouthCue> mouths; // in order; begins with Rest at 0 and ends with Rest
     std::chrono::microseconds Length() const;
