@@ -192,6 +192,7 @@ private:
     QString Path() const { return m_folder.filePath("Lists/Animals"); }
     void Write(const Entries &entries, SpellingWriting how)
     {
+        QFile::remove(Path()); // emptying a file makes some file systems wait for the disk
         const auto writer = m_files.OpenForWriting(Path(), FileWriting::Replace, true);
         WriteSpellingList(
             *writer, static_cast<int>(entries.size()),
