@@ -106,6 +106,11 @@ constexpr ButtonLook kButtonLooks[] = {
     { nullptr, "cmdDelete", "delete", kDanger },
     { nullptr, "cmdTest", "test", kSecond },
     { nullptr, "cmdTestit", "test", kSecond },
+    { nullptr, "cmdETest", "test", kSecond },
+    { nullptr, "cmdETest2", "test", kSecond },
+    { nullptr, "cmdATest", "test", kSecond },
+    { nullptr, "cmdATest2", "test", kSecond },
+    { nullptr, "cmdTips", "help", kQuiet },
     { nullptr, "cmdImport", "import", kMain },
     { nullptr, "cmdExport", "export", kMain },
 };

@@ -6,6 +6,9 @@ namespace tumblewick {
 
 inline const QString kIntroductionTopic = QStringLiteral("Introduction.htm");
 inline const QString kListsTopic = QStringLiteral("Adding, Editing and Deleting Lists.htm");
+inline const QString kNewSpellingListTopic = QStringLiteral("Add a New Spelling List.htm");
+inline const QString kEditSpellingListTopic = QStringLiteral("Edit a Spelling List.htm");
+inline const QString kPronunciationTopic = QStringLiteral("Tips on Pronunciation.htm");
 inline const QString kSettingsTopic = QStringLiteral("Settings1.htm");
 inline const QString kPlayingTopic = QStringLiteral("Playing the Game.htm");
 

@@ -32,16 +32,21 @@ bool WaitRequestSound(const platform::RequestReference &variable, platform::Scre
 {
     while (variable->Status() != platform::kRequestDone) {
         if (variable->Status() == platform::kRequestFailed) {
-            The().boxes.MessageBox(QStringLiteral(
-                "Tumble Wick has detected a problem which is probably related to your soundcard. Please "
-                "check that your soundcard is working correctly and the soundcard drivers are installed "
-                "properly"));
-            ShowScreen(frmMenu1::Shared(), current);
+            LeaveWithoutSound(current);
             return false;
         }
         The().events.Pump();
     }
     return true;
+}
+
+void LeaveWithoutSound(platform::Screen &current)
+{
+    The().boxes.MessageBox(QStringLiteral(
+        "Tumble Wick has detected a problem which is probably related to your soundcard. Please "
+        "check that your soundcard is working correctly and the soundcard drivers are installed "
+        "properly"));
+    ShowScreen(frmMenu1::Shared(), current);
 }
 
 void WaitRequestsSkippable(std::initializer_list<const platform::RequestReference *> variables,

@@ -25,6 +25,9 @@ void WaitRequests(std::initializer_list<const platform::RequestReference *> vari
 // shows the menu, unloads `current` and gives false: the script then leaves at once.
 [[nodiscard]] bool WaitRequestSound(const platform::RequestReference &variable, platform::Screen &current);
 
+// What that wait does on a failure: tells of the sound card and goes to the menu.
+void LeaveWithoutSound(platform::Screen &current);
+
 // Until all have ended well, or until `cancelled` is true: then, when one of them has not begun, it stops all
 // three characters by StopForSetup and gives up waiting. For the introductions, which go on behind it.
 void WaitRequestsSkippable(std::initializer_list<const platform::RequestReference *> variables,

@@ -1,0 +1,266 @@
+#include "authoring/frmEditSpell.h"
+
+#include "ui_frmEditSpell.h"
+
+#include "authoring/LeaveQuestions.h"
+#include "authoring/SpellingEntry.h"
+#include "authoring/frmList.h"
+#include "platform/Services.h"
+#include "platform/forms/Boxes.h"
+#include "platform/forms/EnterKey.h"
+#include "platform/forms/SingleLine.h"
+#include "platform/forms/Twips.h"
+#include "platform/system/Process.h"
+#include "shell/Appearance.h"
+#include "shell/ErrorBoxes.h"
+#include "shell/HelpTopics.h"
+#include "shell/SharedState.h"
+#include "shell/frmMenu1.h"
+
+namespace tumblewick {
+
+using platform::The;
+
+namespace {
+
+const QString kNoSpelling = QStringLiteral("You have not entered the spelling for the word. ");
+const QString kNoPronunciation = QStringLiteral("You have not entered the pronunciation for the word. ");
+const QString kTagEnd = QStringLiteral("\\.");
+
+// Four buttons that do the same, but Merlin does not come to each in the same way: wanted.
+const PronunciationTest kTestOfNewWord{ kNoSpelling, kTagEnd, Arrival::Shown };
+const PronunciationTest kTestOfNewPronunciation{ kNoPronunciation, kTagEnd, Arrival::Shown };
+const PronunciationTest kTestOfWord{ kNoSpelling, kTagEnd, Arrival::PlacedWithLongTip };
+const PronunciationTest kTestOfPronunciation{ kNoPronunciation, kTagEnd, Arrival::PlacedLowWithShortTip };
+
+bool IsEitherFilled(const QLineEdit &one, const QLineEdit &other)
+{
+    return !one.text().isEmpty() || !other.text().isEmpty();
+}
+
+} // namespace
+
+frmEditSpell::frmEditSpell()
+    : SharedScreen(QStringLiteral("frmEditSpell"), QStringLiteral("Edit Spelling List")),
+      m_tester(*this, [this](Standing standing) {
+          return PlaceBeforeList(platform::Twips(*m_ui->List), State().Characters[kMerlin]->Height(),
+                                 standing);
+      })
+{
+}
+
+frmEditSpell::~frmEditSpell()
+{
+    State().AgentControl = nullptr;
+    State().CurrentRequest = nullptr;
+}
+
+void frmEditSpell::OnLoad(QWidget &window)
+{
+    m_ui = std::make_unique<Ui::frmEditSpell>();
+    m_ui->setupUi(&window);
+    DressWindow(window, Room::Study);
+    platform::InstallEnterKey(window);
+    m_resizer = std::make_unique<platform::Resizer>(window);
+    m_agent1 = The().agent.CreateControl();
+    m_tester.SetControl(m_agent1);
+    for (QLineEdit *box : { m_ui->txtESpell, m_ui->txtEPronounce, m_ui->txtASpell, m_ui->txtAPronounce })
+        platform::KeepSingleLine(*box);
+    m_ui->List->SetColumns({ QStringLiteral("Spell this way"), QStringLiteral("Say it this way") });
+    m_ui->List->SetDeleteButton(*m_ui->cmdDelete);
+    m_ui->List->SetDoubleClickCaption(QStringLiteral("&Edit"));
+
+    Connect(m_ui->List, &platform::ListView::Clicked, [this] { List_Click(); });
+    Connect(m_ui->List, &platform::ListView::DoubleClicked, [this] { List_DblClick(); });
+    for (QLineEdit *box : { m_ui->txtESpell, m_ui->txtEPronounce })
+        Connect(box, &QLineEdit::textChanged, [this] { EditDirty = true; });
+    for (QLineEdit *box : { m_ui->txtASpell, m_ui->txtAPronounce })
+        Connect(box, &QLineEdit::textChanged, [this] { AddDirty = true; });
+    Connect(m_ui->cmdETest, &QPushButton::clicked, [this] { Test(kTestOfWord, *m_ui->txtESpell); });
+    Connect(m_ui->cmdETest2, &QPushButton::clicked,
+            [this] { Test(kTestOfPronunciation, *m_ui->txtEPronounce); });
+    Connect(m_ui->cmdATest, &QPushButton::clicked, [this] { Test(kTestOfNewWord, *m_ui->txtASpell); });
+    Connect(m_ui->cmdATest2, &QPushButton::clicked,
+            [this] { Test(kTestOfNewPronunciation, *m_ui->txtAPronounce); });
+    Connect(m_ui->cmdSave, &QPushButton::clicked, [this] { SaveWordChanges(); });
+    Connect(m_ui->cmdAdd, &QPushButton::clicked, [this] { AddWord(); });
+    Connect(m_ui->cmdDelete, &QPushButton::clicked, [this] { cmdDelete_Click(); });
+    Connect(m_ui->cmdback, &QPushButton::clicked, [this] { cmdback_Click(); });
+    Connect(m_ui->cmdMenu, &QPushButton::clicked, [this] { cmdMenu_Click(); });
+    Connect(m_ui->cmdHelp, &QPushButton::clicked, [] { ShowHelpTopic(kEditSpellingListTopic); });
+    Connect(m_ui->cmdTips, &QPushButton::clicked, [] { ShowHelpTopic(kPronunciationTopic); });
+    m_ui->List->setFocus();
+}
+
+void frmEditSpell::OnActivate()
+{
+    Trapped([this] {
+        const int half = platform::Twips(*m_ui->List).width / 2 - 100;
+        m_ui->List->SetColumnTwips(1, half);
+        m_ui->List->SetColumnTwips(2, half);
+        m_ui->List->Clear();
+        m_file = std::make_shared<KeptFile>(The().files, The().process.ApplicationFolder() +
+                                                             QStringLiteral("\\Lists\\") + EditFileName);
+        ReadSpellingList(*m_file->OpenForReading(), [this](const SpellingLine &line) {
+            m_ui->List->Add(line.word)->SetSubItem(1, line.pronunciation);
+        });
+    });
+}
+
+void frmEditSpell::OnUnload()
+{
+    CloseHelp();
+    m_file = nullptr;
+    m_agent1->Disconnect();
+    Release();
+}
+
+void frmEditSpell::OnResize()
+{
+    m_resizer->Apply();
+}
+
+// Comes before each double click too.
+void frmEditSpell::List_Click()
+{
+    EmptyEditBoxes();
+    ItemChosen = false;
+}
+
+void frmEditSpell::List_DblClick()
+{
+    Trapped([this] {
+        const platform::ListItemReference item = m_ui->List->SelectedItem();
+        m_ui->txtESpell->setText(item->Text());
+        m_ui->txtEPronounce->setText(item->SubItem(1));
+        ItemChosen = true;
+        // Last, since filling the boxes has set it.
+        EditDirty = false;
+    });
+}
+
+void frmEditSpell::Test(const PronunciationTest &test, const QLineEdit &box)
+{
+    m_tester.TestSpeech(test, box.text(), box.text());
+}
+
+bool frmEditSpell::SaveWordChanges()
+{
+    bool isDone = false;
+    Trapped([&] {
+        if (!ItemChosen) {
+            The().boxes.MessageBox(
+                QStringLiteral("You need to double click on a word from the list before you can edit it. "));
+            return;
+        }
+        const QString faults =
+            FaultsOfEntry(m_ui->txtESpell->text(), m_ui->txtEPronounce->text(), kNewWordMissing);
+        if (!faults.isEmpty()) {
+            The().boxes.MessageBox(faults);
+            return;
+        }
+        const platform::ListItemReference item = m_ui->List->SelectedItem();
+        item->SetText(m_ui->txtESpell->text());
+        item->SetSubItem(1, m_ui->txtEPronounce->text());
+        RewriteFile(SpellingWriting::Plain);
+        ItemChosen = false;
+        EditDirty = false;
+        EmptyEditBoxes();
+        isDone = true;
+    });
+    return isDone;
+}
+
+bool frmEditSpell::AddWord()
+{
+    bool isDone = false;
+    Trapped([&] {
+        // First, so that also an add that is refused throws an edit away.
+        ItemChosen = false;
+        EmptyEditBoxes();
+        const SpellingLine line{ m_ui->txtASpell->text(), m_ui->txtAPronounce->text() };
+        const QString faults = FaultsOfEntry(line.word, line.pronunciation, kNewWordMissing);
+        if (!faults.isEmpty()) {
+            The().boxes.MessageBox(faults);
+            return;
+        }
+        const auto writer = m_file->OpenForAppending();
+        writer->WriteLine(line.Line());
+        const platform::ListItemReference item = m_ui->List->Add(line.word);
+        item->SetSubItem(1, line.pronunciation);
+        m_ui->List->Reveal(item->Index());
+        writer->Close();
+        m_ui->txtASpell->clear();
+        m_ui->txtAPronounce->clear();
+        AddDirty = false;
+        isDone = true;
+    });
+    return isDone;
+}
+
+void frmEditSpell::cmdDelete_Click()
+{
+    Trapped([this] {
+        const QString question = QStringLiteral("Are you sure you want to delete ") +
+                                 m_ui->List->SelectedItem()->Text() + QStringLiteral(" from the list?");
+        if (The().boxes.MessageBox(question, platform::BoxButtons::YesNo) != platform::BoxAnswer::Yes)
+            return;
+        m_ui->List->Remove(m_ui->List->SelectedItem()->Index());
+        RewriteFile(SpellingWriting::AlwaysUnderscored);
+        EmptyEditBoxes();
+        ItemChosen = false;
+    });
+}
+
+void frmEditSpell::RewriteFile(SpellingWriting how)
+{
+    const auto writer = m_file->OpenForWriting();
+    const auto entry = [this](int index) {
+        const platform::ListItemReference item = m_ui->List->Item(index);
+        return SpellingLine{ item->Text(), item->SubItem(1) };
+    };
+    WriteSpellingList(*writer, m_ui->List->Count(), entry, how);
+    writer->Close();
+}
+
+void frmEditSpell::EmptyEditBoxes()
+{
+    m_ui->txtESpell->clear();
+    m_ui->txtEPronounce->clear();
+}
+
+bool frmEditSpell::MayLeave()
+{
+    return MayLeaveEditing(
+        { [this] { return EditDirty && IsEitherFilled(*m_ui->txtESpell, *m_ui->txtEPronounce); },
+          [this] { return SaveWordChanges(); },
+          [this] { return AddDirty && IsEitherFilled(*m_ui->txtASpell, *m_ui->txtAPronounce); },
+          [this] { return AddWord(); } });
+}
+
+void frmEditSpell::cmdback_Click()
+{
+    Trapped([this] {
+        if (MayLeave())
+            ShowScreen(frmList::Shared(), *this);
+    });
+}
+
+void frmEditSpell::cmdMenu_Click()
+{
+    Trapped([this] {
+        if (MayLeave())
+            ShowScreen(frmMenu1::Shared(), *this);
+    });
+}
+
+void frmEditSpell::Trapped(const std::function<void()> &work)
+{
+    try {
+        work();
+    } catch (const platform::Error &error) {
+        ErrorReport(error);
+    }
+}
+
+} // namespace tumblewick

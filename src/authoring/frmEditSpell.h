@@ -1,0 +1,64 @@
+#pragma once
+
+#include "authoring/PronunciationTest.h"
+#include "lists/KeptFile.h"
+#include "lists/SpellingList.h"
+#include "platform/forms/Resizer.h"
+#include "platform/forms/Screen.h"
+
+#include <functional>
+#include <memory>
+
+class QLineEdit;
+
+namespace Ui {
+class frmEditSpell;
+}
+
+namespace tumblewick {
+
+// Edits one spelling list. Whatever is done goes to the file at once.
+class frmEditSpell : public platform::SharedScreen<frmEditSpell> {
+public:
+    frmEditSpell();
+    ~frmEditSpell() override;
+
+    QString EditFileName; // the name of the list; set before the screen is shown
+
+private:
+    void OnLoad(QWidget &window) override;
+    void OnActivate() override;
+    void OnUnload() override;
+    void OnResize() override;
+    bool FillsDisplay() const override { return true; }
+
+    void List_Click();
+    void List_DblClick();
+    void cmdSave_Click();
+    void cmdAdd_Click();
+    void cmdDelete_Click();
+    void cmdback_Click();
+    void cmdMenu_Click();
+
+    // Both tell whether it was done, and report what the file raises.
+    bool SaveWordChanges();
+    bool AddWord();
+    bool MayLeave();
+
+    void RewriteFile(SpellingWriting how);
+    void EmptyEditBoxes();
+    void Test(const PronunciationTest &test, const QLineEdit &box);
+    void Trapped(const std::function<void()> &work);
+
+    KeptFileReference m_file;
+    bool ItemChosen = false; // an entry was double-clicked into the edit boxes
+    bool EditDirty = false;
+    bool AddDirty = false;
+
+    std::unique_ptr<Ui::frmEditSpell> m_ui; // valid while loaded
+    std::unique_ptr<platform::Resizer> m_resizer;
+    platform::AgentControlReference m_agent1;
+    PronunciationTester m_tester;
+};
+
+} // namespace tumblewick
