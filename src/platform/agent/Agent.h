@@ -60,7 +60,7 @@ public:
     virtual RequestReference Hide(bool fast = false) = 0;
     // `animation` in any letter case. Raises kNoSuchAnimation at the call when the character lacks it.
     virtual RequestReference Play(const QString &animation) = 0;
-    // `text` may hold speech tags; the repeat tag has no effect.
+    // `text` may hold speech tags; the repeat tag says the last line once more, nothing before there was one.
     virtual RequestReference Speak(const QString &text) = 0;
     // Screen position of the frame's upper left corner, on the screen or off. `speed` is the whole flight in
     // milliseconds; 0 jumps without animation.
