@@ -1,4 +1,4 @@
-# Puts together the folder that the program lives in: lists, characters and pictures beside it.
+# Puts together the folder that the program lives in: lists, characters, help and pictures beside it.
 set(APPLICATION_FOLDER ${CMAKE_BINARY_DIR}/Tumblewick)
 
 set(character_files)
@@ -17,6 +17,16 @@ foreach(name Merlin Genie Peedy)
   list(APPEND character_files ${packed})
 endforeach()
 
+file(GLOB_RECURSE help_pages CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/help/*)
+set(help_file ${APPLICATION_FOLDER}/TumblewickHelp.chm)
+add_custom_command(
+  OUTPUT ${help_file}
+  COMMAND ${CMAKE_COMMAND} -E make_directory ${APPLICATION_FOLDER}
+  COMMAND pack-help ${CMAKE_SOURCE_DIR}/help ${help_file}
+  DEPENDS pack-help ${help_pages}
+  COMMENT "Packing the help"
+  VERBATIM)
+
 file(GLOB_RECURSE lists CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/data/Lists/* ${CMAKE_SOURCE_DIR}/data/QList/*)
 set(folder_stamp ${CMAKE_BINARY_DIR}/application_folder.stamp)
 add_custom_command(
@@ -32,5 +42,6 @@ add_custom_command(
     ${FIREWORKS_CLIP}
   COMMENT "Putting the application folder together"
   VERBATIM)
-add_custom_target(application_folder ALL DEPENDS ${character_files} ${folder_stamp})
-add_dependencies(application_folder tumblewick menu_picture sounds fireworks)
+add_custom_target(help_file DEPENDS ${help_file})
+add_custom_target(application_folder ALL DEPENDS ${character_files} ${help_file} ${folder_stamp})
+add_dependencies(application_folder tumblewick help_file menu_picture sounds fireworks)

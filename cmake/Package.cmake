@@ -4,6 +4,7 @@ set(installed_folder lib/tumblewick)
 set(TUMBLEWICK_RELEASE_DATE 2026-11-21)
 
 install(TARGETS tumblewick DESTINATION ${installed_folder})
+install(FILES ${help_file} DESTINATION ${installed_folder})
 install(FILES ${character_files} DESTINATION ${installed_folder}/characters)
 # Named one by one: the folder that the build puts together may hold what its developer has played and written.
 install(DIRECTORY data/Lists data/QList DESTINATION ${installed_folder})
