@@ -389,6 +389,21 @@ private slots:
         QCOMPARE(State().Players.Text(0, Players::kHints), QString("4"));
     }
 
+    void aHintIsReadWithStarsForTheWordAndCostsNothing()
+    {
+        m_desk->BeginSpelling({ "Ann" }, { "knight_nite" });
+        m_desk->Press("cmdHint");
+        QCOMPARE(m_desk->States(kAnswerButtons),
+                 QString("cmdGo enabled, cmdPass enabled, cmdHint enabled, cmdReplay enabled"));
+        m_desk->Rest();
+        // The word itself, not the way in which it is asked.
+        QVERIFY(
+            m_desk->stage.Log().contains("Merlin says \"The first letter of knight is: K.\" showing \"The "
+                                         "first letter of ***** is: K.\""));
+        QCOMPARE(State().Players.Text(0, Players::kCorrect), QString("0"));
+        QCOMPARE(State().Players.Text(0, Players::kAsked), QString("1"));
+    }
+
     void aNewQuestionBeginsItsHintsAnew()
     {
         m_desk->BeginSpelling({ "Ann" }, { "cat", "cat" });
@@ -432,6 +447,18 @@ private slots:
         QCOMPARE(panel, QString("kat"));
         QCOMPARE(m_desk->Find<QTextEdit>("txtScore")->toPlainText(),
                  QString("Ann    0 out of 1 0%\nBob    0 out of 0 0%\n"));
+    }
+
+    void theLastTryOfALonePlayerStaysInThePanel()
+    {
+        m_desk->BeginSpelling({ "Ann" }, { "cat" });
+        m_desk->Type("txtAnswer", "kat");
+        m_desk->Press("cmdGo");
+        m_desk->Rest();
+        QCOMPARE(m_desk->Find<QLineEdit>("txtAnswer")->text(), QString());
+        QCOMPARE(m_desk->Find<QTextEdit>("txtScore")->toPlainText(), QString("kat"));
+        m_desk->Type("txtAnswer", "c");
+        QCOMPARE(m_desk->Find<QTextEdit>("txtScore")->toPlainText(), QString("c"));
     }
 
     void theBoardShrinksItsTypeForManyPlayers()
