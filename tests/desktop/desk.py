@@ -388,18 +388,21 @@ class Desktop:
     def _visit(self, screen):
         self._visits.get(screen, lambda: None)()
 
-    def set_up(self, kind, players, row):
-        """From the menu to the game screen: `kind` is "s" or "q", `row` the place of the list, counted from 0."""
-        self.wait(r"screen: frmMenu1 activate")
+    def set_up(self, kind, players, row, since=0):
+        """From the menu to the game screen: `kind` is "s" or "q", `row` the place of the list, counted from 0.
+
+        The menu has become active behind `since`.
+        """
+        self.wait(r"screen: frmMenu1 activate", since)
         self.wait_control("frmMenu1", "cmdPlay", ["enabled"])
         self.wait_active("frmMenu1")
         self.click("frmMenu1", {"s": "cmdPlay", "q": "Command3"}[kind])
-        self.wait(r"screen: frmNumPlayers1 activate")
+        self.wait(r"screen: frmNumPlayers1 activate", since)
         self.click("frmNumPlayers1", "opt%d" % len(players))
         self.wait_active("frmNumPlayers1")
         self._visit("frmNumPlayers1")
         self.key("alt+n")
-        self.wait(r"screen: frmPlayerNames1 activate")
+        self.wait(r"screen: frmPlayerNames1 activate", since)
         self.wait_control("frmPlayerNames1", "txtPlayer_0", ["focused"])
         self.wait_active("frmPlayerNames1")
         for index, name in enumerate(players):
@@ -408,11 +411,11 @@ class Desktop:
             self.type(name)
         self._visit("frmPlayerNames1")
         self.key("Return")
-        self.wait(r"screen: frmChooseList1 activate")
+        self.wait(r"screen: frmChooseList1 activate", since)
         self.wait_control("frmChooseList1", "cmdNext")
         self.wait_active("frmChooseList1")
         for _ in range(row + 1):
             self.key("Down")
         self._visit("frmChooseList1")
         self.click("frmChooseList1", "cmdNext")
-        self.wait(r"screen: frmSpell1 activate")
+        self.wait(r"screen: frmSpell1 activate", since)

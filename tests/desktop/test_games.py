@@ -77,8 +77,8 @@ def board(scores):
     return "".join("%s    %d out of %d %d%%\n" % (name, *scores[name], rate(name)) for name in names)
 
 
-def expect_opening(desk, name):
-    end = expect_spoken(desk, 0, "Merlin", "Here we go. Get ready to play %s." % name)
+def expect_opening(desk, name, since=0):
+    end = expect_spoken(desk, since, "Merlin", "Here we go. Get ready to play %s." % name)
     return expect_spoken(desk, end, "Merlin", "Good luck!")
 
 
