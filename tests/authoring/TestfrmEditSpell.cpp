@@ -1,0 +1,551 @@
+#include "authoring/frmEditSpell.h"
+#include "platform/Error.h"
+#include "platform/forms/ListView.h"
+#include "shell/SharedState.h"
+#include "shell/frmMenu1.h"
+#include "support/Desk.h"
+
+#include <QDir>
+#include <QFile>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QtTest>
+
+using namespace tumblewick;
+using platform::BoxAnswer;
+using platform::BoxButtons;
+using support::Desk;
+using support::FaultyFiles;
+
+namespace {
+
+const QString kNotChosen = "You need to double click on a word from the list before you can edit it. ";
+const QString kMissing = "Please enter the spelling for the new word. ";
+const QString kWordUnderscored = "The spelling for the word cannot contain an underscore. ";
+const QString kSoundUnderscored = "The pronunciation for the word cannot contain an underscore. ";
+
+QString Report(qint32 number)
+{
+    return QStringLiteral("Tumblewick has detected a problem. Please email support@tumblewick.example \r\n "
+                          "Please quote the following information %1 ")
+               .arg(number) +
+           platform::Error(number).Description() + "\r\nWe apologise for this inconvenience";
+}
+
+} // namespace
+
+// The screen on which a spelling list is edited, and its file at each step.
+class TestfrmEditSpell : public QObject {
+    Q_OBJECT
+
+private slots:
+    void init()
+    {
+        m_desk.emplace();
+        State().MenuShown = true;
+        m_desk->WriteFile("Lists/Pets", "cat\r\nknight_nite\r\ndog\r\n");
+    }
+    void cleanup()
+    {
+        QVERIFY(m_desk->boxes.AllAnswered());
+        m_desk.reset();
+    }
+
+    void theListIsThere()
+    {
+        Open();
+        QCOMPARE(frmEditSpell::Shared().Window()->windowTitle(), QString("Edit Spelling List"));
+        QCOMPARE(m_desk->Find<QLabel>("lblHead")->text(), QString("Edit Spelling List"));
+        QCOMPARE(Shown(), QStringList({ "cat|", "knight|nite", "dog|" }));
+        QCOMPARE(List()->model()->headerData(0, Qt::Horizontal).toString(), QString("Spell this way"));
+        QCOMPARE(List()->model()->headerData(1, Qt::Horizontal).toString(), QString("Say it this way"));
+        const int half = (List()->width() * 15 / 2 - 100) / 15 * 15;
+        QCOMPARE(List()->ColumnTwips(1), half);
+        QCOMPARE(List()->ColumnTwips(2), half);
+    }
+
+    void captions()
+    {
+        Open();
+        const QList<QPair<QString, QString>> captions = { { "cmdETest", "Test Pronunciation" },
+                                                          { "cmdETest2", "Test Pronunciation" },
+                                                          { "cmdATest", "Test Pronunciation" },
+                                                          { "cmdATest2", "Test Pronunciation" },
+                                                          { "cmdSave", "&Save Changes" },
+                                                          { "cmdAdd", "&Add to List" },
+                                                          { "cmdDelete", "&Delete" },
+                                                          { "cmdback", "&Back" },
+                                                          { "cmdMenu", "&Main Menu" },
+                                                          { "cmdHelp", "&Help !" },
+                                                          { "cmdTips", "? &Tips on Pronunciation" } };
+        for (const auto &[control, caption] : captions)
+            QCOMPARE(m_desk->Find<QPushButton>(control)->text(), caption);
+    }
+
+    void linesOfOthersAreTaken()
+    {
+        m_desk->WriteFile("Lists/Pets", "a_b_c\r\n\r\n_x\ncat_\r\nlast");
+        Open();
+        QCOMPARE(Shown(), QStringList({ "a|b_c", "|", "|x", "cat|", "last|" }));
+    }
+
+    void aMissingListIsReported()
+    {
+        m_desk->boxes.Expect(Report(53));
+        Open("Nobody");
+        QVERIFY(frmEditSpell::Shared().IsActive());
+        QCOMPARE(List()->Count(), 0);
+        // Without a file there is nothing to write to.
+        m_desk->Type("txtASpell", "cow");
+        m_desk->boxes.Expect(Report(91));
+        m_desk->Press("cmdAdd");
+        QVERIFY(!QFile::exists(m_desk->folder.filePath("Lists/Nobody")));
+    }
+
+    void aListThatBreaksOffIsReportedAndHasWhatStoodBefore()
+    {
+        m_desk->files.Fail(FaultyFiles::Operation::ReadLine, 57, 1, 2);
+        m_desk->boxes.Expect(Report(57));
+        Open();
+        QCOMPARE(Shown(), QStringList({ "cat|", "knight|nite" }));
+    }
+
+    void activationStandsBeingRepeated()
+    {
+        Open();
+        frmMenu1::Shared().Show();
+        m_desk->Settle();
+        frmMenu1::Shared().Unload();
+        m_desk->Settle();
+        QCOMPARE(Shown(), QStringList({ "cat|", "knight|nite", "dog|" }));
+    }
+
+    void aDoubleClickFillsTheBoxes()
+    {
+        Open();
+        Choose(2);
+        QCOMPARE(Boxes(), QStringList({ "knight", "nite", "", "" }));
+        Choose(1);
+        QCOMPARE(Boxes(), QStringList({ "cat", "", "", "" }));
+        Click(3);
+        QCOMPARE(Boxes(), QStringList({ "", "", "", "" }));
+        m_desk->boxes.Expect(kNotChosen);
+        m_desk->Press("cmdSave");
+    }
+
+    void enterDoesWhatADoubleClickDoes()
+    {
+        Open();
+        QTest::keyClick(List(), Qt::Key_Down);
+        QTest::keyClick(List(), Qt::Key_Return);
+        QCOMPARE(Boxes(), QStringList({ "knight", "nite", "", "" }));
+        QTest::keyClick(List(), Qt::Key_Up); // another word: the boxes are empty again
+        QCOMPARE(Boxes(), QStringList({ "", "", "", "" }));
+    }
+
+    void saveNeedsADoubleClick()
+    {
+        Open();
+        m_desk->boxes.Expect(kNotChosen);
+        m_desk->Press("cmdSave");
+        m_desk->Type("txtESpell", "cow");
+        m_desk->boxes.Expect(kNotChosen);
+        m_desk->Press("cmdSave");
+        QCOMPARE(Content(), QByteArray("cat\r\nknight_nite\r\ndog\r\n"));
+    }
+
+    void saveRewritesTheFile()
+    {
+        Open();
+        Choose(1);
+        m_desk->Type("txtESpell", "caf\u00e9");
+        m_desk->Type("txtEPronounce", "kaffay");
+        m_desk->Press("cmdSave");
+        QCOMPARE(Content(), QByteArray("caf\xe9_kaffay\r\nknight_nite\r\ndog\r\n"));
+        QCOMPARE(Shown(), QStringList({ "caf\u00e9|kaffay", "knight|nite", "dog|" }));
+        QCOMPARE(Boxes(), QStringList({ "", "", "", "" }));
+        Choose(2);
+        m_desk->Type("txtEPronounce", "");
+        m_desk->Press("cmdSave");
+        QCOMPARE(Content(), QByteArray("caf\xe9_kaffay\r\nknight\r\ndog\r\n"));
+        m_desk->Press("cmdMenu"); // nothing is pending
+        QVERIFY(frmMenu1::Shared().IsActive());
+    }
+
+    void faultsOfAnEditAreTold_data()
+    {
+        QTest::addColumn<QString>("word");
+        QTest::addColumn<QString>("pronunciation");
+        QTest::addColumn<QString>("message");
+        QTest::newRow("empty") << ""
+                               << "" << kMissing;
+        QTest::newRow("underscores") << "a_"
+                                     << "_b" << kWordUnderscored + kSoundUnderscored;
+        QTest::newRow("empty, underscore") << ""
+                                           << "_b" << kMissing + kSoundUnderscored;
+    }
+    void faultsOfAnEditAreTold()
+    {
+        QFETCH(QString, word);
+        QFETCH(QString, pronunciation);
+        QFETCH(QString, message);
+        Open();
+        Choose(1);
+        m_desk->Type("txtESpell", word);
+        m_desk->Type("txtEPronounce", pronunciation);
+        m_desk->boxes.Expect(message);
+        m_desk->Press("cmdSave");
+        m_desk->Type("txtASpell", word);
+        m_desk->Type("txtAPronounce", pronunciation);
+        m_desk->boxes.Expect(message);
+        m_desk->Press("cmdAdd");
+        QCOMPARE(m_desk->boxes.All().back().title, QString());
+        QCOMPARE(Boxes(), QStringList({ "", "", word, pronunciation }));
+        QCOMPARE(Content(), QByteArray("cat\r\nknight_nite\r\ndog\r\n"));
+    }
+
+    void addAppendsToTheFileAndTheList()
+    {
+        Open();
+        Add("cow");
+        Add("yacht", "yot");
+        QCOMPARE(Content(), QByteArray("cat\r\nknight_nite\r\ndog\r\ncow\r\nyacht_yot\r\n"));
+        QCOMPARE(Shown(), QStringList({ "cat|", "knight|nite", "dog|", "cow|", "yacht|yot" }));
+        QCOMPARE(Boxes(), QStringList({ "", "", "", "" }));
+    }
+
+    void addThrowsAnEditAway()
+    {
+        Open();
+        Choose(1);
+        m_desk->Type("txtESpell", "cats");
+        Add("cow");
+        QCOMPARE(Boxes(), QStringList({ "", "", "", "" }));
+        QCOMPARE(Shown(), QStringList({ "cat|", "knight|nite", "dog|", "cow|" }));
+        m_desk->boxes.Expect(kNotChosen);
+        m_desk->Press("cmdSave");
+        Choose(1);
+        m_desk->Type("txtESpell", "cats");
+        m_desk->boxes.Expect(kMissing); // an add that is refused does so too
+        m_desk->Press("cmdAdd");
+        QCOMPARE(Boxes(), QStringList({ "", "", "", "" }));
+    }
+
+    void deleteWritesAnUnderscoreBehindEachWord()
+    {
+        Open();
+        Delete(1, "cat");
+        QCOMPARE(Content(), QByteArray("knight_nite\r\ndog_\r\n"));
+        QCOMPARE(Shown(), QStringList({ "knight|nite", "dog|" }));
+        Reopen();
+        QCOMPARE(Shown(), QStringList({ "knight|nite", "dog|" }));
+        Choose(1);
+        m_desk->Press("cmdSave");
+        QCOMPARE(Content(), QByteArray("knight_nite\r\ndog\r\n"));
+    }
+
+    void deleteEmptiesTheEdit()
+    {
+        Open();
+        Choose(2);
+        m_desk->boxes.Expect("Are you sure you want to delete knight from the list?", BoxAnswer::No);
+        m_desk->Press("cmdDelete");
+        QCOMPARE(m_desk->boxes.All().back().title, QString());
+        QCOMPARE(m_desk->boxes.All().back().buttons, BoxButtons::YesNo);
+        QCOMPARE(Boxes(), QStringList({ "knight", "nite", "", "" }));
+        m_desk->boxes.Expect("Are you sure you want to delete knight from the list?", BoxAnswer::Yes);
+        m_desk->Press("cmdDelete");
+        QCOMPARE(Boxes(), QStringList({ "", "", "", "" }));
+        m_desk->boxes.Expect(kNotChosen);
+        m_desk->Press("cmdSave");
+    }
+
+    void theDeleteKeyAsksTheSame()
+    {
+        Open();
+        m_desk->boxes.Expect("Are you sure you want to delete cat from the list?", BoxAnswer::Yes);
+        QTest::keyClick(List(), Qt::Key_Delete);
+        QCOMPARE(Content(), QByteArray("knight_nite\r\ndog_\r\n"));
+    }
+
+    void theLastWordLeavesAnEmptyFile()
+    {
+        m_desk->WriteFile("Lists/Pets", "cat\r\n");
+        Open();
+        Delete(1, "cat");
+        QVERIFY(QFile::exists(m_desk->folder.filePath("Lists/Pets")));
+        QCOMPARE(Content(), QByteArray());
+        m_desk->boxes.Expect(Report(91)); // nothing is selected any more
+        m_desk->Press("cmdDelete");
+        m_desk->boxes.Expect(Report(91));
+        QTest::mouseDClick(List()->viewport(), Qt::LeftButton, {}, QPoint(30, 60));
+        Add("dog");
+        QCOMPARE(Content(), QByteArray("dog\r\n"));
+    }
+
+    void aWordAddedAndDeletedIsInNoFormInTheFile()
+    {
+        Open();
+        Add("zebra", "zeebra");
+        Delete(4, "zebra");
+        QCOMPARE(Content(), QByteArray("cat_\r\nknight_nite\r\ndog_\r\n"));
+    }
+
+    void sortingDoesNotReachTheFile()
+    {
+        Open();
+        List()->sortByColumn(0, Qt::DescendingOrder); // knight, dog, cat
+        Delete(3, "dog");
+        QCOMPARE(Content(), QByteArray("cat_\r\nknight_nite\r\n"));
+        Choose(1);
+        m_desk->Type("txtESpell", "bat");
+        m_desk->Press("cmdSave");
+        QCOMPARE(Content(), QByteArray("bat\r\nknight_nite\r\n"));
+    }
+
+    // Pending is what was typed since the last double click, save or add, as long as it is there.
+    void aFilledEditAloneIsNotAskedFor()
+    {
+        Open();
+        Choose(2);
+        m_desk->Press("cmdMenu");
+        QVERIFY(frmMenu1::Shared().IsActive());
+    }
+
+    void emptiedBoxesAreNotAskedFor()
+    {
+        Open();
+        Choose(2);
+        m_desk->Type("txtESpell", "");
+        m_desk->Type("txtEPronounce", "");
+        m_desk->Type("txtASpell", "x");
+        m_desk->Type("txtASpell", "");
+        m_desk->Press("cmdMenu");
+        QVERIFY(frmMenu1::Shared().IsActive());
+    }
+
+    void yesWithoutADoubleClickStays()
+    {
+        Open();
+        m_desk->Type("txtEPronounce", "cow");
+        m_desk->boxes.Expect("Save Changes?", BoxAnswer::Yes);
+        m_desk->boxes.Expect(kNotChosen);
+        m_desk->Press("cmdback");
+        QVERIFY(frmEditSpell::Shared().IsActive());
+        QCOMPARE(m_desk->boxes.All().front().buttons, BoxButtons::YesNoCancel);
+        QCOMPARE(m_desk->boxes.All().front().title, QString());
+    }
+
+    void yesSavesTheEditFirstAndThenAdds()
+    {
+        Open();
+        Choose(1);
+        m_desk->Type("txtESpell", "cats");
+        m_desk->Type("txtASpell", "cow");
+        m_desk->boxes.Expect("Save Changes?", BoxAnswer::Yes);
+        m_desk->Press("cmdMenu");
+        QVERIFY(frmMenu1::Shared().IsActive());
+        QCOMPARE(Content(), QByteArray("cats\r\nknight_nite\r\ndog\r\ncow\r\n"));
+    }
+
+    void yesStaysWhenEitherFails()
+    {
+        Open();
+        Choose(1);
+        m_desk->Type("txtESpell", "a_b");
+        m_desk->Type("txtASpell", "cow");
+        m_desk->boxes.Expect("Save Changes?", BoxAnswer::Yes);
+        m_desk->boxes.Expect(kWordUnderscored);
+        m_desk->Press("cmdMenu");
+        QVERIFY(frmEditSpell::Shared().IsActive());
+        // The word has been added all the same, and that has thrown the edit away.
+        QCOMPARE(Content(), QByteArray("cat\r\nknight_nite\r\ndog\r\ncow\r\n"));
+        QCOMPARE(Boxes(), QStringList({ "", "", "", "" }));
+    }
+
+    void noAndCancel()
+    {
+        Open();
+        m_desk->Type("txtAPronounce", "x");
+        m_desk->boxes.Expect("Save Changes?", BoxAnswer::Cancel);
+        m_desk->Press("cmdMenu");
+        QVERIFY(frmEditSpell::Shared().IsActive());
+        QCOMPARE(Boxes(), QStringList({ "", "", "", "x" }));
+        m_desk->boxes.Expect("Save Changes?", BoxAnswer::No);
+        m_desk->Press("cmdMenu");
+        QVERIFY(frmMenu1::Shared().IsActive());
+        QCOMPARE(Content(), QByteArray("cat\r\nknight_nite\r\ndog\r\n"));
+    }
+
+    void aFileThatWasTakenAwayIsReportedAndNotMadeAnew()
+    {
+        Open();
+        QVERIFY(QFile::remove(m_desk->folder.filePath("Lists/Pets")));
+        m_desk->Type("txtASpell", "cow");
+        m_desk->boxes.Expect(Report(53));
+        m_desk->Press("cmdAdd");
+        QCOMPARE(Shown(), QStringList({ "cat|", "knight|nite", "dog|" }));
+        Choose(1);
+        m_desk->boxes.Expect(Report(53));
+        m_desk->Press("cmdSave");
+        m_desk->boxes.Expect("Are you sure you want to delete cat from the list?", BoxAnswer::Yes);
+        m_desk->boxes.Expect(Report(53));
+        m_desk->Press("cmdDelete");
+        QVERIFY(frmEditSpell::Shared().IsActive());
+        QVERIFY(!QFile::exists(m_desk->folder.filePath("Lists/Pets")));
+    }
+
+    void aFolderThatWasTakenAwayIsReported()
+    {
+        Open();
+        QVERIFY(QDir(m_desk->folder.filePath("Lists")).removeRecursively());
+        m_desk->Type("txtASpell", "cow");
+        m_desk->boxes.Expect(Report(76));
+        m_desk->Press("cmdAdd");
+    }
+
+    void faultsOfTheDiskAreReportedAndTheScreenStays_data()
+    {
+        QTest::addColumn<FaultyFiles::Operation>("operation");
+        QTest::addColumn<qint32>("number");
+        QTest::newRow("protected") << FaultyFiles::Operation::OpenForWriting << 70;
+        QTest::newRow("full in the middle") << FaultyFiles::Operation::Write << 61;
+        QTest::newRow("full at the end") << FaultyFiles::Operation::Close << 61;
+    }
+    void faultsOfTheDiskAreReportedAndTheScreenStays()
+    {
+        QFETCH(FaultyFiles::Operation, operation);
+        QFETCH(qint32, number);
+        Open();
+        m_desk->Type("txtASpell", "cow");
+        Expect(operation, number);
+        m_desk->Press("cmdAdd");
+        QCOMPARE(Boxes(), QStringList({ "", "", "cow", "" }));
+        m_desk->Type("txtASpell", "");
+        Choose(1);
+        m_desk->Type("txtESpell", "cats");
+        Expect(operation, number);
+        m_desk->Press("cmdSave");
+        QCOMPARE(Boxes(), QStringList({ "cats", "", "", "" }));
+        m_desk->boxes.Expect("Save Changes?", BoxAnswer::Yes);
+        Expect(operation, number);
+        m_desk->Press("cmdMenu");
+        QVERIFY(frmEditSpell::Shared().IsActive());
+        // What is in the list goes to the file as soon as it can.
+        m_desk->Press("cmdSave");
+        QVERIFY(Content().startsWith("cats\r\nknight_nite\r\ndog\r\n"));
+    }
+
+    void aFullDiskLeavesTheFileAsFarAsItWasWritten()
+    {
+        Open();
+        Choose(1);
+        m_desk->files.Fail(FaultyFiles::Operation::Write, 61, 1, 1);
+        m_desk->boxes.Expect(Report(61));
+        m_desk->Press("cmdSave");
+        QCOMPARE(Content(), QByteArray("cat\r\n"));
+    }
+
+    void helpOpensItsTopicsAndGoesWithTheScreen()
+    {
+        Open();
+        m_desk->Press("cmdHelp");
+        m_desk->Press("cmdTips");
+        QCOMPARE(m_desk->help.Open()[0].topic, QString("Edit a Spelling List.htm"));
+        QCOMPARE(m_desk->help.Open()[1].topic, QString("Tips on Pronunciation.htm"));
+        m_desk->Press("cmdMenu");
+        QVERIFY(m_desk->help.Open().empty());
+        QVERIFY(!frmEditSpell::Exists());
+        QVERIFY(State().AgentControl.IsNothing());
+    }
+
+    void longListsAreReadAndWritten()
+    {
+        QByteArray content;
+        for (int number = 1; number <= 32767; ++number)
+            content += "word" + QByteArray::number(number) + "\r\n";
+        m_desk->WriteFile("Lists/Pets", content);
+        QElapsedTimer time;
+        time.start();
+        Open();
+        qInfo("opened in %lld ms", time.elapsed());
+        QCOMPARE(List()->Count(), 32767);
+        Choose(1);
+        time.restart();
+        m_desk->Press("cmdSave");
+        qInfo("saved in %lld ms", time.elapsed());
+        QCOMPARE(Content(), content);
+        Add("onemore");
+        Choose(1);
+        m_desk->boxes.Expect(Report(6));
+        m_desk->Press("cmdSave");
+        QCOMPARE(Content(), QByteArray()); // the file had been opened for writing by then
+    }
+
+private:
+    void Open(const QString &name = "Pets")
+    {
+        frmEditSpell::Shared().EditFileName = name;
+        frmEditSpell::Shared().Show();
+        m_desk->Settle();
+    }
+    void Reopen()
+    {
+        m_desk->Press("cmdMenu");
+        Open();
+    }
+    platform::ListView *List() { return m_desk->Find<platform::ListView>("List"); }
+    // An entry on the screen as the user sees it, from 1.
+    QPoint PlaceOf(int row) { return List()->visualRect(List()->model()->index(row - 1, 0)).center(); }
+    void Click(int row) { QTest::mouseClick(List()->viewport(), Qt::LeftButton, {}, PlaceOf(row)); }
+    void Choose(int index)
+    {
+        List()->Select(index);
+        List()->Reveal(index);
+        const QPoint place = List()->visualRect(List()->currentIndex()).center();
+        QTest::mouseClick(List()->viewport(), Qt::LeftButton, {}, place);
+        QTest::mouseDClick(List()->viewport(), Qt::LeftButton, {}, place);
+    }
+    void Add(const QString &word, const QString &pronunciation = {})
+    {
+        m_desk->Type("txtASpell", word);
+        m_desk->Type("txtAPronounce", pronunciation);
+        m_desk->Press("cmdAdd");
+    }
+    void Delete(int index, const QString &word)
+    {
+        List()->Select(index);
+        m_desk->boxes.Expect("Are you sure you want to delete " + word + " from the list?", BoxAnswer::Yes);
+        m_desk->Press("cmdDelete");
+    }
+    void Expect(FaultyFiles::Operation operation, qint32 number)
+    {
+        m_desk->files.Fail(operation, number);
+        m_desk->boxes.Expect(Report(number));
+    }
+    QStringList Boxes()
+    {
+        QStringList texts;
+        for (const char *box : { "txtESpell", "txtEPronounce", "txtASpell", "txtAPronounce" })
+            texts << m_desk->Find<QLineEdit>(box)->text();
+        return texts;
+    }
+    QStringList Shown()
+    {
+        QStringList shown;
+        for (int index = 1; index <= List()->Count(); ++index)
+            shown << List()->Item(index)->Text() + "|" + List()->Item(index)->SubItem(1);
+        return shown;
+    }
+    QByteArray Content()
+    {
+        QFile file(m_desk->folder.filePath("Lists/Pets"));
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("unreadable");
+    }
+
+    std::optional<Desk> m_desk;
+};
+
+QTEST_MAIN(TestfrmEditSpell)
+#include "TestfrmEditSpell.moc"
