@@ -243,6 +243,14 @@ void ListView::resizeEvent(QResizeEvent *event)
     UpdateScrollBar();
 }
 
+// The titles grow with the type of the list.
+void ListView::changeEvent(QEvent *event)
+{
+    QTreeView::changeEvent(event);
+    if (event->type() == QEvent::FontChange)
+        header()->setFont(font());
+}
+
 // Columns that share the whole width of the control reach under its frame and scroll bar; that little is no
 // reason to scroll sideways.
 void ListView::UpdateScrollBar()
