@@ -3,6 +3,7 @@
 #include "ui_frmList.h"
 
 #include "authoring/frmDelete.h"
+#include "authoring/frmQuiz1.h"
 #include "authoring/frmSpelling1.h"
 #include "platform/forms/EnterKey.h"
 #include "platform/forms/Holds.h"
@@ -30,13 +31,13 @@ void frmList::OnLoad(QWidget &window)
     platform::InstallEnterKey(window);
     m_resizer = std::make_unique<platform::Resizer>(window, platform::HoldAllButLeft({ "CommandButton" }));
     // The screens that these lead to do not exist yet.
-    for (QPushButton *button :
-         { m_ui->cmdEditSpell, m_ui->cmdImportSpell, m_ui->cmdExportSpell, m_ui->cmdAddQuiz,
-           m_ui->cmdEditQuiz, m_ui->cmdImportQuiz, m_ui->cmdExportQuiz })
+    for (QPushButton *button : { m_ui->cmdEditSpell, m_ui->cmdImportSpell, m_ui->cmdExportSpell,
+                                 m_ui->cmdEditQuiz, m_ui->cmdImportQuiz, m_ui->cmdExportQuiz })
         button->setEnabled(false);
     Connect(m_ui->cmdNewSpell, &QPushButton::clicked, [this] { ShowScreen(frmSpelling1::Shared(), *this); });
     Connect(m_ui->cdmDeleteSpell, &QPushButton::clicked, [this] { ShowFor<frmDelete>(kSpellList); });
     Connect(m_ui->cmdDeleteQuiz, &QPushButton::clicked, [this] { ShowFor<frmDelete>(kQuizList); });
+    Connect(m_ui->cmdAddQuiz, &QPushButton::clicked, [this] { ShowScreen(frmQuiz1::Shared(), *this); });
     Connect(m_ui->cmdMenu, &QPushButton::clicked, [this] { ShowScreen(frmMenu1::Shared(), *this); });
     Connect(m_ui->cmdHelp, &QPushButton::clicked, [] { ShowHelpTopic(kListsTopic); });
 }

@@ -9,6 +9,8 @@ inline const QString kListsTopic = QStringLiteral("Adding, Editing and Deleting 
 inline const QString kNewSpellingListTopic = QStringLiteral("Add a New Spelling List.htm");
 inline const QString kEditSpellingListTopic = QStringLiteral("Edit a Spelling List.htm");
 inline const QString kPronunciationTopic = QStringLiteral("Tips on Pronunciation.htm");
+inline const QString kNewQuizTopic = QStringLiteral("Add a New Quiz.htm");
+inline const QString kEditQuizTopic = QStringLiteral("Edit a Quiz.htm");
 inline const QString kSettingsTopic = QStringLiteral("Settings1.htm");
 inline const QString kPlayingTopic = QStringLiteral("Playing the Game.htm");
 
