@@ -3,6 +3,7 @@
 #include "platform/forms/Twips.h"
 
 #include <QContextMenuEvent>
+#include <QFontInfo>
 #include <QFontMetrics>
 #include <QHeaderView>
 #include <QHelpEvent>
@@ -247,8 +248,12 @@ void ListView::resizeEvent(QResizeEvent *event)
 void ListView::changeEvent(QEvent *event)
 {
     QTreeView::changeEvent(event);
-    if (event->type() == QEvent::FontChange)
-        header()->setFont(font());
+    if (event->type() != QEvent::FontChange)
+        return;
+    // Set on the header's own font: a style sheet would undo one that is handed down.
+    QFont titles = header()->font();
+    titles.setPixelSize(QFontInfo(font()).pixelSize());
+    header()->setFont(titles);
 }
 
 // Columns that share the whole width of the control reach under its frame and scroll bar; that little is no

@@ -260,6 +260,19 @@ private slots:
         QVERIFY(m_list->horizontalScrollBar()->isVisible());
     }
 
+    void theTitlesGrowWithTheType()
+    {
+        qApp->setStyleSheet("QHeaderView::section { padding: 4px; }");
+        for (const int size : { 17, 31, 22 }) {
+            QFont font = m_list->font();
+            font.setPixelSize(size);
+            m_list->setFont(font);
+            QCoreApplication::processEvents();
+            QCOMPARE(m_list->header()->font().pixelSize(), size);
+        }
+        qApp->setStyleSheet(QString());
+    }
+
     void aTextThatIsCutOffIsToldWhole()
     {
         Fill({ QString(80, 'w') + " <b>", "cat", "two\nlines" });
