@@ -85,6 +85,9 @@ void frmSpell1::FinishList()
 
 void frmSpell1::PlayFireworks()
 {
+    // Else the focus would wander to the last button hidden, and Enter would open the help at the end.
+    if (QWidget *focus = m_ui->cmdGo->window()->focusWidget())
+        focus->clearFocus();
     for (QWidget *piece : std::initializer_list<QWidget *>{ m_ui->fmeQuiz, m_ui->txtScore, m_ui->Shape2,
                                                             m_ui->Shape3, m_ui->Shape1, m_ui->txtAnswer })
         piece->setVisible(false);

@@ -301,6 +301,18 @@ private slots:
         QVERIFY(m_desk->transcript.Said().filter("You passed").isEmpty());
     }
 
+    void enterOpensNothingBehindTheFireworks()
+    {
+        Begin(GameKind::Quiz, { "Ann" });
+        Score({ { "2", "2" } });
+        End(3);
+        QCOMPARE(m_desk->Focus(), QString());
+        QTest::keyClick(frmSpell1::Shared().Window(), Qt::Key_Return);
+        m_desk->Rest();
+        QVERIFY(m_desk->help.Open().empty());
+        QVERIFY(frmSpell1::Shared().IsActive());
+    }
+
     void theCastStandsWhereItStoodBefore_data()
     {
         QTest::addColumn<int>("displayWidth");
