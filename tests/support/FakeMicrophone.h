@@ -11,12 +11,19 @@ public:
     bool usable = true;
 
     // Whether somebody listens, and to what.
-    bool Listening() const { return m_level != nullptr; }
+    bool Listening() const { return m_level != nullptr || m_heard != nullptr; }
     const QString &ListeningTo() const { return m_id; }
     void Hear(double level)
     {
         if (const auto call = m_level)
             call(level);
+    }
+
+    // The same for who records: that many milliseconds of something.
+    void HearSpeech(int milliseconds)
+    {
+        if (const auto call = m_heard)
+            call(QByteArray(milliseconds * 32, 'x'));
     }
 
     std::vector<Device> Devices() const override { return devices; }
@@ -29,11 +36,26 @@ public:
         m_level = std::move(level);
         return true;
     }
-    void Stop() override { m_level = nullptr; }
+    [[nodiscard]] bool Record(const QString &id,
+                              std::function<void(const QByteArray &samples)> heard) override
+    {
+        Stop();
+        if (!usable || devices.empty())
+            return false;
+        m_id = id;
+        m_heard = std::move(heard);
+        return true;
+    }
+    void Stop() override
+    {
+        m_level = nullptr;
+        m_heard = nullptr;
+    }
 
 private:
     QString m_id;
     std::function<void(double)> m_level;
+    std::function<void(const QByteArray &)> m_heard;
 };
 
 } // namespace support

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArray>
 #include <QString>
 
 #include <functional>
@@ -22,8 +23,13 @@ public:
 
     // Listens to the device, the desktop's own choice if `id` is empty or not there any more, and calls
     // `level` from the event loop some ten times a second with the loudness of what is heard, 0 to 1, until
-    // Stop or the next Listen. False when nothing can be listened to; `level` is not called then.
+    // Stop or the next Listen or Record. False when nothing can be listened to; `level` is not called then.
     [[nodiscard]] virtual bool Listen(const QString &id, std::function<void(double)> level) = 0;
+    // The same, but calls `heard` with what is heard itself: 16-bit signed samples of one channel, 16,000 a
+    // second, in order and without gaps.
+    [[nodiscard]] virtual bool Record(const QString &id,
+                                      std::function<void(const QByteArray &samples)> heard) = 0;
+    // Ends either. What has been heard and not yet been told is told first, inside the call.
     virtual void Stop() = 0;
 
     // Called by the event loop when devices have come or gone.

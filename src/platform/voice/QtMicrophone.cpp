@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace platform {
 
@@ -48,7 +49,7 @@ public:
     }
     ~Ear() override { Stop(); }
 
-    bool Listen(const QAudioDevice &device, std::function<void(double)> level)
+    bool Listen(const QAudioDevice &device, std::function<void(const QByteArray &)> heard)
     {
         Stop();
         if (device.isNull())
@@ -63,7 +64,7 @@ public:
             Stop();
             return false;
         }
-        m_level = std::move(level);
+        m_heard = std::move(heard);
         m_timer.start();
         return true;
     }
@@ -71,7 +72,11 @@ public:
     void Stop()
     {
         m_timer.stop();
-        m_level = nullptr;
+        // The rest; whoever is told may stop once more.
+        if (const auto heard = std::exchange(m_heard, nullptr)) {
+            if (const QByteArray rest = m_stream->readAll(); !rest.isEmpty())
+                heard(rest);
+        }
         m_stream = nullptr;
         if (m_source)
             m_source->stop();
@@ -81,21 +86,15 @@ public:
 private:
     void Tell()
     {
-        const QByteArray heard = m_stream->readAll();
-        const auto *samples = reinterpret_cast<const qint16 *>(heard.constData());
-        const auto count = heard.size() / static_cast<qsizetype>(sizeof(qint16));
-        double sum = 0;
-        for (qsizetype index = 0; index < count; ++index)
-            sum += std::pow(samples[index] / 32768.0, 2);
-        const auto level = m_level; // may be replaced by what it calls
-        level(LoudnessOf(count > 0 ? std::sqrt(sum / double(count)) : 0));
+        const auto heard = m_heard; // may be replaced by what it calls
+        heard(m_stream->readAll());
     }
 
     QMediaDevices m_devices;
     std::unique_ptr<QAudioSource> m_source;
     QIODevice *m_stream = nullptr; // the source's own
     QTimer m_timer;
-    std::function<void(double)> m_level;
+    std::function<void(const QByteArray &)> m_heard;
 };
 
 QtMicrophone::QtMicrophone() : m_ear(std::make_unique<Ear>(*this)) {}
@@ -114,6 +113,18 @@ std::vector<Microphone::Device> QtMicrophone::Devices() const
 
 bool QtMicrophone::Listen(const QString &id, std::function<void(double)> level)
 {
+    return Record(id, [level = std::move(level)](const QByteArray &heard) {
+        const auto *samples = reinterpret_cast<const qint16 *>(heard.constData());
+        const auto count = heard.size() / static_cast<qsizetype>(sizeof(qint16));
+        double sum = 0;
+        for (qsizetype index = 0; index < count; ++index)
+            sum += std::pow(samples[index] / 32768.0, 2);
+        level(LoudnessOf(count > 0 ? std::sqrt(sum / double(count)) : 0));
+    });
+}
+
+bool QtMicrophone::Record(const QString &id, std::function<void(const QByteArray &)> heard)
+{
     QAudioDevice wanted = QMediaDevices::defaultAudioInput();
     if (IsEcho(wanted))
         wanted = QAudioDevice();
@@ -121,7 +132,7 @@ bool QtMicrophone::Listen(const QString &id, std::function<void(double)> level)
         if (!IsEcho(device) && (wanted.isNull() || QString::fromUtf8(device.id()) == id))
             wanted = device;
     }
-    return m_ear->Listen(wanted, std::move(level));
+    return m_ear->Listen(wanted, std::move(heard));
 }
 
 void QtMicrophone::Stop()

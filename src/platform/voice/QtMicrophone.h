@@ -15,6 +15,8 @@ public:
 
     std::vector<Device> Devices() const override;
     [[nodiscard]] bool Listen(const QString &id, std::function<void(double)> level) override;
+    [[nodiscard]] bool Record(const QString &id,
+                              std::function<void(const QByteArray &samples)> heard) override;
     void Stop() override;
 
 private:

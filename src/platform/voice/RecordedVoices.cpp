@@ -24,6 +24,8 @@ QStringList VoiceCredits()
         QStringLiteral(
             "Lists in other languages are read by eSpeak NG, under the GNU General Public License, "
             "version 3 or later."),
+        QStringLiteral("Spoken letters are understood by PocketSphinx, copyright Carnegie Mellon University, "
+                       "under a licence in the manner of BSD."),
     };
 }
 

@@ -1,0 +1,321 @@
+#include "platform/voice/SphinxRecogniser.h"
+
+#include <QCoreApplication>
+#include <QFile>
+#include <QFileInfo>
+#include <QObject>
+
+#ifdef TUMBLEWICK_SPHINX
+#include <pocketsphinx.h>
+#include <sphinxbase/err.h>
+#endif
+
+#include <array>
+#include <condition_variable>
+#include <deque>
+#include <mutex>
+#include <optional>
+#include <thread>
+#include <utility>
+#include <vector>
+
+namespace platform {
+
+#ifdef TUMBLEWICK_SPHINX
+
+namespace {
+
+constexpr int kAnswers = 3;
+constexpr int kLeastSamples = kSpeechRate / 8;
+
+// How the letters sound, in the model's own sounds.
+struct Spoken {
+    const char *word;
+    const char *sounds;
+    const char *name;
+};
+constexpr Spoken kSpoken[] = {
+    { "a", "EY", "a" },
+    { "b", "B IY", "b" },
+    { "c", "S IY", "c" },
+    { "d", "D IY", "d" },
+    { "e", "IY", "e" },
+    { "f", "EH F", "f" },
+    { "g", "JH IY", "g" },
+    { "h", "EY CH", "h" },
+    { "i", "AY", "i" },
+    { "j", "JH EY", "j" },
+    { "k", "K EY", "k" },
+    { "l", "EH L", "l" },
+    { "m", "EH M", "m" },
+    { "n", "EH N", "n" },
+    { "o", "OW", "o" },
+    { "p", "P IY", "p" },
+    { "q", "K Y UW", "q" },
+    { "r", "AA R", "r" },
+    { "r_open", "AA", "r" },
+    { "s", "EH S", "s" },
+    { "t", "T IY", "t" },
+    { "u", "Y UW", "u" },
+    { "v", "V IY", "v" },
+    { "w", "D AH B AH L Y UW", "w" },
+    { "x", "EH K S", "x" },
+    { "y", "W AY", "y" },
+    { "z", "Z IY", "z" },
+    { "z_zed", "Z EH D", "z" },
+    // "Go" alone is too close to "o".
+    { "go_ahead", "G OW AH HH EH D", "go" },
+};
+
+struct Free {
+    void operator()(ps_decoder_t *decoder) const { ps_free(decoder); }
+    void operator()(cmd_ln_t *options) const { cmd_ln_free_r(options); }
+};
+
+// One decoder: for voices as they are, or for those of children, which are higher.
+class Decoder {
+public:
+    Decoder(const QString &model, bool children)
+    {
+        err_set_logfp(nullptr);
+        const QByteArray path = QFile::encodeName(model);
+        const std::unique_ptr<cmd_ln_t, Free> options(
+            cmd_ln_init(nullptr, ps_args(), TRUE, "-hmm", path.constData(), "-samprate", "16000",
+                        "-warp_type", "inverse_linear", "-warp_params", children ? "1.4" : "1.0", nullptr));
+        if (options)
+            m_decoder.reset(ps_init(options.get()));
+        if (!m_decoder)
+            return;
+        for (const Spoken &spoken : kSpoken) {
+            if (ps_add_word(m_decoder.get(), spoken.word, spoken.sounds, FALSE) < 0) {
+                m_decoder.reset();
+                return;
+            }
+        }
+    }
+
+    struct Answer {
+        QString name;
+        int score = 0;
+    };
+    // The best of what is not yet among `known`; none when nothing was said.
+    std::optional<Answer> Best(const QByteArray &samples, const QStringList &known)
+    {
+        if (!m_decoder)
+            return std::nullopt;
+        QByteArray grammar = "#JSGF V1.0; grammar letters; public <letter> = ";
+        bool first = true;
+        for (const Spoken &spoken : kSpoken) {
+            if (known.contains(QLatin1String(spoken.name)))
+                continue;
+            grammar += (first ? "" : " | ") + QByteArray(spoken.word);
+            first = false;
+        }
+        grammar += ";";
+        if (ps_set_jsgf_string(m_decoder.get(), "letters", grammar.constData()) < 0 ||
+            ps_set_search(m_decoder.get(), "letters") < 0 || ps_start_utt(m_decoder.get()) < 0)
+            return std::nullopt;
+        ps_process_raw(m_decoder.get(), reinterpret_cast<const int16 *>(samples.constData()),
+                       std::size_t(samples.size()) / sizeof(int16), FALSE, TRUE);
+        ps_end_utt(m_decoder.get());
+        int32 score = 0;
+        const char *word = ps_get_hyp(m_decoder.get(), &score);
+        for (const Spoken &spoken : kSpoken) {
+            if (word && qstrcmp(word, spoken.word) == 0)
+                return Answer{ QString::fromLatin1(spoken.name), score };
+        }
+        return std::nullopt;
+    }
+
+private:
+    std::unique_ptr<ps_decoder_t, Free> m_decoder;
+};
+
+// Both decoders, and the answers of the one that takes the voice for more likely.
+class Ear {
+public:
+    explicit Ear(const QString &model) : m_decoders{ Decoder(model, false), Decoder(model, true) } {}
+
+    QStringList Understand(const QByteArray &samples)
+    {
+        QStringList names;
+        if (samples.size() / qsizetype(sizeof(int16)) < kLeastSamples)
+            return names;
+        Decoder *likelier = nullptr;
+        int best = 0;
+        for (Decoder &decoder : m_decoders) {
+            const auto answer = decoder.Best(samples, {});
+            if (!answer || (likelier && answer->score <= best))
+                continue;
+            likelier = &decoder;
+            best = answer->score;
+            names = { answer->name };
+        }
+        while (likelier && names.size() < kAnswers) {
+            const auto answer = likelier->Best(samples, names);
+            if (!answer)
+                break;
+            names << answer->name;
+        }
+        return names;
+    }
+
+private:
+    std::array<Decoder, 2> m_decoders;
+};
+
+} // namespace
+
+// A thread that understands one thing after the other.
+class SphinxRecogniser::Worker {
+public:
+    explicit Worker(QString model) : m_model(std::move(model)), m_thread([this] { Work(); }) {}
+    ~Worker()
+    {
+        {
+            const std::lock_guard lock(m_mutex);
+            m_closing = true;
+        }
+        m_changed.notify_all();
+        m_thread.join();
+    }
+
+    void Add(QByteArray samples, std::weak_ptr<Ready> ready)
+    {
+        {
+            const std::lock_guard lock(m_mutex);
+            m_jobs.push_back({ std::move(samples), std::move(ready) });
+        }
+        m_changed.notify_all();
+    }
+
+private:
+    struct Job {
+        QByteArray samples;
+        std::weak_ptr<Ready> ready;
+    };
+
+    void Work()
+    {
+        std::optional<Ear> ear;
+        std::unique_lock lock(m_mutex);
+        while (true) {
+            m_changed.wait(lock, [this] { return m_closing || !m_jobs.empty(); });
+            if (m_closing)
+                return;
+            const Job job = std::move(m_jobs.front());
+            m_jobs.pop_front();
+            lock.unlock();
+            if (!job.ready.expired()) {
+                if (!ear)
+                    ear.emplace(m_model);
+                const QStringList names = ear->Understand(job.samples);
+                QMetaObject::invokeMethod(
+                    &m_counter,
+                    [ready = job.ready, names] {
+                        if (const auto held = ready.lock())
+                            (*held)(names);
+                    },
+                    Qt::QueuedConnection);
+            }
+            lock.lock();
+        }
+    }
+
+    const QString m_model;
+    QObject m_counter; // answers are handed over in the event loop of its thread
+    std::mutex m_mutex;
+    std::condition_variable m_changed;
+    std::deque<Job> m_jobs;
+    bool m_closing = false;
+    std::thread m_thread;
+};
+
+QString SphinxRecogniser::UsualModel()
+{
+    return QStringLiteral(TUMBLEWICK_SPHINX "/en-us/en-us");
+}
+
+QString SphinxRecogniser::Obstacle() const
+{
+    if (QFileInfo(m_model + QStringLiteral("/mdef")).isFile())
+        return QString();
+    return QCoreApplication::translate("SpeechPage",
+                                       "The sounds of English are not installed, so that no letter can be "
+                                       "understood. They are in the package pocketsphinx-en-us.");
+}
+
+QStringList SphinxRecogniser::Understand(const QString &model, const QByteArray &samples)
+{
+    // The files are read once for each model.
+    static std::pair<QString, std::unique_ptr<Ear>> ear;
+    if (!ear.second || ear.first != model)
+        ear = { model, std::make_unique<Ear>(model) };
+    return ear.second->Understand(samples);
+}
+
+#else
+
+class SphinxRecogniser::Worker {
+public:
+    explicit Worker(const QString &) {}
+    void Add(const QByteArray &, const std::weak_ptr<Ready> &) {}
+};
+
+QString SphinxRecogniser::UsualModel()
+{
+    return QString();
+}
+
+QString SphinxRecogniser::Obstacle() const
+{
+    return QCoreApplication::translate("SpeechPage",
+                                       "This program was built without a recogniser, so that no "
+                                       "letter can be understood.");
+}
+
+QStringList SphinxRecogniser::Understand(const QString &, const QByteArray &)
+{
+    return {};
+}
+
+#endif
+
+namespace {
+
+class HeldOrder final : public LetterRecogniser::Order {
+public:
+    explicit HeldOrder(std::shared_ptr<LetterRecogniser::Ready> ready) : m_ready(std::move(ready)) {}
+
+private:
+    std::shared_ptr<LetterRecogniser::Ready> m_ready;
+};
+
+} // namespace
+
+SphinxRecogniser::SphinxRecogniser(QString model) : m_model(model.isEmpty() ? UsualModel() : std::move(model))
+{
+}
+
+SphinxRecogniser::~SphinxRecogniser() = default;
+
+std::unique_ptr<LetterRecogniser::Order> SphinxRecogniser::Recognise(QByteArray samples, Ready ready)
+{
+    auto held = std::make_shared<Ready>(std::move(ready));
+    if (!Obstacle().isEmpty()) {
+        QMetaObject::invokeMethod(
+            qApp,
+            [weak = std::weak_ptr<Ready>(held)] {
+                if (const auto call = weak.lock())
+                    (*call)({});
+            },
+            Qt::QueuedConnection);
+    } else {
+        if (!m_worker)
+            m_worker = std::make_unique<Worker>(m_model);
+        m_worker->Add(std::move(samples), held);
+    }
+    return std::make_unique<HeldOrder>(std::move(held));
+}
+
+} // namespace platform
