@@ -1,8 +1,10 @@
 #include "platform/Services.h"
 #include "platform/agent/AgentEngine.h"
+#include "platform/agent/ListeningTip.h"
 #include "platform/agent/OptionsSheet.h"
 #include "platform/agent/PuppetFigure.h"
 #include "platform/agent/SettingsStore.h"
+#include "platform/agent/VoiceSpelling.h"
 #include "platform/display/Scale.h"
 #include "platform/display/XcbDisplay.h"
 #include "platform/files/ApplicationFolder.h"
@@ -20,6 +22,7 @@
 #include "platform/voice/QtMicrophone.h"
 #include "platform/voice/QtSoundEffects.h"
 #include "platform/voice/SpeechService.h"
+#include "platform/voice/SphinxRecogniser.h"
 #include "shell/Appearance.h"
 #include "shell/frmSplash.h"
 
@@ -59,8 +62,9 @@ int main(int argc, char *argv[])
     // Voices are tried beside what the characters say.
     platform::QtAudioOut attempts;
     platform::QtMicrophone microphone;
+    platform::SphinxRecogniser recogniser;
     platform::OptionsSheet sheet(
-        { options, speech, speech, attempts, microphone, [&figures] { return figures.All(); } });
+        { options, speech, speech, attempts, microphone, [&figures] { return figures.All(); }, &recogniser });
     platform::AgentEngine agent(events, figures, &sheet);
     platform::ApplyVoices(options.Now(), {}, speech);
     agent.SetSoundEffects(options.Now().soundEffects);
@@ -69,6 +73,13 @@ int main(int argc, char *argv[])
         agent.SetSoundEffects(options.Now().soundEffects);
         agent.DeliverPropertyChange();
     });
+    platform::QtMicrophone ear;
+    platform::ListeningTip tip;
+    platform::VoiceSpelling spelling({ events, options, agent, ear, recogniser, tip });
+    platform::HeldKey talkKey(Qt::Key_ScrollLock);
+    talkKey.down = [&spelling] { spelling.KeyDown(); };
+    talkKey.up = [&spelling] { spelling.KeyUp(); };
+    talkKey.lost = [&spelling] { spelling.KeyLost(); };
     platform::XcbDisplay display;
     platform::QtDesktop desktop;
     platform::QtAudioOut clipAudio;

@@ -61,6 +61,8 @@ AgentControlReference AgentEngine::CreateControl()
 {
     auto client = std::make_shared<Client>(*this, m_alive);
     m_clients.push_back(client);
+    for (const QString &name : m_voiceCommands)
+        client->AddCommand({ name, QString() });
     return AgentControlReference(std::move(client));
 }
 
@@ -139,6 +141,34 @@ std::vector<MenuGroup> AgentEngine::MenuOf(const Cast &cast)
     return { std::move(commands), std::move(absent) };
 }
 
+void AgentEngine::SetVoiceCommands(const QStringList &names)
+{
+    for (const auto &weak : m_clients) {
+        const auto client = weak.lock();
+        if (!client || !client->Connected())
+            continue;
+        for (const QString &name : m_voiceCommands)
+            client->RemoveCommand(name);
+        for (const QString &name : names)
+            client->AddCommand({ name, QString() });
+    }
+    m_voiceCommands = names;
+}
+
+std::optional<AgentEngine::Listener> AgentEngine::ListenerNow() const
+{
+    const auto client = InputClient();
+    if (!client || !client->command || client->Commands().empty())
+        return std::nullopt;
+    const auto lastSpeaker = m_lastSpeaker.lock();
+    std::shared_ptr<Cast> listener;
+    for (const auto &[key, cast] : client->Casts()) {
+        if (cast->Visible() && (!listener || cast == lastSpeaker))
+            listener = cast;
+    }
+    return listener ? std::optional(Listener{ listener->Id(), listener->Body().Frame() }) : std::nullopt;
+}
+
 void AgentEngine::DeliverPropertyChange()
 {
     for (const auto &weak : m_clients) {
@@ -212,7 +242,11 @@ void AgentEngine::ShowDeparture(const std::shared_ptr<Cast> &cast)
 bool AgentEngine::TakeVoice(const std::shared_ptr<Cast> &cast)
 {
     m_voiceQueue.push_back(cast);
-    return m_voiceQueue.size() == 1;
+    m_lastSpeaker = cast;
+    const bool isFirst = m_voiceQueue.size() == 1;
+    if (isFirst && voiceChanged)
+        voiceChanged();
+    return isFirst;
 }
 
 void AgentEngine::GiveVoiceBack(const Cast &cast)
@@ -226,8 +260,11 @@ void AgentEngine::GiveVoiceBack(const Cast &cast)
                                           return !other || other.get() == &cast;
                                       }),
                        m_voiceQueue.end());
-    if (m_voiceQueue.empty())
+    if (m_voiceQueue.empty()) {
+        if (voiceChanged)
+            voiceChanged();
         return;
+    }
     const auto next = m_voiceQueue.front().lock();
     if (next && next != before)
         next->VoiceIsFree();

@@ -4,8 +4,11 @@
 #include "platform/agent/Figure.h"
 #include "platform/system/Events.h"
 
+#include <QStringList>
+
 #include <deque>
 #include <map>
+#include <optional>
 #include <vector>
 
 namespace platform {
@@ -28,6 +31,21 @@ public:
     // Brings a command to the client that gets the user's input: of those that have a visible character, the
     // one that showed one last. Nothing when there is none.
     void DeliverCommand(const QString &name);
+
+    // What can be said to the characters: each client, those to come too, has these among its commands, in no
+    // menu. Replaces the ones of the last call.
+    void SetVoiceCommands(const QStringList &names);
+    // Who is spoken to: of the client that gets the user's input, the character that spoke last, or any that
+    // is seen. None when that client has no commands or nobody to hear them.
+    struct Listener {
+        QString name;
+        QRect frame;
+    };
+    std::optional<Listener> ListenerNow() const;
+    // Whether a character is speaking, or waits for another one to end.
+    bool SomebodySpeaks() const { return !m_voiceQueue.empty(); }
+    // Called when that changes, inside the calls that change it; asks nothing of the characters.
+    std::function<void()> voiceChanged;
 
     // Tells all clients that the user's options have changed.
     void DeliverPropertyChange();
@@ -67,6 +85,8 @@ private:
     std::map<QString, std::weak_ptr<Cast>> m_casts; // by id in lower case
     std::vector<std::weak_ptr<Client>> m_shown;     // clients in the order of their last Show
     std::deque<std::weak_ptr<Cast>> m_voiceQueue;   // the first one is talking
+    std::weak_ptr<Cast> m_lastSpeaker;
+    QStringList m_voiceCommands;
     struct Departure {
         std::shared_ptr<Cast> cast;
         std::unique_ptr<PendingCall> deadline;

@@ -329,22 +329,32 @@ void OutputPage::StopTrying()
     m_audio.Stop();
 }
 
-SpeechPage::SpeechPage(Microphone &microphone) : m_microphone(microphone)
+SpeechPage::SpeechPage(Microphone &microphone, const LetterRecogniser *recogniser) : m_microphone(microphone)
 {
     setObjectName(QStringLiteral("Speech"));
     m_spelling = new QCheckBox(tr("Children may spell by &voice"));
     m_spelling->setObjectName(QStringLiteral("chkSpelling"));
     auto *about =
-        new QLabel(tr("The game then listens for single letters and asks before it takes one. It works "
-                      "best in a quiet room, and it is never sure: with a keyboard a child learns "
-                      "more. Nothing that is heard is kept or sent anywhere."));
+        new QLabel(tr("Hold the Scroll Lock key, say one letter, and let go, while nobody else speaks. The "
+                      "game shows what it may have been; a click takes it, or a tap of the key takes the "
+                      "first. Say \"go ahead\" for the answer button. It works best in a quiet room and "
+                      "is never sure: with the keyboard a child learns more. Nothing that is heard is "
+                      "kept or sent anywhere."));
     about->setWordWrap(true);
+    // Without a recogniser it can be switched off, and not on.
+    const QString obstacle = recogniser ? recogniser->Obstacle() : QString();
+    auto *trouble = new QLabel(obstacle);
+    trouble->setObjectName(QStringLiteral("lblRecogniser"));
+    trouble->setWordWrap(true);
+    trouble->setVisible(!obstacle.isEmpty());
+    m_canSpell = obstacle.isEmpty();
     auto *spelling = new QGroupBox(tr("Spelling by voice"));
     auto *spellingRows = new QVBoxLayout(spelling);
     spellingRows->setContentsMargins(14, 6, 14, 12);
     spellingRows->setSpacing(kRowGap);
     spellingRows->addWidget(m_spelling);
     spellingRows->addWidget(about);
+    spellingRows->addWidget(trouble);
 
     m_device = new QComboBox;
     m_device->setObjectName(QStringLiteral("cmbMicrophone"));
@@ -419,6 +429,7 @@ void SpeechPage::FillDevices(const QString &chosen)
 void SpeechPage::Show(const ServiceOptions &options)
 {
     m_spelling->setChecked(options.voiceSpelling);
+    m_spelling->setEnabled(m_canSpell || options.voiceSpelling);
     FillDevices(options.microphone);
     if (isVisible())
         Listen();

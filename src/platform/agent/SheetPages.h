@@ -67,7 +67,7 @@ class SpeechPage : public QWidget {
     Q_OBJECT
 
 public:
-    explicit SpeechPage(Microphone &microphone);
+    SpeechPage(Microphone &microphone, const LetterRecogniser *recogniser);
     ~SpeechPage() override;
 
     void Show(const ServiceOptions &options);
@@ -86,6 +86,7 @@ private:
 
     Microphone &m_microphone;
     QCheckBox *m_spelling = nullptr;
+    bool m_canSpell = true;
     QComboBox *m_device = nullptr;
     QProgressBar *m_level = nullptr;
     QLabel *m_state = nullptr;

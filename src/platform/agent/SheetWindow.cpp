@@ -44,7 +44,7 @@ SheetWindow::SheetWindow(const SheetSources &sources)
 
     m_output = new OutputPage(sources);
     m_output->changed = [this] { DraftChanged(); };
-    m_speech = new SpeechPage(sources.microphone);
+    m_speech = new SpeechPage(sources.microphone, sources.recogniser);
     m_speech->changed = [this] { DraftChanged(); };
     m_pages = new QTabWidget;
     m_pages->setAccessibleName(tr("Pages"));

@@ -2,6 +2,7 @@
 
 #include "platform/agent/CharacterData.h"
 #include "platform/agent/ServiceOptions.h"
+#include "platform/voice/LetterRecogniser.h"
 #include "platform/voice/Microphone.h"
 
 #include <QDialog>
@@ -26,6 +27,8 @@ struct SheetSources {
     AudioOut &audio;      // for trying voices; not the one that the characters speak through
     Microphone &microphone;
     std::function<std::vector<std::shared_ptr<const CharacterData>>()> characters;
+    // What would understand the children; null when that is not told.
+    const LetterRecogniser *recogniser = nullptr;
 };
 
 // The window of the property sheet. The pages show a draft of the options; OK and Apply make it hold.

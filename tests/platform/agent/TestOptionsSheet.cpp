@@ -1,6 +1,7 @@
 #include "platform/agent/OptionsSheet.h"
 #include "support/FakeMicrophone.h"
 #include "support/FakeOptionsStore.h"
+#include "support/FakeRecogniser.h"
 #include "support/FakeTime.h"
 #include "support/FakeVoice.h"
 #include "support/SmallCharacter.h"
@@ -149,6 +150,34 @@ private slots:
         Open();
         QCOMPARE(Window().pos(), QPoint(33, 21));
         QCOMPARE(m_sheet->Page(), QStringLiteral("Copyright"));
+    }
+
+    void spellingWithoutARecogniserCannotBeSwitchedOn()
+    {
+        m_sheet->SetPage("Speech");
+        Open();
+        auto *spelling = Window().findChild<QCheckBox *>("chkSpelling");
+        QVERIFY(spelling->isEnabled() && !spelling->isChecked());
+        QVERIFY(!Window().findChild<QLabel *>("lblRecogniser")->isVisible());
+
+        m_recogniser.obstacle = "There is no recogniser here.";
+        MakeSheet();
+        m_sheet->SetPage("Speech");
+        Open();
+        spelling = Window().findChild<QCheckBox *>("chkSpelling");
+        QVERIFY(!spelling->isEnabled());
+        auto *told = Window().findChild<QLabel *>("lblRecogniser");
+        QVERIFY(told->isVisible());
+        QCOMPARE(told->text(), m_recogniser.obstacle);
+
+        // What was on before can be switched off.
+        m_store.options.voiceSpelling = true;
+        MakeSheet();
+        m_sheet->SetPage("Speech");
+        Open();
+        spelling = Window().findChild<QCheckBox *>("chkSpelling");
+        QVERIFY(spelling->isEnabled() && spelling->isChecked());
+        m_recogniser.obstacle.clear();
     }
 
     void aPlaceOnAScreenThatHasGoneIsGivenUp()
@@ -466,7 +495,8 @@ private:
         m_options = std::make_unique<OptionsKeeper>(m_store);
         m_sheet = std::make_unique<OptionsSheet>(SheetSources{
             *m_options, *m_engine, m_voices, *m_audio, *m_microphone,
-            [] { return std::vector<std::shared_ptr<const CharacterData>>{ support::SmallCharacter() }; } });
+            [] { return std::vector<std::shared_ptr<const CharacterData>>{ support::SmallCharacter() }; },
+            &m_recogniser });
     }
     void Open()
     {
@@ -493,6 +523,8 @@ private:
     std::unique_ptr<NotingEngine> m_engine;
     std::unique_ptr<support::FakeAudioOut> m_audio;
     std::unique_ptr<support::FakeMicrophone> m_microphone;
+    support::FakeTime m_recognising;
+    support::FakeRecogniser m_recogniser{ m_recognising };
     support::FakeOptionsStore m_store;
     std::unique_ptr<OptionsKeeper> m_options;
     std::unique_ptr<OptionsSheet> m_sheet;

@@ -1,0 +1,187 @@
+#include "platform/agent/ListeningTip.h"
+
+#include <QGuiApplication>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QPainter>
+#include <QPushButton>
+#include <QScreen>
+#include <QVBoxLayout>
+
+#include <algorithm>
+
+namespace platform {
+
+namespace {
+
+constexpr int kType = 18; // units
+constexpr int kLetterType = 26;
+constexpr int kRound = 12;
+constexpr int kGap = 4;
+constexpr int kWidest = 340;
+const QColor kPaper(0xff, 0xf8, 0xe0);
+const QColor kInk(0x2a, 0x1b, 0x3d);
+const QColor kWood(0x6b, 0x3f, 0x2a);
+
+} // namespace
+
+class ListeningTip::Window final : public StageWindow {
+public:
+    explicit Window(std::function<void(int)> chosen) : m_chosen(std::move(chosen))
+    {
+        setObjectName(QStringLiteral("listeningTip"));
+        m_text = new QLabel;
+        m_text->setAlignment(Qt::AlignCenter);
+        m_text->setWordWrap(true);
+        m_text->setFixedWidth(kWidest - 4 * kRound);
+        QFont type = m_text->font();
+        type.setPixelSize(kType);
+        type.setBold(true);
+        m_text->setFont(type);
+        QPalette palette = m_text->palette();
+        palette.setColor(QPalette::WindowText, kInk);
+        m_text->setPalette(palette);
+        auto *rows = new QVBoxLayout(this);
+        rows->setSizeConstraint(QLayout::SetFixedSize);
+        rows->setContentsMargins(2 * kRound, kRound, 2 * kRound, kRound);
+        rows->addWidget(m_text);
+        m_row = new QHBoxLayout;
+        rows->addLayout(m_row);
+    }
+
+    void Fill(const QString &text, const QStringList &choices)
+    {
+        m_text->setText(text);
+        setAccessibleName(text);
+        for (QPushButton *button : m_buttons)
+            button->deleteLater();
+        m_buttons.clear();
+        for (int index = 0; index < choices.size(); ++index)
+            Add(choices[index], index, index == 0 ? "main" : "second");
+        if (!choices.isEmpty()) {
+            Add(QStringLiteral("\u2715"), -1, "danger");
+            m_buttons.back()->setAccessibleName(QObject::tr("None of these"));
+        }
+        layout()->activate();
+        adjustSize();
+    }
+
+    void Place(const QRect &frame)
+    {
+        const QScreen *screen = QGuiApplication::screenAt(frame.center());
+        if (!screen)
+            screen = QGuiApplication::primaryScreen();
+        const QRect area = screen->availableGeometry();
+        int top = frame.bottom() + 1 + kGap;
+        if (top + height() > area.bottom() + 1)
+            top = std::min(frame.bottom() + 1, area.bottom() + 1) - height();
+        const int left = frame.center().x() - width() / 2;
+        move(std::clamp(left, area.left(), std::max(area.left(), area.right() + 1 - width())),
+             std::max(area.top(), top));
+    }
+
+protected:
+    void resizeEvent(QResizeEvent *event) override
+    {
+        StageWindow::resizeEvent(event);
+        const double ratio = devicePixelRatioF();
+        m_sign = QImage((QSizeF(size()) * ratio).toSize(), QImage::Format_ARGB32_Premultiplied);
+        m_sign.setDevicePixelRatio(ratio);
+        m_sign.fill(Qt::transparent);
+        QPainter painter(&m_sign);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(QPen(kWood, 3));
+        painter.setBrush(kPaper);
+        painter.drawRoundedRect(QRectF(rect()).adjusted(2, 2, -2, -2), kRound, kRound);
+        painter.end();
+        ShapeBy(m_sign);
+    }
+    void paintEvent(QPaintEvent *) override
+    {
+        QPainter painter(this);
+        painter.setCompositionMode(QPainter::CompositionMode_Source);
+        painter.drawImage(0, 0, m_sign);
+    }
+
+private:
+    void Add(const QString &caption, int index, const char *rank)
+    {
+        auto *button = new QPushButton(caption);
+        button->setObjectName(QStringLiteral("choice%1").arg(index));
+        button->setProperty("rank", QLatin1String(rank));
+        button->setFocusPolicy(Qt::NoFocus);
+        button->setMinimumSize(56, 48);
+        QFont type = button->font();
+        type.setPixelSize(kLetterType);
+        type.setBold(true);
+        button->setFont(type);
+        connect(button, &QPushButton::clicked, this, [this, index] { m_chosen(index); });
+        m_row->addWidget(button);
+        m_buttons.push_back(button);
+    }
+
+    const std::function<void(int)> m_chosen;
+    QLabel *m_text = nullptr;
+    QHBoxLayout *m_row = nullptr;
+    std::vector<QPushButton *> m_buttons;
+    QImage m_sign;
+};
+
+ListeningTip::ListeningTip() = default;
+
+ListeningTip::~ListeningTip() = default;
+
+QWidget *ListeningTip::Sign() const
+{
+    return m_window.get();
+}
+
+void ListeningTip::Show(const QRect &frame, const QString &text, const QStringList &choices)
+{
+    if (!m_window) {
+        m_window = std::make_unique<Window>([this](int index) {
+            if (chosen)
+                chosen(index);
+        });
+    }
+    m_window->Fill(text, choices);
+    m_window->Place(frame);
+    m_window->show();
+    m_window->BringToFront();
+}
+
+void ListeningTip::Hide()
+{
+    if (m_window)
+        m_window->hide();
+}
+
+HeldKey::HeldKey(int key) : m_key(key)
+{
+    qApp->installEventFilter(this);
+    connect(qGuiApp, &QGuiApplication::applicationStateChanged, this, [this](Qt::ApplicationState state) {
+        if (state == Qt::ApplicationActive || !m_isDown)
+            return;
+        m_isDown = false;
+        lost();
+    });
+}
+
+bool HeldKey::eventFilter(QObject *, QEvent *event)
+{
+    if (event->type() != QEvent::KeyPress && event->type() != QEvent::KeyRelease)
+        return false;
+    const auto *key = static_cast<QKeyEvent *>(event);
+    if (key->key() != m_key)
+        return false;
+    // The window and its control both get the event.
+    const bool isDown = event->type() == QEvent::KeyPress;
+    if (!key->isAutoRepeat() && isDown != m_isDown) {
+        m_isDown = isDown;
+        isDown ? down() : up();
+    }
+    return true;
+}
+
+} // namespace platform
