@@ -1,0 +1,531 @@
+#include "authoring/QuizDesk.h"
+#include "authoring/frmEditQuiz.h"
+#include "platform/forms/Twips.h"
+#include "shell/SharedState.h"
+#include "shell/frmMenu1.h"
+#include "support/ReportText.h"
+
+#include <QDir>
+#include <QLabel>
+
+using namespace tumblewick;
+using platform::BoxAnswer;
+using platform::BoxButtons;
+using support::QuizDesk;
+using support::ReportText;
+using Operation = support::FaultyFiles::Operation;
+
+namespace {
+
+const QString kSpider = "How many legs has a spider?|Four|Six|Eight|Ten|3";
+const QString kBees = "What do bees make?|Milk|Honey|Jam|Tea|2";
+const QString kSum = "What is 2+2?|1|2|3|4|4";
+const QByteArray kSpiderLine = "How many legs has a spider?_Four_Six_Eight_Ten_3_\r\n";
+const QByteArray kBeesLine = "What do bees make?_Milk_Honey_Jam_Tea_2_\r\n";
+const QByteArray kSumLine = "What is 2+2?_1_2_3_4_4_\r\n";
+const QString kNoneChosen = "You need to double click on a question from the list before you can edit it. ";
+const QString kNothing = "|||||";
+
+} // namespace
+
+// A quiz that is edited: whatever is done goes to the file at once.
+class TestfrmEditQuiz : public QObject {
+    Q_OBJECT
+
+private slots:
+    void init()
+    {
+        m_desk.emplace();
+        State().MenuShown = true;
+        m_desk->WriteFile("QList/Zoo", kSpiderLine + kBeesLine + kSumLine);
+    }
+    void cleanup()
+    {
+        QVERIFY(m_desk->boxes.AllAnswered());
+        m_desk.reset();
+    }
+
+    void itSaysWhatItIs()
+    {
+        Open();
+        QCOMPARE(frmEditQuiz::Shared().Window()->windowTitle(), "Edit Quiz");
+        const QList<QPair<QString, QString>> labels = {
+            { "lblHead", "Edit Quiz" },
+            { "lblE1", "Double click on the question in the list you want to edit" },
+            { "lblEQuestion", "Correct the question if necessary" },
+            { "lblEAnsw", "Correct the answers if necessary" },
+            { "lblECorrect", "Change the number of the correct answer if necessary" },
+            { "lblAQuestion", "Type your question here" },
+            { "lblAAnsw", "Enter 4 different answers including the correct answer" },
+            { "lblACorrect", "Type the number of the correct answer" },
+            { "lblD1", "Click on the question in the list you want to delete" },
+        };
+        for (const auto &[name, text] : labels)
+            QCOMPARE(m_desk->Find<QLabel>(name)->text(), text);
+        const QList<QPair<QString, QString>> buttons = {
+            { "cmdSave", "&Save Changes" }, { "cmdAdd", "&Add to Quiz" }, { "cmdDelete", "&Delete Question" },
+            { "cmdback", "&Back" },         { "cmdMenu", "&Main Menu" },  { "cmdHelp", "&Help !" },
+        };
+        for (const auto &[name, text] : buttons)
+            QCOMPARE(m_desk->Find<QPushButton>(name)->text(), text);
+        for (int number = 1; number <= 8; ++number)
+            QVERIFY(!m_desk->Find<QLabel>(QStringLiteral("Image%1").arg(number))
+                         ->pixmap(Qt::ReturnByValue)
+                         .isNull());
+        QCOMPARE(m_desk->Find<platform::MultiLineBox>("txtEQuestion")->verticalScrollBarPolicy(),
+                 Qt::ScrollBarAlwaysOn);
+        QCOMPARE(m_desk->Entries(), QStringList({ kSpider, kBees, kSum }));
+        auto *list = m_desk->List();
+        const int each = (platform::Twips(*list).width - list->ColumnTwips(1)) / 5;
+        for (int column = 2; column <= 6; ++column)
+            QCOMPARE(list->ColumnTwips(column), each / 15 * 15);
+        m_desk->Press("cmdHelp");
+        QCOMPARE(m_desk->help.Open().front().topic, "Edit a Quiz.htm");
+    }
+
+    void aDoubleClickBringsAQuestionIntoTheBoxes()
+    {
+        Open();
+        m_desk->DoubleClickEntry(2);
+        QCOMPARE(m_desk->Typed("E"), kBees);
+        m_desk->ClickEntry(1);
+        QCOMPARE(m_desk->Typed("E"), kNothing);
+        m_desk->boxes.Expect(kNoneChosen);
+        m_desk->Press("cmdSave");
+    }
+
+    void theKeyboardAndTheMenuDoTheSame()
+    {
+        Open();
+        m_desk->KeyOnList(Qt::Key_Down);
+        m_desk->KeyOnList(Qt::Key_Return);
+        QCOMPARE(m_desk->Typed("E"), kBees);
+        m_desk->KeyOnList(Qt::Key_Down);
+        QCOMPARE(m_desk->Typed("E"), kNothing);
+        QCOMPARE(m_desk->MenuOfList(0), QStringList({ "&Edit Question", "&Delete Question" }));
+        QCOMPARE(m_desk->Typed("E"), kSum);
+        m_desk->boxes.Expect(DeleteQuestion("What is 2+2?"), BoxAnswer::Yes);
+        m_desk->KeyOnList(Qt::Key_Delete);
+        QCOMPARE(m_desk->Content("QList/Zoo"), kSpiderLine + kBeesLine);
+    }
+
+    void aChangeGoesToTheFile()
+    {
+        Open();
+        m_desk->DoubleClickEntry(2);
+        m_desk->TypeQuestion("E", "Where is Caf\u00e9 Zoo?|a|b|c|d|1");
+        m_desk->Press("cmdSave");
+        QCOMPARE(m_desk->Content("QList/Zoo"),
+                 kSpiderLine + "Where is Caf\xe9 Zoo?_a_b_c_d_1_\r\n" + kSumLine);
+        QCOMPARE(m_desk->Entries(), QStringList({ kSpider, "Where is Caf\u00e9 Zoo?|a|b|c|d|1", kSum }));
+        QCOMPARE(m_desk->Typed("E"), kNothing);
+        m_desk->boxes.Expect(kNoneChosen);
+        m_desk->Press("cmdSave");
+    }
+
+    void aBadNumberIsRefusedAndTheEntryKept()
+    {
+        Open();
+        m_desk->DoubleClickEntry(2);
+        m_desk->TypeQuestion("E", "Q|a|b|c|d|7");
+        m_desk->boxes.Expect("The number of the correct answer must be 1,2,3 or 4. ");
+        m_desk->Press("cmdSave");
+        QCOMPARE(m_desk->Entries()[1], kBees);
+        QCOMPARE(m_desk->Typed("E"), "Q|a|b|c|d|7");
+        QCOMPARE(m_desk->Content("QList/Zoo"), kSpiderLine + kBeesLine + kSumLine);
+    }
+
+    void anAddGoesToTheEndOfTheFile()
+    {
+        Open();
+        m_desk->TypeQuestion("A", "Q|a|b|c|d|1");
+        m_desk->Press("cmdAdd");
+        QCOMPARE(m_desk->Content("QList/Zoo"), kSpiderLine + kBeesLine + kSumLine + "Q_a_b_c_d_1_\r\n");
+        QCOMPARE(m_desk->Entries().last(), "Q|a|b|c|d|1");
+        QCOMPARE(m_desk->Typed("A"), kNothing);
+        LeavesWithoutAQuestion();
+    }
+
+    void anAddEmptiesTheEditBoxesAlsoWhenRefused()
+    {
+        Open();
+        m_desk->DoubleClickEntry(1);
+        m_desk->TypeQuestion("A", "Q|a_|b|c||");
+        m_desk->boxes.Expect("Answer 1 cannot contain an underscore. Please enter an answer 4. Please enter "
+                             "the number of the correct answer. ");
+        m_desk->Press("cmdAdd");
+        QCOMPARE(m_desk->Typed("E"), kNothing);
+        QCOMPARE(m_desk->Typed("A"), "Q|a_|b|c||");
+        m_desk->boxes.Expect(kNoneChosen);
+        m_desk->Press("cmdSave");
+        QCOMPARE(m_desk->Entries().size(), 3);
+    }
+
+    void aQuestionIsDeletedFromTheFile()
+    {
+        Open();
+        m_desk->DoubleClickEntry(2);
+        m_desk->boxes.Expect(DeleteQuestion("What do bees make?"), BoxAnswer::No);
+        m_desk->Press("cmdDelete");
+        QCOMPARE(m_desk->Typed("E"), kBees);
+        m_desk->boxes.Expect(DeleteQuestion("What do bees make?"), BoxAnswer::Yes);
+        m_desk->Press("cmdDelete");
+        QVERIFY(m_desk->boxes.All().front().buttons == BoxButtons::YesNo);
+        QCOMPARE(m_desk->boxes.All().front().title, QString());
+        QCOMPARE(m_desk->Content("QList/Zoo"), kSpiderLine + kSumLine);
+        QCOMPARE(m_desk->Entries(), QStringList({ kSpider, kSum }));
+        QCOMPARE(m_desk->Typed("E"), kNothing);
+        m_desk->boxes.Expect(kNoneChosen);
+        m_desk->Press("cmdSave");
+    }
+
+    void theOnlyQuestionLeavesAnEmptyFile()
+    {
+        m_desk->WriteFile("QList/Zoo", kBeesLine);
+        Open();
+        m_desk->boxes.Expect(DeleteQuestion("What do bees make?"), BoxAnswer::Yes);
+        m_desk->Press("cmdDelete");
+        QCOMPARE(m_desk->Content("QList/Zoo"), QByteArray());
+        QCOMPARE(m_desk->Entries(), QStringList());
+        LeavesWithoutAQuestion();
+        Open();
+        QCOMPARE(m_desk->Entries(), QStringList());
+    }
+
+    void nothingToDeleteIsReported()
+    {
+        m_desk->WriteFile("QList/Zoo", "");
+        Open();
+        m_desk->boxes.Expect(ReportText(91));
+        m_desk->Press("cmdDelete");
+        QVERIFY(frmEditQuiz::Shared().IsActive());
+        QVERIFY(!m_desk->process.Ended());
+    }
+
+    void aDoubleClickOnNothingIsReported()
+    {
+        m_desk->WriteFile("QList/Zoo", "");
+        Open();
+        m_desk->boxes.Expect(ReportText(91));
+        QTest::mouseDClick(m_desk->List()->viewport(), Qt::LeftButton, {}, QPoint(20, 20));
+        m_desk->Settle();
+    }
+
+    void aDoubleClickAndBackAsksNothing()
+    {
+        Open();
+        m_desk->DoubleClickEntry(1);
+        LeavesWithoutAQuestion();
+    }
+
+    void emptiedEditBoxesAskNothing()
+    {
+        Open();
+        m_desk->DoubleClickEntry(1);
+        m_desk->TypeQuestion("E", kNothing);
+        LeavesWithoutAQuestion();
+    }
+
+    void anyChangedBoxAsks_data()
+    {
+        QTest::addColumn<QString>("prefix");
+        QTest::addColumn<QString>("fields");
+        for (const char *prefix : { "E", "A" })
+            for (int field = 0; field < 6; ++field) {
+                QStringList fields(6);
+                fields[field] = "x";
+                QTest::addRow("%s %d", prefix, field) << prefix << fields.join('|');
+            }
+    }
+    void anyChangedBoxAsks()
+    {
+        QFETCH(QString, prefix);
+        QFETCH(QString, fields);
+        Open();
+        m_desk->TypeQuestion(prefix, fields);
+        m_desk->boxes.Expect("Save Changes?", BoxAnswer::Cancel);
+        m_desk->Press("cmdMenu");
+        QVERIFY(frmEditQuiz::Shared().IsActive());
+        QCOMPARE(m_desk->Typed(prefix), fields);
+        QVERIFY(m_desk->boxes.All().front().buttons == BoxButtons::YesNoCancel);
+        QCOMPARE(m_desk->boxes.All().front().title, QString());
+    }
+
+    void aNoDropsWhatIsTyped()
+    {
+        Open();
+        m_desk->TypeQuestion("A", kBees);
+        m_desk->boxes.Expect("Save Changes?", BoxAnswer::No);
+        m_desk->Press("cmdMenu");
+        QVERIFY(frmMenu1::Shared().IsActive());
+        QCOMPARE(m_desk->Content("QList/Zoo"), kSpiderLine + kBeesLine + kSumLine);
+    }
+
+    void aYesSavesTheEditAndThenAdds()
+    {
+        Open();
+        m_desk->DoubleClickEntry(1);
+        m_desk->TypeQuestion("E", "E?|a|b|c|d|1");
+        m_desk->TypeQuestion("A", "A?|a|b|c|d|2");
+        m_desk->boxes.Expect("Save Changes?", BoxAnswer::Yes);
+        m_desk->Press("cmdMenu");
+        QVERIFY(frmMenu1::Shared().IsActive());
+        QCOMPARE(m_desk->Content("QList/Zoo"),
+                 QByteArray("E?_a_b_c_d_1_\r\n") + kBeesLine + kSumLine + "A?_a_b_c_d_2_\r\n");
+    }
+
+    void aYesWithoutADoubleClickStays()
+    {
+        Open();
+        m_desk->TypeQuestion("E", kBees);
+        m_desk->boxes.Expect("Save Changes?", BoxAnswer::Yes);
+        m_desk->boxes.Expect(kNoneChosen);
+        m_desk->Press("cmdback");
+        QVERIFY(frmEditQuiz::Shared().IsActive());
+        QCOMPARE(m_desk->Typed("E"), kBees);
+    }
+
+    void aYesWhoseEditFailsStillAddsAndStays()
+    {
+        Open();
+        m_desk->DoubleClickEntry(1);
+        m_desk->TypeQuestion("E", "E?|a|b|c|d|9");
+        m_desk->TypeQuestion("A", "A?|a|b|c|d|2");
+        m_desk->boxes.Expect("Save Changes?", BoxAnswer::Yes);
+        m_desk->boxes.Expect("The number of the correct answer must be 1,2,3 or 4. ");
+        m_desk->Press("cmdback");
+        QVERIFY(frmEditQuiz::Shared().IsActive());
+        // The add has thrown the edit away.
+        QCOMPARE(m_desk->Typed("E"), kNothing);
+        QCOMPARE(m_desk->Content("QList/Zoo"), kSpiderLine + kBeesLine + kSumLine + "A?_a_b_c_d_2_\r\n");
+    }
+
+    void theNextVisitFillsTheListAnewAndKeepsTheFlags()
+    {
+        Open();
+        m_desk->DoubleClickEntry(1);
+        LeavesWithoutAQuestion();
+        m_desk->WriteFile("QList/Zoo", kBeesLine);
+        Open();
+        QCOMPARE(m_desk->Entries(), QStringList({ kBees }));
+        QCOMPARE(m_desk->Typed("E"), kNothing);
+        // A question still counts as chosen from the visit before.
+        m_desk->boxes.Expect(
+            "Please enter a question. Please enter an answer 1. Please enter an answer 2. Please enter an "
+            "answer 3. Please enter an answer 4. Please enter the number of the correct answer. ");
+        m_desk->Press("cmdSave");
+        m_desk->DoubleClickEntry(1);
+        m_desk->ClickEntry(1);
+        m_desk->boxes.Expect(kNoneChosen);
+        m_desk->Press("cmdSave");
+    }
+
+    void beingActiveAgainFillsTheListOnce()
+    {
+        Open();
+        m_desk->CoverAndUncover();
+        QCOMPARE(m_desk->Entries(), QStringList({ kSpider, kBees, kSum }));
+    }
+
+    void leavingClosesHelpAndLetsGoOfTheFile()
+    {
+        Open();
+        m_desk->Press("cmdHelp");
+        LeavesWithoutAQuestion();
+        QCOMPARE(m_desk->help.Open().size(), std::size_t(0));
+        QVERIFY(frmEditQuiz::Exists());
+    }
+
+    void aLineThatIsNoQuestionIsReportedWithTheLinesSoFar()
+    {
+        m_desk->WriteFile("QList/Zoo", kSpiderLine + "What is this?\r\n" + kBeesLine);
+        Open(5);
+        QCOMPARE(m_desk->Entries(), QStringList({ kSpider }));
+        // The next save loses the rest.
+        m_desk->DoubleClickEntry(1);
+        m_desk->Press("cmdSave");
+        QCOMPARE(m_desk->Content("QList/Zoo"), kSpiderLine);
+    }
+
+    void aQuestionWithALineBreakBreaksTheFile()
+    {
+        Open();
+        m_desk->TypeQuestion("A", "What\r\nis it?|a|b|c|d|1");
+        m_desk->Press("cmdAdd");
+        QCOMPARE(m_desk->Content("QList/Zoo"),
+                 kSpiderLine + kBeesLine + kSumLine + "What\r\nis it?_a_b_c_d_1_\r\n");
+        QCOMPARE(m_desk->Entries().last(), "What\r\nis it?|a|b|c|d|1");
+        m_desk->DoubleClickEntry(4);
+        QCOMPARE(m_desk->Typed("E"), "What\r\nis it?|a|b|c|d|1");
+        LeavesWithoutAQuestion();
+        Open(5);
+        QCOMPARE(m_desk->Entries(), QStringList({ kSpider, kBees, kSum }));
+    }
+
+    void aMissingFileIsReported()
+    {
+        QVERIFY(QFile::remove(m_desk->folder.filePath("QList/Zoo")));
+        Open(53);
+        QCOMPARE(m_desk->Entries(), QStringList());
+        // There is no file to add to.
+        m_desk->TypeQuestion("A", kBees);
+        m_desk->boxes.Expect(ReportText(91));
+        m_desk->Press("cmdAdd");
+        QCOMPARE(m_desk->Typed("A"), kBees);
+    }
+
+    void anUnreadableFileIsReported()
+    {
+        m_desk->files.Fail(Operation::OpenForReading, 70);
+        Open(70);
+        QCOMPARE(m_desk->Entries(), QStringList());
+    }
+
+    void aFileThatGoesMeanwhileIsReportedAtTheNextWrite()
+    {
+        Open();
+        QVERIFY(QFile::remove(m_desk->folder.filePath("QList/Zoo")));
+        m_desk->TypeQuestion("A", kBees);
+        m_desk->boxes.Expect(ReportText(53));
+        m_desk->Press("cmdAdd");
+        QCOMPARE(m_desk->Entries().size(), 3);
+        QCOMPARE(m_desk->Typed("A"), kBees);
+        m_desk->boxes.Expect("Save Changes?", BoxAnswer::Yes);
+        m_desk->boxes.Expect(ReportText(53));
+        m_desk->Press("cmdMenu");
+        QVERIFY(frmEditQuiz::Shared().IsActive());
+        QVERIFY(QDir(m_desk->folder.path()).rmdir("QList"));
+        m_desk->boxes.Expect(DeleteQuestion("How many legs has a spider?"), BoxAnswer::Yes);
+        m_desk->boxes.Expect(ReportText(76));
+        m_desk->Press("cmdDelete");
+        // It has left the list before the file was asked for.
+        QCOMPARE(m_desk->Entries(), QStringList({ kBees, kSum }));
+        QVERIFY(!QFile::exists(m_desk->folder.filePath("QList/Zoo")));
+    }
+
+    void afterAFaultTheScreenStaysOpen_data()
+    {
+        QTest::addColumn<QString>("button");
+        QTest::addColumn<int>("operation");
+        QTest::addColumn<int>("number");
+        QTest::addColumn<int>("entries");
+        QTest::addColumn<QString>("left"); // in the boxes that the button works on
+        const QString typed = "Q|a|b|c|d|1";
+        QTest::newRow("add, no permission") << "cmdAdd" << int(Operation::OpenForWriting) << 70 << 3 << typed;
+        QTest::newRow("add, disk full") << "cmdAdd" << int(Operation::Write) << 61 << 3 << typed;
+        // By then the question stands in the list and the boxes are empty.
+        QTest::newRow("add, disk full at the end")
+            << "cmdAdd" << int(Operation::Close) << 61 << 4 << kNothing;
+        QTest::newRow("save, no permission")
+            << "cmdSave" << int(Operation::OpenForWriting) << 70 << 3 << typed;
+        QTest::newRow("save, disk full") << "cmdSave" << int(Operation::Write) << 61 << 3 << typed;
+        QTest::newRow("save, disk full at the end") << "cmdSave" << int(Operation::Close) << 61 << 3 << typed;
+        QTest::newRow("delete, no permission")
+            << "cmdDelete" << int(Operation::OpenForWriting) << 70 << 2 << typed;
+        QTest::newRow("delete, disk full") << "cmdDelete" << int(Operation::Write) << 61 << 2 << typed;
+    }
+    void afterAFaultTheScreenStaysOpen()
+    {
+        QFETCH(QString, button);
+        QFETCH(int, operation);
+        QFETCH(int, number);
+        QFETCH(int, entries);
+        Open();
+        m_desk->DoubleClickEntry(1);
+        const QString prefix = button == "cmdAdd" ? "A" : "E";
+        m_desk->TypeQuestion(prefix, "Q|a|b|c|d|1");
+        if (button == "cmdDelete")
+            m_desk->boxes.Expect(DeleteQuestion("How many legs has a spider?"), BoxAnswer::Yes);
+        m_desk->files.Fail(static_cast<Operation>(operation), number);
+        m_desk->boxes.Expect(ReportText(number));
+        m_desk->Press(button);
+        QVERIFY(frmEditQuiz::Shared().IsActive());
+        QVERIFY(!m_desk->process.Ended());
+        QCOMPARE(m_desk->Entries().size(), entries);
+        QTEST(m_desk->Typed(prefix), "left");
+        if (button == "cmdSave") // the entry was written before the file
+            QCOMPARE(m_desk->Entries().first(), "Q|a|b|c|d|1");
+    }
+
+    void itsEndLetsGoOfTheCharacters()
+    {
+        Open();
+        State().AgentControl = m_desk->agent.CreateControl();
+        LeavesWithoutAQuestion();
+        QVERIFY(frmEditQuiz::Exists());
+        frmEditQuiz::Release();
+        QVERIFY(State().AgentControl.IsNothing());
+    }
+
+    void theKeysGoThroughTheSteps()
+    {
+        Open();
+        QStringList steps;
+        for (const char *prefix : { "E", "A" }) {
+            steps << QStringLiteral("txt%1Question").arg(prefix);
+            for (int index = 0; index < 4; ++index)
+                steps << QStringLiteral("txt%1Answ_%2").arg(prefix).arg(index);
+            steps << QStringLiteral("txt%1Correct").arg(prefix) << (*prefix == 'E' ? "cmdSave" : "cmdAdd");
+        }
+        steps << "cmdDelete"
+              << "cmdback"
+              << "cmdMenu"
+              << "cmdHelp"
+              << "lvwList";
+        QCOMPARE(m_desk->Focus(), "lvwList");
+        QWidget *window = frmEditQuiz::Shared().Window();
+        for (const QString &step : steps) {
+            QTest::keyClick(window->focusWidget(), Qt::Key_Tab);
+            QCOMPARE(m_desk->Focus(), step);
+        }
+    }
+
+    void aQuizAsLongAsCanBeIsEditedAtOnce()
+    {
+        QByteArray lines;
+        for (int number = 0; number < 32767; ++number)
+            lines += kBeesLine;
+        m_desk->WriteFile("QList/Zoo", lines);
+        Open();
+        QCOMPARE(m_desk->List()->Count(), 32767);
+        m_desk->DoubleClickEntry(1);
+        m_desk->Press("cmdSave");
+        QCOMPARE(m_desk->Content("QList/Zoo"), lines);
+        // One more can be added, but not saved any more: what is emptied stays empty.
+        m_desk->TypeQuestion("A", kSum);
+        m_desk->Press("cmdAdd");
+        QCOMPARE(m_desk->Content("QList/Zoo"), lines + kSumLine);
+        m_desk->DoubleClickEntry(32768);
+        m_desk->boxes.Expect(ReportText(6));
+        m_desk->Press("cmdSave");
+        QCOMPARE(m_desk->Content("QList/Zoo"), QByteArray());
+    }
+
+private:
+    static QString DeleteQuestion(const QString &question)
+    {
+        return "Are you sure you want to delete the question '" + question + "' from the list?";
+    }
+    // `report` is the number of the error that is reported, if any.
+    void Open(int report = 0)
+    {
+        if (report != 0)
+            m_desk->boxes.Expect(ReportText(report));
+        frmEditQuiz::Shared().EditFileName = "Zoo";
+        frmEditQuiz::Shared().Show();
+        m_desk->Settle();
+        QVERIFY(frmEditQuiz::Shared().IsActive());
+    }
+    void LeavesWithoutAQuestion()
+    {
+        const auto boxes = m_desk->boxes.All().size();
+        m_desk->Press("cmdMenu");
+        QCOMPARE(m_desk->boxes.All().size(), boxes);
+        QVERIFY(frmMenu1::Shared().IsActive());
+    }
+
+    std::optional<QuizDesk> m_desk;
+};
+
+QTEST_MAIN(TestfrmEditQuiz)
+#include "TestfrmEditQuiz.moc"
