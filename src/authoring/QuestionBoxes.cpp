@@ -31,8 +31,10 @@ QuizEntry QuestionBoxes::Entry() const
 void QuestionBoxes::Show(const QuizEntry &entry) const
 {
     question->SetText(entry.question);
-    for (std::size_t at = 0; at < answers.size(); ++at)
+    for (std::size_t at = 0; at < answers.size(); ++at) {
         answers[at]->setText(entry.answers[at]);
+        answers[at]->setCursorPosition(0); // a long answer is seen from its beginning
+    }
     correct->setText(entry.correct);
 }
 
