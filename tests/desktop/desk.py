@@ -15,24 +15,15 @@ import xml.etree.ElementTree as ElementTree
 from pathlib import Path
 
 SOURCE = Path(__file__).resolve().parents[2] / "src"
-FORMS = {
-    "frmSplash": SOURCE / "shell/frmSplash.ui",
-    "frmAbout": SOURCE / "shell/frmAbout.ui",
-    "frmSettings": SOURCE / "shell/frmSettings.ui",
-    "frmList": SOURCE / "authoring/frmList.ui",
-    "frmMenu1": SOURCE / "shell/frmMenu1.ui",
-    "frmNumPlayers1": SOURCE / "setup/frmNumPlayers1.ui",
-    "frmPlayerNames1": SOURCE / "setup/frmPlayerNames1.ui",
-    "frmChooseList1": SOURCE / "setup/frmChooseList1.ui",
-    "frmSpell1": SOURCE / "game/frmSpell1.ui",
-}
+FORMS = {form.stem: form for form in SOURCE.glob("*/frm*.ui")}
 TITLES = {
     "frmMenu1": "Menu", "frmNumPlayers1": "Number of Players", "frmPlayerNames1": "Players",
-    "frmChooseList1": "Choose a List", "frmSpell1": "The Game",
+    "frmChooseList1": "Choose a List", "frmSpell1": "The Game", "frmList": "Maintenance",
+    "frmQuiz1": "Create a Quiz",
 }
 ROLES = {
     "QLabel": "label", "QPushButton": "push button", "QRadioButton": "radio button", "QCheckBox": "check box",
-    "QLineEdit": "text", "QTextEdit": "text", "QListWidget": "list", "QGroupBox": "panel",
+    "QLineEdit": "text", "QTextEdit": "text", "platform::MultiLineBox": "text", "QListWidget": "list", "QGroupBox": "panel",
 }
 SILENCE = 60.0  # loudness of samples below which nothing is heard
 
