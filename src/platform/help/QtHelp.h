@@ -2,16 +2,17 @@
 
 #include "platform/help/Help.h"
 
-#include <QPointer>
-#include <QWidget>
-
-#include <vector>
+#include <memory>
 
 namespace platform {
 
 class Files;
+class HelpWindow;
 
-// Help windows of our own. No compiled help can be read yet, so that each one tells what is missing.
+// Help in a window of our own, over the library that reads compiled help files.
+//
+// The window is made at the first call and only hidden by CloseAll, since that may come while one of its own
+// dialogs is at work.
 class QtHelp : public Help {
 public:
     // `files` has to outlive the object.
@@ -23,7 +24,7 @@ public:
 
 private:
     const Files &m_files;
-    std::vector<QPointer<QWidget>> m_windows;
+    std::unique_ptr<HelpWindow> m_window;
 };
 
 } // namespace platform
