@@ -244,15 +244,27 @@ void ListView::resizeEvent(QResizeEvent *event)
     UpdateScrollBar();
 }
 
-// The titles grow with the type of the list.
 void ListView::changeEvent(QEvent *event)
 {
     QTreeView::changeEvent(event);
-    if (event->type() != QEvent::FontChange)
-        return;
-    // Set on the header's own font: a style sheet would undo one that is handed down.
+    if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange)
+        FitTitles();
+}
+
+void ListView::showEvent(QShowEvent *event)
+{
+    QTreeView::showEvent(event);
+    FitTitles(); // a style sheet may have undone it when it took hold of the header
+}
+
+// The titles grow with the type of the list.
+void ListView::FitTitles()
+{
     QFont titles = header()->font();
-    titles.setPixelSize(QFontInfo(font()).pixelSize());
+    const int size = QFontInfo(font()).pixelSize();
+    if (titles.pixelSize() == size)
+        return;
+    titles.setPixelSize(size);
     header()->setFont(titles);
 }
 

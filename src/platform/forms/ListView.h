@@ -60,6 +60,7 @@ protected:
     bool viewportEvent(QEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
     void changeEvent(QEvent *event) override;
+    void showEvent(QShowEvent *event) override;
     // Nothing but another entry takes the selection from an entry.
     QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex &index,
                                                          const QEvent *event) const override;
@@ -70,6 +71,7 @@ private:
     bool ShowWholeText(const QPoint &place);
     void KeepSelection();
     void UpdateScrollBar();
+    void FitTitles();
     void CheckColumn(int column) const;
 
     ListItems *m_items; // owned by the view

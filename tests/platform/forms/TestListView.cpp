@@ -270,6 +270,15 @@ private slots:
             QCoreApplication::processEvents();
             QCOMPARE(m_list->header()->font().pixelSize(), size);
         }
+        // Also those that were set before it is seen.
+        ListView hidden;
+        hidden.SetColumns({ "Word" });
+        QFont font = hidden.font();
+        font.setPixelSize(33);
+        hidden.setFont(font);
+        hidden.show();
+        QCoreApplication::processEvents();
+        QCOMPARE(hidden.header()->font().pixelSize(), 33);
         qApp->setStyleSheet(QString());
     }
 
