@@ -44,6 +44,8 @@ class Desktop:
     def __init__(self, application, size=(1024, 768), sound=True, readable=True, lists=None, quizzes=None,
                  settings=("No Intro", ""), effects=True):
         self.size = size
+        # The program scales itself up in quarters, and tells a screen reader the units it reckons in.
+        self._scale = max(4, min(size[0] * 4 // 1024, size[1] * 4 // 768)) / 4
         self._readable = readable
         self._effects = effects
         self.trace = []
@@ -230,7 +232,11 @@ class Desktop:
         """Every node of the program: role, name, description, place on the display, text, states, index of the parent."""
         self._reader.stdin.write("read\n")
         self._reader.stdin.flush()
-        return json.loads(self._reader.stdout.readline())
+        nodes = json.loads(self._reader.stdout.readline())
+        for node in nodes:
+            if node["place"]:
+                node["place"] = [round(measure * self._scale) for measure in node["place"]]
+        return nodes
 
     @staticmethod
     def _names(screen):
