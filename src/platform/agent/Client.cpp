@@ -54,7 +54,7 @@ CharacterReference Client::Character(const QString &id)
     const auto found = m_casts.find(id.toLower());
     if (found == m_casts.end())
         throw Error(kAgentRefuses);
-    return CharacterReference(std::make_shared<ClientCharacter>(m_engine, shared_from_this(), found->second));
+    return CharacterReference(std::make_shared<ClientCharacter>(shared_from_this(), found->second));
 }
 
 void Client::AddCommand(const AgentCommand &offer)
@@ -119,9 +119,8 @@ void Client::PostComplete(const std::shared_ptr<QueuedRequest> &request)
     });
 }
 
-ClientCharacter::ClientCharacter(AgentEngine &engine, std::shared_ptr<Client> client,
-                                 std::weak_ptr<Cast> cast)
-    : m_engine(engine), m_client(std::move(client)), m_cast(std::move(cast))
+ClientCharacter::ClientCharacter(std::shared_ptr<Client> client, std::weak_ptr<Cast> cast)
+    : m_client(std::move(client)), m_cast(std::move(cast))
 {
 }
 

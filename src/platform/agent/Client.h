@@ -64,7 +64,7 @@ private:
 // A character as one client holds it.
 class ClientCharacter : public Character {
 public:
-    ClientCharacter(AgentEngine &engine, std::shared_ptr<Client> client, std::weak_ptr<Cast> cast);
+    ClientCharacter(std::shared_ptr<Client> client, std::weak_ptr<Cast> cast);
 
     RequestReference Show(bool fast) override;
     RequestReference Hide(bool fast) override;
@@ -100,7 +100,6 @@ private:
     RequestReference Enqueue(std::shared_ptr<QueuedRequest> request);
     void SetSize(const QSize &size);
 
-    AgentEngine &m_engine;
     std::shared_ptr<Client> m_client;
     std::weak_ptr<Cast> m_cast;
     CharacterBalloon m_balloon{ *this };
