@@ -42,12 +42,13 @@ class Desktop:
     """A display, a window manager, a compositor, a sound sink and the program on them, as long as it is open."""
 
     def __init__(self, application, size=(1024, 768), sound=True, readable=True, lists=None, quizzes=None,
-                 settings=("No Intro", ""), effects=True):
+                 settings=("No Intro", ""), effects=True, environment=None):
         self.size = size
         # The program scales itself up in quarters, and tells a screen reader the units it reckons in.
         self._scale = max(4, min(size[0] * 4 // 1024, size[1] * 4 // 768)) / 4
         self._readable = readable
         self._effects = effects
+        self._more_environment = environment or {}
         self.trace = []
         self._seen = threading.Condition()
         self._processes = []
@@ -125,17 +126,21 @@ class Desktop:
             )
             self._until(lambda: self._recording.stat().st_size > 0, "the recording")
             self._recording_start = time.monotonic() - self._recording.stat().st_size / 88200
-        environment = dict(self.environment, QT_LOGGING_RULES="tumblewick.*.debug=true")
+        self.start_program()
+
+    def start_program(self):
+        """Starts the program, once more when it has ended; the trace goes on."""
+        environment = dict(self.environment, QT_LOGGING_RULES="tumblewick.*.debug=true", **self._more_environment)
         self.program = subprocess.Popen(
             [str(self.application / "tumblewick")], env=environment, stdin=subprocess.DEVNULL,
             stdout=subprocess.DEVNULL, stderr=subprocess.PIPE, text=True, errors="replace",
             preexec_fn=_die_with_parent,
         )
         self._processes.append(self.program)
-        threading.Thread(target=self._read_trace, daemon=True).start()
+        threading.Thread(target=self._read_trace, args=(self.program.stderr,), daemon=True).start()
 
-    def _read_trace(self):
-        for line in self.program.stderr:
+    def _read_trace(self, output):
+        for line in output:
             line = re.sub(r"^tumblewick\.\w+: ", "", line.rstrip("\n"))
             with self._seen:
                 self.trace.append((time.monotonic(), line))

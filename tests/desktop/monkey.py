@@ -1,0 +1,164 @@
+#!/usr/bin/python3
+"""Uses the real program as somebody who has never seen a computer: monkey.py APPLICATION FAILURES MINUTES SEED.
+
+Clicks on whatever can be seen, types, drags, opens menus, closes windows and changes their size. The same seed does the
+same as long as the program is as quick. Whatever ends the program by itself, or keeps it from answering, fails."""
+
+import json
+import random
+import re
+import select
+import sys
+import time
+from pathlib import Path
+
+from desk import Desktop, Failure
+
+ANSWER_LIMIT = 20.0  # seconds within which the program has to answer a screen reader
+PRESSED = ("push button", "radio button", "check box", "list item", "menu item", "combo box", "table cell", "page tab")
+TYPED = ["cat", "knight_nite", "Ann", "3", "1", "01", "new list", "a/b", "con", "?", "\\map=\"x\"=\"y\"\\", "<b>big</b>", "%s%n",
+         "Zoë", "ß", "''\"\"", " ", "x" * 60, "How many?"]
+KEYS = ["Return", "Tab", "shift+Tab", "Escape", "Delete", "BackSpace", "Down", "Up", "Home", "End", "space", "alt+n", "alt+b",
+        "ctrl+a", "ctrl+v", "F1", "alt"]
+SANITIZER = re.compile(r"AddressSanitizer|LeakSanitizer|runtime error:|SUMMARY: ")
+
+
+class Monkey:
+    def __init__(self, desk, seed):
+        self.desk = desk
+        self.random = random.Random(seed)
+        self.done = []
+        self.starts = 1
+        self.nodes = []
+        self.sizes = []
+
+    def run(self, seconds):
+        end = time.monotonic() + seconds
+        steps = 0
+        self.desk.wait(r"screen: frmMenu1 activate", limit=120)
+        while time.monotonic() < end:
+            if self.desk.program.poll() is not None:
+                self.start_again()
+            if steps % 4 == 0:
+                self.look()
+            action = self.random.choices(
+                (self.press, self.type, self.key, self.click, self.drag, self.menu, self.resize, self.close),
+                (40, 14, 14, 6, 5, 3, 2, 1))[0]
+            action()
+            steps += 1
+            time.sleep(self.random.choice((0.02, 0.05, 0.2, 0.6)))
+        return steps
+
+    # What it watches
+
+    def look(self):
+        """Reads what is there, which the program has to tell in time."""
+        reader = self.desk._reader  # pylint: disable=protected-access
+        reader.stdin.write("read\n")
+        reader.stdin.flush()
+        if not select.select([reader.stdout], [], [], ANSWER_LIMIT)[0]:
+            raise Failure("the program did not answer within %.0f s" % ANSWER_LIMIT)
+        self.nodes = [node for node in json.loads(reader.stdout.readline())
+                      if "showing" in node["states"] and node["place"]]
+        for line in self.desk.lines()[-200:]:
+            if SANITIZER.search(line):
+                raise Failure("the program complains: " + line)
+        status = Path("/proc/%d/status" % self.desk.program.pid)
+        if status.exists():
+            match = re.search(r"VmRSS:\s+(\d+)", status.read_text())
+            if match:
+                self.sizes.append(int(match.group(1)) // 1024)
+
+    def start_again(self):
+        code = self.desk.program.returncode
+        errors = [line for line in self.desk.lines()[-40:] if "Run-time error" in line]
+        if code != 0 or errors:
+            raise Failure("the program ended with %d %s" % (code, errors))
+        mark = self.desk.mark()
+        self.desk.start_program()
+        self.desk.wait(r"screen: frmMenu1 activate", mark, limit=120)
+        self.starts += 1
+
+    def note(self, *what):
+        self.done.append(" ".join(str(word) for word in what))
+
+    # What it does
+
+    def somewhere(self):
+        width, height = self.desk.size
+        return self.random.randrange(width), self.random.randrange(height)
+
+    def press(self):
+        live = [node for node in self.nodes if node["role"] in PRESSED and "enabled" in node["states"]]
+        if not live:
+            return
+        node = self.random.choice(live)
+        # The way out of the program is taken now and then only.
+        if node["name"] == "Exit" and self.random.random() < 0.8:
+            return
+        self.note("press", node["role"], node["name"])
+        self.desk.click_node(node)
+
+    def type(self):
+        text = self.random.choice(TYPED)
+        self.note("type", text)
+        self.desk._call("xdotool", "type", "--delay", "5", text)  # pylint: disable=protected-access
+
+    def key(self):
+        name = self.random.choice(KEYS)
+        self.note("key", name)
+        self.desk.key(name)
+
+    def click(self):
+        x, y = self.somewhere()
+        self.note("click", x, y)
+        self.desk.click_at(x, y)
+
+    def drag(self):
+        start, end = self.somewhere(), self.somewhere()
+        self.note("drag", start, end)
+        self.desk.drag(start, end)
+
+    def menu(self):
+        x, y = self.somewhere()
+        self.note("menu", x, y)
+        self.desk.click_at(x, y, 3)
+        self.desk.key(self.random.choice(("Down", "Escape")), self.random.choice(("Return", "Escape")))
+
+    def resize(self):
+        width, height = self.random.randrange(200, 1200), self.random.randrange(150, 900)
+        self.note("resize", width, height)
+        self.desk._call("xdotool", "getactivewindow", "windowsize", str(width), str(height))  # pylint: disable=protected-access
+
+    def close(self):
+        self.note("close")
+        self.desk.key("alt+F4")
+
+
+def main(application, failures, minutes, seed):
+    environment = {"ASAN_OPTIONS": "detect_leaks=0:exitcode=99", "UBSAN_OPTIONS": "print_stacktrace=1"}
+    lists = {"Two": ["sun", "star"], "Odd": ["knight_nite", "", "_x", "caf\u00e9"]}
+    quizzes = {"Legs": ["How many legs has a spider?_Four_Six_Eight_Ten_3_"], "Broken": ["no separators", "Q_1_2_3_4_x_"]}
+    with Desktop(application, lists=lists, quizzes=quizzes, environment=environment) as desk:
+        monkey = Monkey(desk, seed)
+        try:
+            steps = monkey.run(minutes * 60)
+        except Exception as failure:  # pylint: disable=broad-except
+            failures.mkdir(parents=True, exist_ok=True)
+            desk.picture(failures / "monkey.png")
+            (failures / "monkey.txt").write_text("\n".join(desk.lines()))
+            (failures / "monkey-steps.txt").write_text("\n".join(monkey.done))
+            print("FAILED after %d steps with seed %d: %s" % (len(monkey.done), seed, failure))
+            print("the last steps: " + "; ".join(monkey.done[-8:]))
+            return 1
+        screens = sorted({match.group(1) for match in (re.match(r"screen: (\w+) activate", line) for line in desk.lines())
+                          if match})
+        sizes = monkey.sizes
+        print("seed %d: %d steps, %d starts, %d screens (%s)" % (seed, steps, monkey.starts, len(screens), ", ".join(screens)))
+        if sizes:
+            print("memory in MiB: %d at first, %d at the end, %d at most" % (sizes[0], sizes[-1], max(sizes)))
+        return 0
+
+
+if __name__ == "__main__":
+    sys.exit(main(Path(sys.argv[1]), Path(sys.argv[2]), float(sys.argv[3]), int(sys.argv[4])))
