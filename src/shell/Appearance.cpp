@@ -42,14 +42,14 @@ namespace tumblewick {
 
 namespace {
 
-const char *const kFontAskedFor = "Comic Sans MS";
-const char *const kFontStandingIn = "Comic Neue";
+constexpr const char *kFontAskedFor = "Comic Sans MS";
+constexpr const char *kFontStandingIn = "Comic Neue";
 
 // What a button is to the player; the style sheet colours it by that.
-const char *const kMain = "main";     // what one came for
-const char *const kSecond = "second"; // the other things to do
-const char *const kQuiet = "quiet";   // help, about, and ways out
-const char *const kDanger = "danger"; // what takes something away
+constexpr const char *kMain = "main";     // what one came for
+constexpr const char *kSecond = "second"; // the other things to do
+constexpr const char *kQuiet = "quiet";   // help, about, and ways out
+constexpr const char *kDanger = "danger"; // what takes something away
 
 struct ButtonLook {
     const char *screen; // nullptr: any screen
