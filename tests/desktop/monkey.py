@@ -4,6 +4,7 @@
 Clicks on whatever can be seen, types, drags, opens menus, closes windows and changes their size. The same seed does the
 same as long as the program is as quick. Whatever ends the program by itself, or keeps it from answering, fails."""
 
+import collections
 import json
 import random
 import re
@@ -31,6 +32,7 @@ class Monkey:
         self.starts = 1
         self.nodes = []
         self.sizes = []
+        self.pressed = collections.Counter()
 
     def run(self, seconds):
         end = time.monotonic() + seconds
@@ -92,10 +94,9 @@ class Monkey:
         live = [node for node in self.nodes if node["role"] in PRESSED and "enabled" in node["states"]]
         if not live:
             return
-        node = self.random.choice(live)
-        # The way out of the program is taken now and then only.
-        if node["name"] == "Exit" and self.random.random() < 0.8:
-            return
+        # What it has seldom pressed draws it most, so that it comes deep into the program.
+        node = self.random.choices(live, [1 / (1 + self.pressed[each["name"]]) for each in live])[0]
+        self.pressed[node["name"]] += 1
         self.note("press", node["role"], node["name"])
         self.desk.click_node(node)
 
