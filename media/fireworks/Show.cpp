@@ -287,21 +287,21 @@ void AddFinale(std::vector<Shell> &shells)
                                                                   { 540, 230 },
                                                                   { 330, 180 },
                                                                   { 90, 250 } } };
-    double at = 16.7;
+    double at = 14.3;
     for (std::size_t index = 0; index < 15; ++index) {
         const auto &[first, last] = kPairs[index % kPairs.size()];
         const auto &[x, y] = kPlaces[index % kPlaces.size()];
         shells.push_back({ kKinds[index % kKinds.size()], at, x, y, 84.0 + double(index % 3) * 12, first,
                            last, 0.9, index % 4 == 0 });
-        at += 0.22;
+        at += 0.19;
     }
-    shells.push_back({ Kind::Mine, 18.6, 120, kShore, 250, kRose, kRose, 0 });
-    shells.push_back({ Kind::Mine, 18.75, 520, kShore, 250, kTeal, kTeal, 0 });
-    shells.push_back({ Kind::Mine, 19.2, 320, kShore, 290, kViolet, kViolet, 0 });
-    shells.push_back({ Kind::Willow, 20.15, 150, 150, 120, kLamp, kGold, 1.3 });
-    shells.push_back({ Kind::Willow, 20.3, 490, 150, 120, kLamp, kGold, 1.3 });
-    shells.push_back({ Kind::Crackle, 20.45, 320, 205, 120, kRose, kSilver, 1.2 });
-    shells.push_back({ Kind::Willow, 20.6, 320, 120, 170, kSilver, kLamp, 1.5, true });
+    shells.push_back({ Kind::Mine, 16, 120, kShore, 250, kRose, kRose, 0 });
+    shells.push_back({ Kind::Mine, 16.12, 520, kShore, 250, kTeal, kTeal, 0 });
+    shells.push_back({ Kind::Mine, 16.51, 320, kShore, 290, kViolet, kViolet, 0 });
+    shells.push_back({ Kind::Willow, 17.33, 150, 150, 120, kLamp, kGold, 1.3 });
+    shells.push_back({ Kind::Willow, 17.46, 490, 150, 120, kLamp, kGold, 1.3 });
+    shells.push_back({ Kind::Crackle, 17.59, 320, 205, 120, kRose, kSilver, 1.2 });
+    shells.push_back({ Kind::Willow, 17.72, 320, 120, 170, kSilver, kLamp, 1.5, true });
 }
 
 } // namespace
@@ -317,23 +317,23 @@ std::vector<Shell> Evening()
 {
     std::vector<Shell> shells{
         { Kind::Chrysanthemum, 1.15, 320, 150, 125, kLamp, kGold, 1.1, true },
-        { Kind::Peony, 2.5, 175, 175, 92, kTeal, kSilver },
-        { Kind::Peony, 2.85, 465, 160, 96, kRose, kLamp },
-        { Kind::Ring, 4.05, 320, 140, 112, kViolet, kLamp, 1.2, true },
-        { Kind::Crackle, 5.2, 170, 150, 96, kLamp, kSilver },
-        { Kind::Crackle, 5.6, 475, 185, 96, kPink, kSilver },
-        { Kind::Palm, 6.6, 320, 165, 150, kGold, kRed, 1.3, true },
-        { Kind::Star, 7.95, 185, 155, 84, kLamp, kLamp },
-        { Kind::Heart, 8.7, 455, 160, 80, kRose, kPink },
-        { Kind::Crossette, 10.05, 320, 150, 118, kGreen, kTeal, 1.2, true },
-        { Kind::LetterA, 11.25, 140, 165, 66, kRed, kGold },
-        { Kind::LetterB, 11.8, 320, 140, 66, kGreen, kLamp },
-        { Kind::LetterC, 12.35, 500, 165, 66, kBlue, kTeal },
-        { Kind::Willow, 13.9, 215, 135, 125, kLamp, kGold, 1.3, true },
-        { Kind::Willow, 14.5, 435, 150, 125, kSilver, kTeal, 1.3 },
-        { Kind::Mine, 15.5, 160, kShore, 230, kPink, kPink, 0 },
-        { Kind::Mine, 15.8, 480, kShore, 230, kBlue, kBlue, 0 },
-        { Kind::Mine, 16.1, 320, kShore, 260, kGreen, kGreen, 0 },
+        { Kind::Peony, 2.15, 175, 175, 92, kTeal, kSilver },
+        { Kind::Peony, 2.45, 465, 160, 96, kRose, kLamp },
+        { Kind::Ring, 3.48, 320, 140, 112, kViolet, kLamp, 1.2, true },
+        { Kind::Crackle, 4.47, 170, 150, 96, kLamp, kSilver },
+        { Kind::Crackle, 4.82, 475, 185, 96, kPink, kSilver },
+        { Kind::Palm, 5.68, 320, 165, 150, kGold, kRed, 1.3, true },
+        { Kind::Star, 6.84, 185, 155, 84, kLamp, kLamp },
+        { Kind::Heart, 7.48, 455, 160, 80, kRose, kPink },
+        { Kind::Crossette, 8.64, 320, 150, 118, kGreen, kTeal, 1.2, true },
+        { Kind::LetterA, 9.68, 140, 165, 66, kRed, kGold },
+        { Kind::LetterB, 10.15, 320, 140, 66, kGreen, kLamp },
+        { Kind::LetterC, 10.62, 500, 165, 66, kBlue, kTeal },
+        { Kind::Willow, 11.95, 215, 135, 125, kLamp, kGold, 1.3, true },
+        { Kind::Willow, 12.47, 435, 150, 125, kSilver, kTeal, 1.3 },
+        { Kind::Mine, 13.33, 160, kShore, 230, kPink, kPink, 0 },
+        { Kind::Mine, 13.59, 480, kShore, 230, kBlue, kBlue, 0 },
+        { Kind::Mine, 13.85, 320, kShore, 260, kGreen, kGreen, 0 },
     };
     AddFinale(shells);
     std::stable_sort(shells.begin(), shells.end(),

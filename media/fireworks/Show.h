@@ -9,7 +9,7 @@ namespace fireworks {
 constexpr int kWidth = 640;
 constexpr int kHeight = 480;
 constexpr int kPicturesPerSecond = 25;
-constexpr double kSeconds = 24;
+constexpr double kSeconds = 20.8;
 constexpr double kShore = 396; // where the lake begins, in pixels from the top
 
 struct Colour {
