@@ -19,8 +19,10 @@ public:
     std::deque<QStringList> answers;
     // The lengths of what came, in bytes.
     std::vector<qsizetype> orders;
+    int prepared = 0;
 
     QString Obstacle() const override { return obstacle; }
+    void Prepare() override { ++prepared; }
     [[nodiscard]] std::unique_ptr<Order> Recognise(QByteArray samples, Ready ready) override
     {
         orders.push_back(samples.size());

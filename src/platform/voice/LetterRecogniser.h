@@ -21,6 +21,9 @@ public:
     // Why nothing can be understood on this machine, in a sentence for the user; empty when it can.
     virtual QString Obstacle() const = 0;
 
+    // Gets ready for an order that will come soon, so that it need not wait; takes no time here.
+    virtual void Prepare() = 0;
+
     // An order on its way. Destroying it cancels: nothing is called then.
     class Order {
     public:

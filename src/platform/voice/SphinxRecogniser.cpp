@@ -10,6 +10,7 @@
 #include <sphinxbase/err.h>
 #endif
 
+#include <algorithm>
 #include <array>
 #include <condition_variable>
 #include <deque>
@@ -26,6 +27,7 @@ namespace platform {
 namespace {
 
 constexpr int kAnswers = 3;
+constexpr std::size_t kPiece = 2048; // samples
 constexpr int kLeastSamples = kSpeechRate / 8;
 
 // How the letters sound, in the model's own sounds.
@@ -115,8 +117,12 @@ public:
         if (ps_set_jsgf_string(m_decoder.get(), "letters", grammar.constData()) < 0 ||
             ps_set_search(m_decoder.get(), "letters") < 0 || ps_start_utt(m_decoder.get()) < 0)
             return std::nullopt;
-        ps_process_raw(m_decoder.get(), reinterpret_cast<const int16 *>(samples.constData()),
-                       std::size_t(samples.size()) / sizeof(int16), FALSE, TRUE);
+        // Piece by piece, as from a microphone: so the decoder gets used to voice and room from letter to
+        // letter, by which more of them are understood than each for itself.
+        const auto *from = reinterpret_cast<const int16 *>(samples.constData());
+        const std::size_t count = std::size_t(samples.size()) / sizeof(int16);
+        for (std::size_t at = 0; at < count; at += kPiece)
+            ps_process_raw(m_decoder.get(), from + at, std::min(kPiece, count - at), FALSE, FALSE);
         ps_end_utt(m_decoder.get());
         int32 score = 0;
         const char *word = ps_get_hyp(m_decoder.get(), &score);
@@ -180,7 +186,8 @@ public:
         m_thread.join();
     }
 
-    void Add(QByteArray samples, std::weak_ptr<Ready> ready)
+    // Without `ready` only the files are read.
+    void Add(QByteArray samples, std::optional<std::weak_ptr<Ready>> ready)
     {
         {
             const std::lock_guard lock(m_mutex);
@@ -192,7 +199,7 @@ public:
 private:
     struct Job {
         QByteArray samples;
-        std::weak_ptr<Ready> ready;
+        std::optional<std::weak_ptr<Ready>> ready;
     };
 
     void Work()
@@ -206,13 +213,13 @@ private:
             const Job job = std::move(m_jobs.front());
             m_jobs.pop_front();
             lock.unlock();
-            if (!job.ready.expired()) {
-                if (!ear)
-                    ear.emplace(m_model);
+            if (!ear)
+                ear.emplace(m_model);
+            if (job.ready && !job.ready->expired()) {
                 const QStringList names = ear->Understand(job.samples);
                 QMetaObject::invokeMethod(
                     &m_counter,
-                    [ready = job.ready, names] {
+                    [ready = *job.ready, names] {
                         if (const auto held = ready.lock())
                             (*held)(names);
                     },
@@ -259,7 +266,7 @@ QStringList SphinxRecogniser::Understand(const QString &model, const QByteArray 
 class SphinxRecogniser::Worker {
 public:
     explicit Worker(const QString &) {}
-    void Add(const QByteArray &, const std::weak_ptr<Ready> &) {}
+    void Add(const QByteArray &, const std::optional<std::weak_ptr<Ready>> &) {}
 };
 
 QString SphinxRecogniser::UsualModel()
@@ -298,6 +305,14 @@ SphinxRecogniser::SphinxRecogniser(QString model) : m_model(model.isEmpty() ? Us
 }
 
 SphinxRecogniser::~SphinxRecogniser() = default;
+
+void SphinxRecogniser::Prepare()
+{
+    if (m_worker || !Obstacle().isEmpty())
+        return;
+    m_worker = std::make_unique<Worker>(m_model);
+    m_worker->Add({}, std::nullopt);
+}
 
 std::unique_ptr<LetterRecogniser::Order> SphinxRecogniser::Recognise(QByteArray samples, Ready ready)
 {

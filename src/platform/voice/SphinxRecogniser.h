@@ -13,6 +13,7 @@ public:
     ~SphinxRecogniser() override; // waits for what is being understood, a fraction of a second
 
     QString Obstacle() const override;
+    void Prepare() override;
     [[nodiscard]] std::unique_ptr<Order> Recognise(QByteArray samples, Ready ready) override;
 
     // The same on the calling thread, for measurements.
