@@ -35,13 +35,10 @@ public:
         m_text->setAlignment(Qt::AlignCenter);
         m_text->setWordWrap(true);
         m_text->setFixedWidth(kWidest - 4 * kRound);
-        QFont type = m_text->font();
-        type.setPixelSize(kType);
-        type.setBold(true);
-        m_text->setFont(type);
-        QPalette palette = m_text->palette();
-        palette.setColor(QPalette::WindowText, kInk);
-        m_text->setPalette(palette);
+        // The program's own style has light text for dark rooms; this is ink on paper.
+        m_text->setStyleSheet(QStringLiteral("color: %1; background: transparent; font: bold %2px;")
+                                  .arg(kInk.name())
+                                  .arg(kType));
         auto *rows = new QVBoxLayout(this);
         rows->setSizeConstraint(QLayout::SetFixedSize);
         rows->setContentsMargins(2 * kRound, kRound, 2 * kRound, kRound);

@@ -76,6 +76,7 @@ void VoiceSpelling::Listen()
         Notice(Text("No microphone can be used just now."));
         return;
     }
+    m_parts.recogniser.Prepare();
     m_state = State::Listening;
     m_isTap = true;
     m_tapEnds = m_parts.events.After(kTap, [this] {

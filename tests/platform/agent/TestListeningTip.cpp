@@ -1,5 +1,6 @@
 #include "platform/agent/ListeningTip.h"
 
+#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QScreen>
@@ -14,6 +15,7 @@ private slots:
     void offersItsChoices();
     void standsBelowTheFigureOnTheScreen_data();
     void standsBelowTheFigureOnTheScreen();
+    void isReadInAnyStyle();
     void takesNoFocus();
     void theKeyIsToldOnce();
 };
@@ -65,6 +67,22 @@ void TestListeningTip::standsBelowTheFigureOnTheScreen()
     const QRect sign = tip.Sign()->geometry();
     QVERIFY(QGuiApplication::primaryScreen()->geometry().contains(sign));
     QCOMPARE(sign.top() > figure.bottom(), below);
+}
+
+void TestListeningTip::isReadInAnyStyle()
+{
+    qApp->setStyleSheet("QLabel { color: white; font-size: 9px; }");
+    ListeningTip tip;
+    tip.Show(QRect(200, 100, 256, 256), "I am listening.", {});
+    auto *text = tip.Sign()->findChild<QLabel *>();
+    const QImage seen = tip.Sign()->grab().toImage();
+    int dark = 0;
+    for (int y = text->y(); y < text->geometry().bottom(); ++y) {
+        for (int x = text->x(); x < text->geometry().right(); ++x)
+            dark += seen.pixelColor(x, y).lightness() < 90;
+    }
+    qApp->setStyleSheet(QString());
+    QVERIFY2(dark > 150, qPrintable(QString::number(dark)));
 }
 
 void TestListeningTip::takesNoFocus()

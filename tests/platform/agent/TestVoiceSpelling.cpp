@@ -158,6 +158,7 @@ void TestVoiceSpelling::aLetterIsSaidOfferedAndTaken()
     ShowMerlin();
     m_spelling->KeyDown();
     QVERIFY(m_microphone.Listening());
+    QCOMPARE(m_recogniser->prepared, 1);
     m_time.Run(400ms);
     QVERIFY(m_tip.text.contains("listening"));
     QCOMPARE(m_tip.frame, m_stage.Of("Merlin")->Frame());
