@@ -86,11 +86,37 @@ def silent(desk):
     print("the sound-card message comes, and the menu comes back")
 
 
+def helped(desk):
+    """Help stands beside its screen, leaves it usable, and goes with it."""
+    def titles():
+        return [window.split('"')[1] for window in desk.windows() if "Tumblewick Help" in window]
+
+    desk.wait(r"screen: frmMenu1 activate")
+    desk.wait_control("frmMenu1", "cmdPlay", ["enabled"])
+    start = time.monotonic()
+    desk.click("frmMenu1", "cmdHelp")
+    desk.wait_for("the help", titles)
+    check(titles() == ["Welcome to Tumblewick \u2013 Tumblewick Help"],
+          "the menu's page of the help comes %.2f s after the click is begun" % (time.monotonic() - start))
+    desk.key("Escape")
+    desk.wait_for("the end of the help", lambda: not titles(), titles)
+    desk.click("frmMenu1", "cmdSettings")
+    desk.wait(r"screen: frmSettings activate")
+    desk.click("frmSettings", "cmdHelp")
+    desk.wait_for("the help", titles)
+    left, top, _, _ = desk.place("frmSettings", "lblHead")
+    desk.click_at(left // 2, top // 2)
+    desk.key("alt+b")
+    desk.wait(r"screen: frmSettings unload")
+    desk.wait_for("the end of the help", lambda: not titles(), titles)
+    print("help closes with the screen behind it")
+
+
 def run(application, failures):
     lists = {"One": ["sun", "star"]}
     failed = 0
-    for name, sound, test in (("idle", True, idle), ("talking", True, talking), ("handled", True, handled),
-                              ("silent", False, silent)):
+    for name, sound, test in (("idle", True, idle), ("helped", False, helped), ("talking", True, talking),
+                              ("handled", True, handled), ("silent", False, silent)):
         with Desktop(application, sound=sound, lists=lists) as desk:
             try:
                 test(desk)

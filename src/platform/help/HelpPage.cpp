@@ -23,6 +23,7 @@ const QString kScheme = QStringLiteral("help");
 constexpr double kUsualType = 17; // units
 constexpr double kStep = 1.12;
 constexpr int kMargin = 18;
+constexpr int kFrame = 6;
 constexpr int kMostMarks = 2000;
 constexpr int kNarrowestPicture = 120;
 
@@ -193,19 +194,21 @@ void HelpPage::doSetSource(const QUrl &url, QTextDocument::ResourceType type)
     QTextBrowser::doSetSource(whole, type);
 }
 
-// A picture never makes a page wider than its window.
+// A picture never makes a page wider than its window. There is always room left for a scroll bar, for it
+// comes and goes with the height of what is shown.
 QImage HelpPage::Fitted(const QImage &picture) const
 {
-    const int room = std::max(kNarrowestPicture, viewport()->width() - 2 * kMargin - 2);
+    const int edge = 2 * (kMargin + kFrame) + verticalScrollBar()->sizeHint().width();
+    const int room = std::max(kNarrowestPicture, width() - edge);
     return picture.width() > room ? picture.scaledToWidth(room, Qt::SmoothTransformation) : picture;
 }
 
 void HelpPage::resizeEvent(QResizeEvent *event)
 {
     QTextBrowser::resizeEvent(event);
-    if (viewport()->width() == m_fit)
+    if (width() == m_fit)
         return;
-    m_fit = viewport()->width();
+    m_fit = width();
     for (const auto &[name, picture] : m_pictures)
         document()->addResource(QTextDocument::ImageResource, name, Fitted(picture));
     if (!m_pictures.empty())

@@ -30,9 +30,9 @@ namespace {
 const QString kWindowTitle = QStringLiteral("Tumblewick Help");
 constexpr int kType = 16; // units
 constexpr int kIcon = 26;
-const QSize kUsualSize(880, 680);
+const QSize kUsualSize(940, 680);
 constexpr int kFrame = 40; // what a window manager may put around a window
-constexpr int kShelfWidth = 260;
+constexpr int kShelfWidth = 290;
 constexpr int kPageRole = Qt::UserRole;
 
 // Without the program's pictures, buttons show their names.
@@ -75,9 +75,6 @@ HelpWindow::HelpWindow() : m_book(std::make_unique<HelpBook>(QString()))
     setAttribute(Qt::WA_StyledBackground);
     // Ink on paper, as on the grown-ups' screens; the program's style sheet knows it by this name.
     setProperty("room", QStringLiteral("study"));
-    QFont type = font();
-    type.setPixelSize(kType);
-    setFont(type);
 
     m_page = new HelpPage;
     m_page->zoomed = [this] { TellZoom(); };
@@ -101,6 +98,12 @@ HelpWindow::HelpWindow() : m_book(std::make_unique<HelpBook>(QString()))
     rows->addWidget(panes, 1);
     rightRows->addWidget(MakeFindBar());
     MakeShortcuts();
+    // A style sheet keeps a window's type from its controls.
+    QFont type = font();
+    type.setPixelSize(kType);
+    for (QWidget *widget : findChildren<QWidget *>())
+        if (widget != m_page)
+            widget->setFont(type);
 
     connect(m_page, &QTextBrowser::sourceChanged, this, [this] { PageChanged(); });
     // Only now does the page know where it is.
@@ -171,8 +174,6 @@ QWidget *HelpWindow::MakeShelves()
     m_contents->setAccessibleName(tr("Contents"));
     m_contents->setHeaderHidden(true);
     m_contents->setIndentation(18);
-    m_contents->setWordWrap(true);
-    m_contents->setTextElideMode(Qt::ElideNone);
     const auto openLine = [this](const QTreeWidgetItem *item) {
         if (item && !item->data(0, kPageRole).toString().isEmpty())
             m_page->Open(item->data(0, kPageRole).toString());
@@ -301,6 +302,7 @@ void HelpWindow::FillContents()
         above.resize(std::min(std::size_t(line.depth), above.size()));
         auto *item = above.empty() ? new QTreeWidgetItem(m_contents) : new QTreeWidgetItem(above.back());
         item->setText(0, line.title);
+        item->setToolTip(0, line.title);
         item->setData(0, kPageRole, line.page);
         above.push_back(item);
     }

@@ -60,7 +60,7 @@ private slots:
             { "My Lists, all.htm",
               Page("Lists", "<p>Write a list. Hints cost nothing, a hint is a hint.</p>" + kFar +
                                 "<h2><a name=\"far\"></a>Far away</h2>" + kFar) },
-            { "Pictures.htm", Page("Pictures", "<p><img src=\"pictures/wide.png\"></p>") },
+            { "Pictures.htm", Page("Pictures", "<p><img src=\"pictures/wide.png\"></p>" + kFar) },
             { "pictures/wide.png", WidePicture() },
             { "Test.hhc", "<UL>" + Line("Welcome", "Welcome.htm") + "<UL>" +
                               Line("Lists", "My Lists, all.htm") + Line("Far away", "My Lists, all.htm#far") +
