@@ -186,9 +186,9 @@ QByteArray WriteChm(const HelpHeader &header, const std::map<QString, QByteArray
     for (std::vector<Chunk> below = lists; below.size() > 1;) {
         std::vector<Entry> rows;
         for (std::size_t index = 0; index < below.size(); ++index)
-            rows.push_back({ below[index].firstName,
-                             Packed(quint64(below[index].firstName.size())) + below[index].firstName +
-                                 Packed(firstBelow + index) });
+            rows.push_back({ below[index].firstName, Packed(quint64(below[index].firstName.size())) +
+                                                         below[index].firstName +
+                                                         Packed(firstBelow + index) });
         firstBelow = chunks;
         below = Divide(rows, kTreeChunkHeader);
         for (const Chunk &chunk : below)

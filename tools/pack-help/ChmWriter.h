@@ -14,7 +14,7 @@ struct HelpHeader {
     QString baseName;     // the name of the help file without its ending
 };
 
-// The bytes of a compiled help file (.chm) that holds `files`, by path, such as "pictures/menu.png". Paths may
-// hold blanks, commas and letters of any kind. The same files always give the same bytes: the file carries no
-// date. Pages are kept as they are, without compression, which every reader understands.
+// The bytes of a compiled help file (.chm) that holds `files`, by path, such as "pictures/menu.png". Paths
+// may hold blanks, commas and letters of any kind. The same files always give the same bytes: the file
+// carries no date. Pages are kept as they are, without compression, which every reader understands.
 QByteArray WriteChm(const HelpHeader &header, const std::map<QString, QByteArray> &files);
