@@ -20,6 +20,7 @@ constexpr int kLetterType = 26;
 constexpr int kRound = 12;
 constexpr int kGap = 4;
 constexpr int kWidest = 340;
+constexpr int kCertainlyReleased = 80; // milliseconds
 const QColor kPaper(0xff, 0xf8, 0xe0);
 const QColor kInk(0x2a, 0x1b, 0x3d);
 const QColor kWood(0x6b, 0x3f, 0x2a);
@@ -161,7 +162,14 @@ HeldKey::HeldKey(int key) : m_key(key)
         if (state == Qt::ApplicationActive || !m_isDown)
             return;
         m_isDown = false;
+        m_released.stop();
         lost();
+    });
+    m_released.setSingleShot(true);
+    m_released.setInterval(kCertainlyReleased);
+    m_released.callOnTimeout(this, [this] {
+        m_isDown = false;
+        up();
     });
 }
 
@@ -173,10 +181,17 @@ bool HeldKey::eventFilter(QObject *, QEvent *event)
     if (key->key() != m_key)
         return false;
     // The window and its control both get the event.
-    const bool isDown = event->type() == QEvent::KeyPress;
-    if (!key->isAutoRepeat() && isDown != m_isDown) {
-        m_isDown = isDown;
-        isDown ? down() : up();
+    if (key->isAutoRepeat())
+        return true;
+    if (event->type() == QEvent::KeyRelease) {
+        if (m_isDown && !m_released.isActive())
+            m_released.start();
+        return true;
+    }
+    m_released.stop();
+    if (!m_isDown) {
+        m_isDown = true;
+        down();
     }
     return true;
 }

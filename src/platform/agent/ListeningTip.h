@@ -3,6 +3,8 @@
 #include "platform/agent/StageWindow.h"
 #include "platform/agent/VoiceSpelling.h"
 
+#include <QTimer>
+
 #include <vector>
 
 class QLabel;
@@ -27,7 +29,7 @@ private:
 };
 
 // Tells of a key of this program's windows: down and up, each once, and lost when another program is in
-// front.
+// front. The repetitions of a key that is held look like short releases on some desktops; those are not told.
 class HeldKey final : public QObject {
 public:
     explicit HeldKey(int key);
@@ -41,6 +43,7 @@ protected:
 private:
     const int m_key;
     bool m_isDown = false;
+    QTimer m_released; // runs until the release is certain
 };
 
 } // namespace platform
