@@ -27,8 +27,8 @@ const QString kTitle = QStringLiteral("Tumblewick Help");
 std::map<QString, QByteArray> ReadFolder(const QString &folder)
 {
     std::map<QString, QByteArray> files;
-    const QDir top(folder);
-    QDirIterator walk(folder, QDir::Files, QDirIterator::Subdirectories);
+    const QDir top(QFileInfo(folder).absoluteFilePath());
+    QDirIterator walk(top.path(), QDir::Files, QDirIterator::Subdirectories);
     while (walk.hasNext()) {
         QFile file(walk.next());
         if (!file.open(QIODevice::ReadOnly))
