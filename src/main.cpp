@@ -9,6 +9,7 @@
 #include "platform/display/XcbDisplay.h"
 #include "platform/files/ApplicationFolder.h"
 #include "platform/files/DiskFiles.h"
+#include "platform/files/MountedDrives.h"
 #include "platform/forms/QtBoxes.h"
 #include "platform/forms/Screen.h"
 #include "platform/help/QtHelp.h"
@@ -27,6 +28,7 @@
 #include "shell/frmSplash.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QStandardPaths>
 
 #include <cstdio>
@@ -50,6 +52,7 @@ int main(int argc, char *argv[])
         platform::ApplicationFolder(QCoreApplication::applicationDirPath(),
                                     QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation)));
     platform::DiskFiles files;
+    platform::MountedDrives drives(QDir::homePath());
     platform::QtBoxes boxes;
     platform::QtHelp help(files);
     platform::SpeechService speech;
@@ -85,7 +88,7 @@ int main(int argc, char *argv[])
     platform::QtAudioOut clipAudio;
     platform::QtMedia media(files, clipAudio);
     platform::Services services{ events, clock, chance,  process, files, boxes,
-                                 help,   agent, display, desktop, media };
+                                 help,   agent, display, desktop, media, drives };
     platform::InstallServices(&services);
 
     platform::ThroughTheDoor([] { tumblewick::frmSplash::Shared().Show(); });

@@ -7,6 +7,7 @@ class Chance;
 class Clock;
 class Desktop;
 class Display;
+class Drives;
 class Events;
 class Files;
 class Help;
@@ -27,6 +28,7 @@ struct Services {
     Display &display;
     Desktop &desktop;
     Media &media;
+    Drives &drives;
 };
 
 // Makes `services` the ones that The() gives, until the next call. Not owned; null takes them away.

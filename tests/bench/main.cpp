@@ -83,7 +83,7 @@ int main(int argc, char *argv[])
     // Draws of a real generator; the fake one repeats itself and would draw for ever.
     platform::SystemChance chance;
     platform::Services services{ desk.time, desk.time,  chance,       desk.process, desk.files, desk.boxes,
-                                 desk.help, desk.agent, desk.display, desk.desktop, desk.media };
+                                 desk.help, desk.agent, desk.display, desk.desktop, desk.media, desk.drives };
     platform::InstallServices(&services);
     MeasureGame(desk);
     return State().Players.Text(0, Players::kCorrect) == QLatin1String("2000") ? 0 : 1;

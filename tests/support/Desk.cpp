@@ -21,6 +21,8 @@ Desk::Desk()
     process.SetApplicationFolder(folder.path());
     QDir(folder.path()).mkdir(QStringLiteral("Lists"));
     QDir(folder.path()).mkdir(QStringLiteral("QList"));
+    QDir(folder.path()).mkdir(QStringLiteral("Home"));
+    drives.all[0].path = folder.filePath(QStringLiteral("Home"));
     QPixmap icon(8, 8);
     icon.fill(Qt::blue);
     icon.save(folder.filePath(QStringLiteral("TWicon4.bmp")), "BMP");

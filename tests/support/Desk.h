@@ -8,6 +8,7 @@
 #include "support/FakeChance.h"
 #include "support/FakeDesktop.h"
 #include "support/FakeDisplay.h"
+#include "support/FakeDrives.h"
 #include "support/FakeHelp.h"
 #include "support/FakeMedia.h"
 #include "support/FakeProcess.h"
@@ -77,9 +78,10 @@ public:
     platform::AgentEngine agent{ time, stage };
     FakeDisplay display;
     FakeDesktop desktop;
+    FakeDrives drives;
     FakeMedia media{ time };
     platform::Services services{ time, time,  chance,  process, files, boxes,
-                                 help, agent, display, desktop, media };
+                                 help, agent, display, desktop, media, drives };
     Transcript transcript;
 
 private:

@@ -29,7 +29,7 @@ public:
 
     struct Shown {
         QString text;
-        QString title; // as given, so empty for the application's title
+        QString title; // as given, so null for the application's title
         bool isInput = false;
         platform::BoxButtons buttons = platform::BoxButtons::Ok;
         QString preset; // of an input box

@@ -121,6 +121,12 @@ QStringList FaultyFiles::FileNames(const QString &folder) const
     return m_files.FileNames(folder);
 }
 
+QStringList FaultyFiles::FolderNames(const QString &folder) const
+{
+    m_faults->Check(Operation::FolderNames);
+    return m_files.FolderNames(folder);
+}
+
 std::unique_ptr<TextReader> FaultyFiles::OpenForReading(const QString &path)
 {
     m_faults->Check(Operation::OpenForReading);

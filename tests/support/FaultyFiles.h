@@ -11,6 +11,7 @@ class FaultyFiles : public platform::Files {
 public:
     enum class Operation {
         FileNames,
+        FolderNames,
         OpenForReading,
         OpenForWriting,
         ReadLine,
@@ -36,6 +37,7 @@ public:
     bool FolderExists(const QString &path) const override;
     QString Resolve(const QString &path) const override;
     QStringList FileNames(const QString &folder) const override;
+    QStringList FolderNames(const QString &folder) const override;
     std::unique_ptr<platform::TextReader> OpenForReading(const QString &path) override;
     std::unique_ptr<platform::TextWriter> OpenForWriting(const QString &path, platform::FileWriting how,
                                                          bool create) override;

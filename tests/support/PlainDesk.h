@@ -8,6 +8,7 @@
 #include "support/FakeChance.h"
 #include "support/FakeDesktop.h"
 #include "support/FakeDisplay.h"
+#include "support/FakeDrives.h"
 #include "support/FakeHelp.h"
 #include "support/FakeMedia.h"
 #include "support/FakeProcess.h"
@@ -43,6 +44,10 @@ struct PlainDesk {
         {
             throw platform::Error(platform::kPathNotFound);
         }
+        QStringList FolderNames(const QString &) const override
+        {
+            throw platform::Error(platform::kPathNotFound);
+        }
         std::unique_ptr<platform::TextReader> OpenForReading(const QString &) override
         {
             throw platform::Error(platform::kPathNotFound);
@@ -73,11 +78,12 @@ struct PlainDesk {
     FakeHelp help;
     FakeDisplay display;
     FakeDesktop desktop;
+    FakeDrives drives;
     FakeMedia media{ time };
     platform::Services services{
-        time,  time, chance, process, files ? *files : static_cast<platform::Files &>(noFiles),
-        boxes, help, agent,  display, desktop,
-        media
+        time,  time,  chance, process, files ? *files : static_cast<platform::Files &>(noFiles),
+        boxes, help,  agent,  display, desktop,
+        media, drives
     };
 };
 

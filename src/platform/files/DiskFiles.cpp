@@ -268,6 +268,22 @@ bool IsSameFile(const Descriptor &file, const DiskPath &path)
            first.st_dev == second.st_dev && first.st_ino == second.st_ino;
 }
 
+QStringList SortedEntries(const QString &folder, EntryKind kind)
+{
+    const DiskPath place(folder);
+    if (!place.exists || !place.isFolder)
+        throw Error(kPathNotFound);
+    int error = 0;
+    QStringList names = FolderEntries(place.native, kind, error);
+    if (error != 0)
+        throw Error(kPathFileAccess);
+    std::sort(names.begin(), names.end(), [](const QString &left, const QString &right) {
+        const int order = left.compare(right, Qt::CaseInsensitive);
+        return order != 0 ? order < 0 : left < right;
+    });
+    return names;
+}
+
 } // namespace
 
 qint32 NumberOfErrno(int error)
@@ -332,18 +348,12 @@ QString DiskFiles::Resolve(const QString &path) const
 
 QStringList DiskFiles::FileNames(const QString &folder) const
 {
-    const DiskPath place(folder);
-    if (!place.exists || !place.isFolder)
-        throw Error(kPathNotFound);
-    int error = 0;
-    QStringList names = FolderFiles(place.native, error);
-    if (error != 0)
-        throw Error(kPathFileAccess);
-    std::sort(names.begin(), names.end(), [](const QString &left, const QString &right) {
-        const int order = left.compare(right, Qt::CaseInsensitive);
-        return order != 0 ? order < 0 : left < right;
-    });
-    return names;
+    return SortedEntries(folder, EntryKind::File);
+}
+
+QStringList DiskFiles::FolderNames(const QString &folder) const
+{
+    return SortedEntries(folder, EntryKind::Folder);
 }
 
 std::unique_ptr<TextReader> DiskFiles::OpenForReading(const QString &path)

@@ -11,6 +11,7 @@ public:
     bool FolderExists(const QString &path) const override;
     QString Resolve(const QString &path) const override;
     QStringList FileNames(const QString &folder) const override;
+    QStringList FolderNames(const QString &folder) const override;
     std::unique_ptr<TextReader> OpenForReading(const QString &path) override;
     std::unique_ptr<TextWriter> OpenForWriting(const QString &path, FileWriting how, bool create) override;
     void Kill(const QString &path) override;

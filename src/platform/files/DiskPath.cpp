@@ -17,6 +17,7 @@ namespace {
 struct Entry {
     QByteArray bytes;
     QString text;
+    unsigned char type; // DT_UNKNOWN, or DT_LNK, when only a closer look would tell
 };
 
 std::vector<Entry> ReadFolder(const QByteArray &folder, int &error)
@@ -38,7 +39,7 @@ std::vector<Entry> ReadFolder(const QByteArray &folder, int &error)
         const QByteArray bytes(entry->d_name);
         if (bytes != "." && bytes != "..")
             // A name that is not UTF-8 comes from a foreign disk and is read like a line of text.
-            entries.push_back({ bytes, DecodedLine(bytes) });
+            entries.push_back({ bytes, DecodedLine(bytes), entry->d_type });
     }
     closedir(stream);
     return entries;
@@ -92,13 +93,21 @@ bool IsRefusedName(const QString &name)
            stem[3] >= QLatin1Char('1') && stem[3] <= QLatin1Char('9');
 }
 
-QStringList FolderFiles(const QByteArray &folder, int &error)
+QStringList FolderEntries(const QByteArray &folder, EntryKind kind, int &error)
 {
+    const bool wantsFolders = kind == EntryKind::Folder;
     QStringList names;
     for (const Entry &entry : ReadFolder(folder, error)) {
-        struct stat status {};
-        if (!entry.bytes.startsWith('.') && stat((folder + '/' + entry.bytes).constData(), &status) == 0 &&
-            S_ISREG(status.st_mode))
+        if (entry.bytes.startsWith('.'))
+            continue;
+        // A look at each of thousands of files takes its time, on a network above all.
+        bool isWanted = entry.type == (wantsFolders ? DT_DIR : DT_REG);
+        if (entry.type == DT_UNKNOWN || entry.type == DT_LNK) {
+            struct stat status {};
+            isWanted = stat((folder + '/' + entry.bytes).constData(), &status) == 0 &&
+                       (wantsFolders ? S_ISDIR(status.st_mode) : S_ISREG(status.st_mode));
+        }
+        if (isWanted)
             names << entry.text;
     }
     return names;

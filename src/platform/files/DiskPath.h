@@ -10,9 +10,11 @@ namespace platform {
 // / \ : * ? " < > | or a control character, or it is the name of a device, such as con or Lpt1.txt.
 bool IsRefusedName(const QString &name);
 
-// The names of the files in a folder as text, hidden ones left out, in no order. `error` receives the errno
-// of the failure when the folder cannot be read, or 0.
-QStringList FolderFiles(const QByteArray &folder, int &error);
+enum class EntryKind { File, Folder };
+
+// The names of the files, or of the folders, in a folder as text, hidden ones left out, in no order. `error`
+// receives the errno of the failure when the folder cannot be read, or 0.
+QStringList FolderEntries(const QByteArray &folder, EntryKind kind, int &error);
 
 // Where a path leads on the disk.
 struct DiskPath {

@@ -7,13 +7,16 @@ namespace platform {
 enum class BoxButtons { Ok, YesNo, YesNoCancel };
 enum class BoxAnswer { Ok, Yes, No, Cancel };
 
+// The title of a box that has none.
+inline const QString kNoTitle = QStringLiteral("");
+
 // Modal boxes. Events run inside: timers tick, characters go on, handlers of other windows of the program do
 // not. The text is always plain, never markup. No error is raised.
 class Boxes {
 public:
     virtual ~Boxes() = default;
 
-    // `title` empty means the application's title. Closing the box from its frame answers Cancel, or No where
+    // `title` null means the application's title, kNoTitle none. Closing the box from its frame answers Cancel, or No where
     // there is no Cancel, or Ok where there is neither.
     virtual BoxAnswer MessageBox(const QString &text, BoxButtons buttons = BoxButtons::Ok,
                                  const QString &title = QString()) = 0;

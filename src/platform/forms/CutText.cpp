@@ -1,5 +1,6 @@
 #include "platform/forms/CutText.h"
 
+#include <QFontMetrics>
 #include <QHelpEvent>
 #include <QListWidget>
 #include <QStyledItemDelegate>
@@ -20,6 +21,7 @@ public:
     void paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const override
     {
         QStyleOptionViewItem within = option;
+        within.rect.setLeft(within.rect.left() + Indent(index));
         within.rect.setRight(std::min(within.rect.right(), m_list.viewport()->width() - 1));
         QStyledItemDelegate::paint(painter, within, index);
     }
@@ -28,7 +30,7 @@ public:
                    const QModelIndex &index) override
     {
         if (event->type() != QEvent::ToolTip || !index.isValid() ||
-            sizeHint(option, index).width() <= m_list.viewport()->width())
+            sizeHint(option, index).width() + Indent(index) <= m_list.viewport()->width())
             return QStyledItemDelegate::helpEvent(event, view, option, index);
         QToolTip::showText(event->globalPos(),
                            Qt::convertFromPlainText(index.data().toString(), Qt::WhiteSpaceNormal),
@@ -37,6 +39,13 @@ public:
     }
 
 private:
+    // In steps of two thirds of a line. On a long way down they run out, so that the names have room.
+    int Indent(const QModelIndex &index) const
+    {
+        const int step = QFontMetrics(m_list.font()).height() * 2 / 3;
+        return std::min(index.data(kDepthRole).toInt() * step, m_list.viewport()->width() / 2);
+    }
+
     QListWidget &m_list;
 };
 

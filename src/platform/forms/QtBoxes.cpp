@@ -210,7 +210,10 @@ QString OnOneLine(QString text)
 
 QString TitleOr(const QString &title)
 {
-    return title.isEmpty() ? The().process.Title() : title;
+    if (title.isNull())
+        return The().process.Title();
+    // Qt would put the program's name where there is nothing at all.
+    return title.isEmpty() ? QStringLiteral(" ") : title;
 }
 
 } // namespace

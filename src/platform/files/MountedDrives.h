@@ -1,0 +1,24 @@
+#pragma once
+
+#include "platform/files/Drives.h"
+
+#include <QStringList>
+
+namespace platform {
+
+// The volumes that are mounted.
+class MountedDrives : public Drives {
+public:
+    // `home` without a separator at the end; `table` is the file that lists what is mounted.
+    explicit MountedDrives(QString home, QString table = QStringLiteral("/proc/self/mountinfo"));
+
+    std::vector<Drive> All() const override;
+    void CheckReady(const QString &path) const override;
+
+private:
+    const QString m_home;
+    const QString m_table;
+    mutable QStringList m_told; // the paths of all drives that were ever told
+};
+
+} // namespace platform
