@@ -5,6 +5,8 @@
 #include "authoring/frmDelete.h"
 #include "authoring/frmQuiz1.h"
 #include "authoring/frmSpelling1.h"
+#include "lists/frmExpList.h"
+#include "lists/frmImpList.h"
 #include "platform/forms/EnterKey.h"
 #include "platform/forms/Holds.h"
 #include "shell/Appearance.h"
@@ -31,13 +33,16 @@ void frmList::OnLoad(QWidget &window)
     platform::InstallEnterKey(window);
     m_resizer = std::make_unique<platform::Resizer>(window, platform::HoldAllButLeft({ "CommandButton" }));
     // The screens that these lead to do not exist yet.
-    for (QPushButton *button : { m_ui->cmdEditSpell, m_ui->cmdImportSpell, m_ui->cmdExportSpell,
-                                 m_ui->cmdEditQuiz, m_ui->cmdImportQuiz, m_ui->cmdExportQuiz })
+    for (QPushButton *button : { m_ui->cmdEditSpell, m_ui->cmdEditQuiz })
         button->setEnabled(false);
     Connect(m_ui->cmdNewSpell, &QPushButton::clicked, [this] { ShowScreen(frmSpelling1::Shared(), *this); });
     Connect(m_ui->cdmDeleteSpell, &QPushButton::clicked, [this] { ShowFor<frmDelete>(kSpellList); });
+    Connect(m_ui->cmdImportSpell, &QPushButton::clicked, [this] { ShowFor<frmImpList>(kSpellList); });
+    Connect(m_ui->cmdExportSpell, &QPushButton::clicked, [this] { ShowFor<frmExpList>(kSpellList); });
     Connect(m_ui->cmdDeleteQuiz, &QPushButton::clicked, [this] { ShowFor<frmDelete>(kQuizList); });
     Connect(m_ui->cmdAddQuiz, &QPushButton::clicked, [this] { ShowScreen(frmQuiz1::Shared(), *this); });
+    Connect(m_ui->cmdImportQuiz, &QPushButton::clicked, [this] { ShowFor<frmImpList>(kQuizList); });
+    Connect(m_ui->cmdExportQuiz, &QPushButton::clicked, [this] { ShowFor<frmExpList>(kQuizList); });
     Connect(m_ui->cmdMenu, &QPushButton::clicked, [this] { ShowScreen(frmMenu1::Shared(), *this); });
     Connect(m_ui->cmdHelp, &QPushButton::clicked, [] { ShowHelpTopic(kListsTopic); });
 }

@@ -11,6 +11,7 @@ inline const QString kEditSpellingListTopic = QStringLiteral("Edit a Spelling Li
 inline const QString kPronunciationTopic = QStringLiteral("Tips on Pronunciation.htm");
 inline const QString kNewQuizTopic = QStringLiteral("Add a New Quiz.htm");
 inline const QString kEditQuizTopic = QStringLiteral("Edit a Quiz.htm");
+inline const QString kTransferTopic = QStringLiteral("Exporting and Importing Lists.htm");
 inline const QString kSettingsTopic = QStringLiteral("Settings1.htm");
 inline const QString kPlayingTopic = QStringLiteral("Playing the Game.htm");
 

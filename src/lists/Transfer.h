@@ -1,0 +1,24 @@
+#pragma once
+
+#include <QString>
+
+namespace platform {
+class DriveList;
+class FolderList;
+} // namespace platform
+
+namespace tumblewick {
+
+// What exporting and importing have in common.
+
+// Takes the folders to the drive that was chosen; tells it when that cannot be read.
+void FollowDrive(const platform::DriveList &drive, platform::FolderList &folder);
+
+// Copies a file. One that is there under the target's name goes first, after a Yes to `question`; so a copy
+// that fails has lost it: wanted. False when the answer was No. Raises what Kill and FileCopy raise.
+[[nodiscard]] bool CopyAfterQuestion(const QString &source, const QString &target, const QString &question);
+
+// The box for a name that the file system refuses.
+void TellRefusedName();
+
+} // namespace tumblewick

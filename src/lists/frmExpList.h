@@ -1,0 +1,39 @@
+#pragma once
+
+#include "platform/forms/Resizer.h"
+#include "platform/forms/Screen.h"
+
+#include <QString>
+
+#include <memory>
+
+namespace Ui {
+class frmExpList;
+}
+
+namespace tumblewick {
+
+// Copies a list of the program to any folder.
+class frmExpList : public platform::SharedScreen<frmExpList> {
+public:
+    frmExpList();
+    ~frmExpList() override;
+
+    // kSpellList; anything else counts as quiz. Written before the screen is shown.
+    QString ListType;
+
+private:
+    void OnLoad(QWidget &window) override;
+    void OnActivate() override;
+    void OnUnload() override;
+    void OnResize() override;
+    bool FillsDisplay() const override { return true; }
+
+    void Drive1_Change();
+    void cmdExport_Click();
+
+    std::unique_ptr<Ui::frmExpList> m_ui; // valid while loaded
+    std::unique_ptr<platform::Resizer> m_resizer;
+};
+
+} // namespace tumblewick
