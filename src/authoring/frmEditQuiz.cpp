@@ -4,7 +4,7 @@
 
 #include "authoring/LeaveQuestions.h"
 #include "authoring/QuizQuestion.h"
-#include "authoring/frmList.h"
+#include "authoring/frmEdit.h"
 #include "platform/Services.h"
 #include "platform/forms/Boxes.h"
 #include "platform/forms/EnterKey.h"
@@ -199,7 +199,7 @@ void frmEditQuiz::cmdback_Click()
 {
     Trapped([this] {
         if (MayLeave())
-            ShowScreen(frmList::Shared(), *this);
+            ShowScreen(frmEdit::Shared(), *this);
     });
 }
 

@@ -4,7 +4,7 @@
 
 #include "authoring/LeaveQuestions.h"
 #include "authoring/SpellingEntry.h"
-#include "authoring/frmList.h"
+#include "authoring/frmEdit.h"
 #include "platform/Services.h"
 #include "platform/forms/Boxes.h"
 #include "platform/forms/EnterKey.h"
@@ -242,7 +242,7 @@ void frmEditSpell::cmdback_Click()
 {
     Trapped([this] {
         if (MayLeave())
-            ShowScreen(frmList::Shared(), *this);
+            ShowScreen(frmEdit::Shared(), *this);
     });
 }
 

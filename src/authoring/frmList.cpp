@@ -3,6 +3,7 @@
 #include "ui_frmList.h"
 
 #include "authoring/frmDelete.h"
+#include "authoring/frmEdit.h"
 #include "authoring/frmQuiz1.h"
 #include "authoring/frmSpelling1.h"
 #include "lists/frmExpList.h"
@@ -32,15 +33,14 @@ void frmList::OnLoad(QWidget &window)
     DressWindow(window, Room::Study);
     platform::InstallEnterKey(window);
     m_resizer = std::make_unique<platform::Resizer>(window, platform::HoldAllButLeft({ "CommandButton" }));
-    // The screens that these lead to do not exist yet.
-    for (QPushButton *button : { m_ui->cmdEditSpell, m_ui->cmdEditQuiz })
-        button->setEnabled(false);
     Connect(m_ui->cmdNewSpell, &QPushButton::clicked, [this] { ShowScreen(frmSpelling1::Shared(), *this); });
+    Connect(m_ui->cmdEditSpell, &QPushButton::clicked, [this] { Edit(kSpellList); });
     Connect(m_ui->cdmDeleteSpell, &QPushButton::clicked, [this] { ShowFor<frmDelete>(kSpellList); });
     Connect(m_ui->cmdImportSpell, &QPushButton::clicked, [this] { ShowFor<frmImpList>(kSpellList); });
     Connect(m_ui->cmdExportSpell, &QPushButton::clicked, [this] { ShowFor<frmExpList>(kSpellList); });
-    Connect(m_ui->cmdDeleteQuiz, &QPushButton::clicked, [this] { ShowFor<frmDelete>(kQuizList); });
     Connect(m_ui->cmdAddQuiz, &QPushButton::clicked, [this] { ShowScreen(frmQuiz1::Shared(), *this); });
+    Connect(m_ui->cmdEditQuiz, &QPushButton::clicked, [this] { Edit(kQuizList); });
+    Connect(m_ui->cmdDeleteQuiz, &QPushButton::clicked, [this] { ShowFor<frmDelete>(kQuizList); });
     Connect(m_ui->cmdImportQuiz, &QPushButton::clicked, [this] { ShowFor<frmImpList>(kQuizList); });
     Connect(m_ui->cmdExportQuiz, &QPushButton::clicked, [this] { ShowFor<frmExpList>(kQuizList); });
     Connect(m_ui->cmdMenu, &QPushButton::clicked, [this] { ShowScreen(frmMenu1::Shared(), *this); });
@@ -52,6 +52,14 @@ void frmList::ShowFor(const QString &listType)
 {
     Target::Shared().ListType = listType;
     ShowScreen(Target::Shared(), *this);
+}
+
+// The other buttons show first and unload then.
+void frmList::Edit(const QString &listType)
+{
+    Unload();
+    frmEdit::Shared().ListType = listType;
+    frmEdit::Shared().Show();
 }
 
 void frmList::OnUnload()

@@ -26,6 +26,7 @@ private:
     // Hands the kind of list to the target and goes there.
     template <class Target>
     void ShowFor(const QString &listType);
+    void Edit(const QString &listType);
 
     std::unique_ptr<Ui::frmList> m_ui; // valid while loaded
     std::unique_ptr<platform::Resizer> m_resizer;

@@ -1,0 +1,225 @@
+#include "authoring/frmEdit.h"
+
+#include "authoring/frmEditQuiz.h"
+#include "authoring/frmEditSpell.h"
+#include "authoring/frmList.h"
+#include "platform/forms/FileListBox.h"
+#include "shell/ListTypes.h"
+#include "shell/SharedState.h"
+#include "shell/frmMenu1.h"
+#include "support/Desk.h"
+#include "support/ReportText.h"
+
+#include <QDir>
+#include <QLabel>
+#include <QPushButton>
+#include <QtTest>
+
+using namespace tumblewick;
+using platform::FileListBox;
+using support::Desk;
+using support::ReportText;
+
+// The choice of a list to edit.
+class TestfrmEdit : public QObject {
+    Q_OBJECT
+
+private slots:
+    void init()
+    {
+        m_desk.emplace();
+        for (const char *name : { "bears", "Ants", "cats.txt" })
+            m_desk->WriteSpelling(name, { "word" });
+        for (const char *name : { "Capitals", "Rivers.doc" })
+            m_desk->WriteQuiz(name, { "q_1_2_3_4_1_" });
+    }
+    void cleanup()
+    {
+        QVERIFY(m_desk->boxes.AllAnswered());
+        m_desk.reset();
+    }
+
+    void everyFileOfTheKindIsOffered_data()
+    {
+        QTest::addColumn<QString>("kind");
+        QTest::addColumn<QStringList>("names");
+        QTest::newRow("spelling lists") << kSpellList << QStringList{ "Ants", "bears", "cats.txt" };
+        QTest::newRow("quizzes") << kQuizList << QStringList{ "Capitals", "Rivers.doc" };
+        QTest::newRow("an unknown word") << "quiz" << QStringList();
+    }
+    void everyFileOfTheKindIsOffered()
+    {
+        QFETCH(QString, kind);
+        Open(kind);
+        QTEST(Names(), "names");
+        QCOMPARE(frmEdit::Shared().Window()->windowTitle(), "Select a List");
+        QCOMPARE(m_desk->Find<QLabel>("lblHead")->text(), "Select a List to Edit");
+        QCOMPARE(Guidance(), QString());
+        QCOMPARE(m_desk->Find<QPushButton>("cmdOK")->text(), "&OK");
+        QCOMPARE(m_desk->Find<QPushButton>("cmdback")->text(), "&Back");
+        QCOMPARE(m_desk->Find<QPushButton>("cmdMenu")->text(), "&Main Menu");
+        QCOMPARE(m_desk->Find<QPushButton>("cmdHelp")->text(), "&Help !");
+    }
+
+    void aClickTellsWhatIsSelected()
+    {
+        Open(kSpellList);
+        Click("bears");
+        QCOMPARE(Guidance(), "You have selected bears. Click OK to continue.");
+        Click("cats.txt");
+        QCOMPARE(Guidance(), "You have selected cats.txt. Click OK to continue.");
+    }
+
+    void withNothingSelectedTheMessageFitsTheKind_data()
+    {
+        QTest::addColumn<QString>("kind");
+        QTest::addColumn<QString>("message");
+        QTest::newRow("spelling") << kSpellList
+                                  << "Select a spelling list by clicking on the name of the list.";
+        QTest::newRow("quiz") << kQuizList << "Select a quiz by clicking on the name of the list.";
+    }
+    void withNothingSelectedTheMessageFitsTheKind()
+    {
+        QFETCH(QString, kind);
+        QFETCH(QString, message);
+        Open(kind);
+        m_desk->boxes.Expect(message);
+        m_desk->Press("cmdOK");
+        QVERIFY(frmEdit::Shared().IsActive());
+    }
+
+    void anUnknownKindDoesNothing()
+    {
+        Open("Spelling");
+        m_desk->Press("cmdOK");
+        QVERIFY(frmEdit::Shared().IsActive());
+    }
+
+    void anEmptyFolderSaysNothingUntilOk()
+    {
+        QVERIFY(QDir(m_desk->folder.filePath("QList")).removeRecursively());
+        QVERIFY(QDir(m_desk->folder.path()).mkdir("QList"));
+        Open(kQuizList);
+        QCOMPARE(Names(), QStringList());
+        m_desk->boxes.Expect("Select a quiz by clicking on the name of the list.");
+        m_desk->Press("cmdOK");
+    }
+
+    void aMissingFolderIsReported()
+    {
+        QVERIFY(QDir(m_desk->folder.filePath("Lists")).removeRecursively());
+        m_desk->boxes.Expect(ReportText(76));
+        Open(kSpellList);
+        QVERIFY(frmEdit::Shared().IsActive());
+    }
+
+    void aFolderThatCannotBeReadIsReported()
+    {
+        m_desk->files.Fail(support::FaultyFiles::Operation::FileNames, 75);
+        m_desk->boxes.Expect(ReportText(75));
+        Open(kSpellList);
+        QCOMPARE(Names(), QStringList());
+    }
+
+    void okEditsTheSpellingList()
+    {
+        Open(kSpellList);
+        Click("cats.txt");
+        m_desk->Press("cmdOK");
+        QVERIFY(frmEditSpell::Shared().IsActive());
+        QCOMPARE(frmEditSpell::Shared().EditFileName, "cats.txt");
+        QVERIFY(!frmEdit::Shared().IsLoaded());
+    }
+
+    void okEditsTheQuiz()
+    {
+        Open(kQuizList);
+        Click("Capitals");
+        m_desk->Press("cmdOK");
+        QVERIFY(frmEditQuiz::Shared().IsActive());
+        QCOMPARE(frmEditQuiz::Shared().EditFileName, "Capitals");
+        QVERIFY(!frmEdit::Shared().IsLoaded());
+    }
+
+    void aDoubleClickEdits()
+    {
+        Open(kSpellList);
+        Click("bears");
+        QTest::mouseDClick(Files()->viewport(), Qt::LeftButton, {}, Place("bears"));
+        m_desk->Settle();
+        QVERIFY(frmEditSpell::Shared().IsActive());
+        QCOMPARE(frmEditSpell::Shared().EditFileName, "bears");
+    }
+
+    void keysAloneEdit()
+    {
+        Open(kSpellList);
+        QCOMPARE(m_desk->Focus(), "File1");
+        QTest::keyClick(Files(), Qt::Key_Down);
+        QCOMPARE(Guidance(), "You have selected Ants. Click OK to continue.");
+        QTest::keyClick(Files(), Qt::Key_Return);
+        m_desk->Settle();
+        QCOMPARE(frmEditSpell::Shared().EditFileName, "Ants");
+    }
+
+    void anotherActivationKeepsTheSelection()
+    {
+        Open(kSpellList);
+        Click("bears");
+        frmMenu1::Shared().Show();
+        m_desk->Settle();
+        frmMenu1::Shared().Unload();
+        m_desk->Settle();
+        QVERIFY(frmEdit::Shared().IsActive());
+        QCOMPARE(Files()->FileName(), "bears");
+    }
+
+    void itLeadsBackAndHome()
+    {
+        Open(kSpellList);
+        m_desk->Press("cmdHelp");
+        QCOMPARE(m_desk->help.Open().size(), 1U);
+        QCOMPARE(m_desk->help.Open().at(0).topic, "Adding, Editing and Deleting Lists.htm");
+        m_desk->Press("cmdback");
+        QVERIFY(frmList::Shared().IsActive());
+        QVERIFY(frmEdit::Exists());
+        QCOMPARE(frmEdit::Shared().ListType, kSpellList);
+        QVERIFY(m_desk->help.Open().empty());
+        Open(kQuizList);
+        m_desk->Press("cmdMenu");
+        QVERIFY(frmMenu1::Shared().IsActive());
+    }
+
+private:
+    void Open(const QString &kind)
+    {
+        frmEdit::Shared().ListType = kind;
+        frmEdit::Shared().Show();
+        m_desk->Settle();
+    }
+    FileListBox *Files() { return m_desk->Find<FileListBox>("File1"); }
+    QString Guidance() { return m_desk->Find<QLabel>("lblmsg")->text(); }
+    QStringList Names()
+    {
+        QStringList names;
+        for (int row = 0; row < Files()->count(); ++row)
+            names << Files()->item(row)->text();
+        return names;
+    }
+    QPoint Place(const QString &name)
+    {
+        const auto found = Files()->findItems(name, Qt::MatchExactly | Qt::MatchCaseSensitive);
+        return found.isEmpty() ? QPoint() : Files()->visualItemRect(found[0]).center();
+    }
+    void Click(const QString &name)
+    {
+        QTest::mouseClick(Files()->viewport(), Qt::LeftButton, {}, Place(name));
+        m_desk->Settle();
+        QCOMPARE(Files()->FileName(), name);
+    }
+
+    std::optional<Desk> m_desk;
+};
+
+QTEST_MAIN(TestfrmEdit)
+#include "TestfrmEdit.moc"
