@@ -16,8 +16,8 @@ class Boxes {
 public:
     virtual ~Boxes() = default;
 
-    // `title` null means the application's title, kNoTitle none. Closing the box from its frame answers Cancel, or No where
-    // there is no Cancel, or Ok where there is neither.
+    // `title` null means the application's title, kNoTitle none. Closing the box from its frame answers
+    // Cancel, or No where there is no Cancel, or Ok where there is neither.
     virtual BoxAnswer MessageBox(const QString &text, BoxButtons buttons = BoxButtons::Ok,
                                  const QString &title = QString()) = 0;
 
