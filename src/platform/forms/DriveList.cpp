@@ -6,6 +6,7 @@
 
 #include <QIcon>
 #include <QSignalBlocker>
+#include <QStyledItemDelegate>
 #include <QWheelEvent>
 
 namespace platform {
@@ -33,6 +34,8 @@ DriveList::DriveList(QWidget *parent) : QComboBox(parent)
 {
     setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     setMaxVisibleItems(12);
+    // The popup is drawn as a list, by the style sheet, not as a menu.
+    setItemDelegate(new QStyledItemDelegate(this));
     connect(this, &QComboBox::activated, this, [this] { emit Changed(); });
 }
 
