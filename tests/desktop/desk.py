@@ -19,7 +19,8 @@ FORMS = {form.stem: form for form in SOURCE.glob("*/frm*.ui")}
 TITLES = {
     "frmMenu1": "Menu", "frmNumPlayers1": "Number of Players", "frmPlayerNames1": "Players",
     "frmChooseList1": "Choose a List", "frmSpell1": "The Game", "frmList": "Maintenance",
-    "frmQuiz1": "Create a Quiz", "frmEdit": "Select a List", "frmDelete": "Delete a List",
+    "frmQuiz1": "Create a Quiz", "frmEditQuiz": "Edit Quiz", "frmSpelling1": "Create a Spell List",
+    "frmEditSpell": "Edit Spelling List", "frmEdit": "Select a List", "frmDelete": "Delete a List",
     "frmExpList": "Lists", "frmImpList": "Import List",
 }
 ROLES = {
