@@ -11,7 +11,7 @@ namespace {
 
 BoxAnswer Ask(const QString &question)
 {
-    return platform::The().boxes.MessageBox(question, platform::BoxButtons::YesNoCancel);
+    return platform::The().boxes.MessageBox(question, platform::BoxButtons::YesNoCancel, platform::kNoTitle);
 }
 
 } // namespace

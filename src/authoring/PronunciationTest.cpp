@@ -58,7 +58,7 @@ void PronunciationTester::TestSpeech(const PronunciationTest &test, const QStrin
 {
     try {
         if (checked.isEmpty()) {
-            The().boxes.MessageBox(test.nothingEntered);
+            The().boxes.MessageBox(test.nothingEntered, platform::BoxButtons::Ok, platform::kNoTitle);
             return;
         }
         bool isConnected = true;

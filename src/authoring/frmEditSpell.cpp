@@ -14,6 +14,7 @@
 #include "shell/Appearance.h"
 #include "shell/ErrorBoxes.h"
 #include "shell/HelpTopics.h"
+#include "shell/ListTypes.h"
 #include "shell/SharedState.h"
 #include "shell/frmMenu1.h"
 
@@ -203,7 +204,8 @@ void frmEditSpell::cmdDelete_Click()
     Trapped([this] {
         const QString question = QStringLiteral("Are you sure you want to delete ") +
                                  m_ui->List->SelectedItem()->Text() + QStringLiteral(" from the list?");
-        if (The().boxes.MessageBox(question, platform::BoxButtons::YesNo) != platform::BoxAnswer::Yes)
+        if (The().boxes.MessageBox(question, platform::BoxButtons::YesNo, platform::kNoTitle) !=
+            platform::BoxAnswer::Yes)
             return;
         m_ui->List->Remove(m_ui->List->SelectedItem()->Index());
         RewriteFile(SpellingWriting::AlwaysUnderscored);
@@ -241,8 +243,10 @@ bool frmEditSpell::MayLeave()
 void frmEditSpell::cmdback_Click()
 {
     Trapped([this] {
-        if (MayLeave())
-            ShowScreen(frmEdit::Shared(), *this);
+        if (!MayLeave())
+            return;
+        frmEdit::Shared().ListType = kSpellList;
+        ShowScreen(frmEdit::Shared(), *this);
     });
 }
 

@@ -102,7 +102,7 @@ void frmSpelling1::Command1_Click()
 {
     const QString faults = FaultsOfEntry(m_ui->txtNew->text(), m_ui->txtPronounce->text(), kWordMissing);
     if (!faults.isEmpty()) {
-        The().boxes.MessageBox(faults);
+        The().boxes.MessageBox(faults, BoxButtons::Ok, platform::kNoTitle);
         return;
     }
     ListDirty = true;
@@ -119,7 +119,7 @@ void frmSpelling1::Command2_Click()
 {
     const QString question = QStringLiteral("Are you sure you want to delete ") +
                              m_ui->List1->SelectedItem()->Text() + QStringLiteral(" from the list?");
-    if (The().boxes.MessageBox(question, BoxButtons::YesNo) == BoxAnswer::Yes)
+    if (The().boxes.MessageBox(question, BoxButtons::YesNo, platform::kNoTitle) == BoxAnswer::Yes)
         m_ui->List1->Remove(m_ui->List1->SelectedItem()->Index());
 }
 

@@ -1,6 +1,8 @@
+#include "authoring/frmEdit.h"
 #include "authoring/frmEditSpell.h"
 #include "platform/Error.h"
 #include "platform/forms/ListView.h"
+#include "shell/ListTypes.h"
 #include "shell/SharedState.h"
 #include "shell/frmMenu1.h"
 #include "support/Desk.h"
@@ -31,6 +33,12 @@ QString Report(qint32 number)
                           "Please quote the following information %1 ")
                .arg(number) +
            platform::Error(number).Description() + "\r\nWe apologise for this inconvenience";
+}
+
+// Without a title, not even the application's.
+bool HasNoTitle(const support::FakeBoxes::Shown &box)
+{
+    return box.title.isEmpty() && !box.title.isNull();
 }
 
 } // namespace
@@ -200,7 +208,7 @@ private slots:
         m_desk->Type("txtAPronounce", pronunciation);
         m_desk->boxes.Expect(message);
         m_desk->Press("cmdAdd");
-        QCOMPARE(m_desk->boxes.All().back().title, QString());
+        QVERIFY(m_desk->boxes.All().back().title.isNull());
         QCOMPARE(Boxes(), QStringList({ "", "", word, pronunciation }));
         QCOMPARE(Content(), QByteArray("cat\r\nknight_nite\r\ndog\r\n"));
     }
@@ -251,7 +259,7 @@ private slots:
         Choose(2);
         m_desk->boxes.Expect("Are you sure you want to delete knight from the list?", BoxAnswer::No);
         m_desk->Press("cmdDelete");
-        QCOMPARE(m_desk->boxes.All().back().title, QString());
+        QVERIFY(HasNoTitle(m_desk->boxes.All().back()));
         QCOMPARE(m_desk->boxes.All().back().buttons, BoxButtons::YesNo);
         QCOMPARE(Boxes(), QStringList({ "knight", "nite", "", "" }));
         m_desk->boxes.Expect("Are you sure you want to delete knight from the list?", BoxAnswer::Yes);
@@ -334,7 +342,7 @@ private slots:
         m_desk->Press("cmdback");
         QVERIFY(frmEditSpell::Shared().IsActive());
         QCOMPARE(m_desk->boxes.All().front().buttons, BoxButtons::YesNoCancel);
-        QCOMPARE(m_desk->boxes.All().front().title, QString());
+        QVERIFY(HasNoTitle(m_desk->boxes.All().front()));
     }
 
     void yesSavesTheEditFirstAndThenAdds()
@@ -362,6 +370,16 @@ private slots:
         // The word has been added all the same, and that has thrown the edit away.
         QCOMPARE(Content(), QByteArray("cat\r\nknight_nite\r\ndog\r\ncow\r\n"));
         QCOMPARE(Boxes(), QStringList({ "", "", "", "" }));
+    }
+
+    void backHandsTheKindToTheChoice()
+    {
+        Open();
+        frmEdit::Shared().ListType = kQuizList;
+        m_desk->Press("cmdback");
+        QVERIFY(frmEdit::Shared().IsActive());
+        QCOMPARE(frmEdit::Shared().ListType, kSpellList);
+        QVERIFY(!frmEditSpell::Exists());
     }
 
     void noAndCancel()
