@@ -86,6 +86,7 @@ private slots:
     void existenceIsTold();
     void realPathIsGiven();
     void folderIsListed();
+    void foldersOfAFolderAreListed();
     void killRemovesInAnyLetterCase();
     void copyIsExactAndReplaces();
     void copyOntoItselfLeavesItAlone();
@@ -449,6 +450,19 @@ void TestDiskFiles::folderIsListed()
     QCOMPARE(NumberRaised([&] { m_files.FileNames(At("\\Nothing")); }), 76);
     QCOMPARE(NumberRaised([&] { m_files.FileNames(At("\\Lists\\Zoo")); }), 76);
     QCOMPARE(NumberRaised([&] { m_files.FileNames(QString()); }), 76);
+}
+
+void TestDiskFiles::foldersOfAFolderAreListed()
+{
+    for (const char *name : { "/Lists/b", "/Lists/A", "/Lists/.hidden" })
+        QVERIFY(QDir().mkpath(At(name)));
+    Make("/Lists/file", "x");
+    QVERIFY(QFile::link(At("/Lists/A"), At("/Lists/link")));
+    QVERIFY(QFile::link(At("/Lists/file"), At("/Lists/other")));
+    QCOMPARE(m_files.FolderNames(At("\\lists")), QStringList({ "A", "b", "link" }));
+    QCOMPARE(m_files.FileNames(At("\\lists")), QStringList({ "file", "other" }));
+    QCOMPARE(NumberRaised([&] { m_files.FolderNames(At("/Nothing")); }), 76);
+    QCOMPARE(NumberRaised([&] { m_files.FolderNames(At("/Lists/file")); }), 76);
 }
 
 void TestDiskFiles::killRemovesInAnyLetterCase()
