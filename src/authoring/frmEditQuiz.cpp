@@ -12,6 +12,7 @@
 #include "shell/Appearance.h"
 #include "shell/ErrorBoxes.h"
 #include "shell/HelpTopics.h"
+#include "shell/ListTypes.h"
 #include "shell/SharedState.h"
 #include "shell/frmMenu1.h"
 
@@ -198,8 +199,10 @@ bool frmEditQuiz::MayLeave()
 void frmEditQuiz::cmdback_Click()
 {
     Trapped([this] {
-        if (MayLeave())
-            ShowScreen(frmEdit::Shared(), *this);
+        if (!MayLeave())
+            return;
+        frmEdit::Shared().ListType = kQuizList;
+        ShowScreen(frmEdit::Shared(), *this);
     });
 }
 

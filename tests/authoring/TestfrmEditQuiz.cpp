@@ -1,6 +1,8 @@
 #include "authoring/QuizDesk.h"
+#include "authoring/frmEdit.h"
 #include "authoring/frmEditQuiz.h"
 #include "platform/forms/Twips.h"
+#include "shell/ListTypes.h"
 #include "shell/SharedState.h"
 #include "shell/frmMenu1.h"
 #include "support/ReportText.h"
@@ -445,6 +447,16 @@ private slots:
         QTEST(m_desk->Typed(prefix), "left");
         if (button == "cmdSave") // the entry was written before the file
             QCOMPARE(m_desk->Entries().first(), "Q|a|b|c|d|1");
+    }
+
+    void backHandsTheKindToTheChooser()
+    {
+        Open();
+        frmEdit::Shared().ListType = kSpellList;
+        m_desk->Press("cmdback");
+        QVERIFY(frmEdit::Shared().IsActive());
+        QVERIFY(!frmEditQuiz::Shared().IsLoaded());
+        QCOMPARE(frmEdit::Shared().ListType, kQuizList);
     }
 
     void itsEndLetsGoOfTheCharacters()
