@@ -247,19 +247,23 @@ private:
                 return;
             }
             m_converter.reset(made);
+            m_rate = m_frame->sample_rate;
+            m_channels = m_frame->ch_layout.nb_channels;
+            m_format = m_frame->format;
         }
+        // The converter reads what the first frame had; in a damaged clip another may have less. The decoder
+        // cannot be asked: it goes along with the frames.
+        if (m_frame->sample_rate != m_rate || m_frame->ch_layout.nb_channels != m_channels ||
+            m_frame->format != m_format)
+            return;
         const int most = swr_get_out_samples(m_converter.get(), m_frame->nb_samples);
         if (most <= 0)
             return;
         QByteArray converted(qsizetype(most) * kSoundChannels * 2, Qt::Uninitialized);
         auto *into = reinterpret_cast<std::uint8_t *>(converted.data());
-        // A frame that differs from the first in rate or channels is left out.
         const int count =
-            m_frame->sample_rate == m_decoder->sample_rate &&
-                    m_frame->ch_layout.nb_channels == m_decoder->ch_layout.nb_channels
-                ? swr_convert(m_converter.get(), &into, most,
-                              const_cast<const std::uint8_t **>(m_frame->extended_data), m_frame->nb_samples)
-                : 0;
+            swr_convert(m_converter.get(), &into, most,
+                        const_cast<const std::uint8_t **>(m_frame->extended_data), m_frame->nb_samples);
         if (count > 0)
             samples.append(converted.constData(), qsizetype(count) * kSoundChannels * 2);
     }
@@ -273,6 +277,10 @@ private:
     Owned<AVPacket> m_packet;
     Owned<SwsContext> m_scaler;
     Owned<SwrContext> m_converter;
+    // Of the frames that the converter takes.
+    int m_rate = 0;
+    int m_channels = 0;
+    int m_format = 0;
     int m_pictures = -1;
     int m_sound = -1;
     int m_faults = 0;
