@@ -4,7 +4,7 @@ set(installed_folder lib/tumblewick)
 set(TUMBLEWICK_RELEASE_DATE 2026-11-21)
 
 install(TARGETS tumblewick DESTINATION ${installed_folder})
-install(FILES ${help_file} DESTINATION ${installed_folder})
+install(FILES ${help_file} ${FIREWORKS_CLIP} DESTINATION ${installed_folder})
 install(FILES ${character_files} DESTINATION ${installed_folder}/characters)
 # Named one by one: the folder that the build puts together may hold what its developer has played and written.
 install(DIRECTORY data/Lists data/QList DESTINATION ${installed_folder})
@@ -58,9 +58,11 @@ set(CPACK_PACKAGE_NAME tumblewick)
 set(CPACK_PACKAGE_CONTACT "The Tumblewick makers <makers@tumblewick.example>")
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "spelling and quiz game for children with talking characters")
 set(CPACK_PACKAGE_DESCRIPTION
-    "Tumblewick is a game for one to five children at one computer. Merlin, an old wizard, Genie, a big genie, and
-Peedy, a cheeky parrot, stand on the screen and speak: they dictate words to spell and read quiz questions, call each
-child by name, praise, tease and keep the score. Parents and teachers write the lists.")
+    "Tumblewick is a game for one to five children at one computer. Merlin, an
+old wizard, Genie, a big genie, and Peedy, a cheeky parrot, stand on the
+screen and speak: they dictate words to spell and read quiz questions, call
+each child by name, praise, tease and keep the score. Parents and teachers
+write the lists.")
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_STRIP_FILES ON)
 set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
@@ -68,5 +70,6 @@ set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SECTION games)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
-set(CPACK_DEBIAN_PACKAGE_DEPENDS "fonts-comic-neue, fonts-dejavu-core, espeak-ng-data")
+set(CPACK_DEBIAN_PACKAGE_DEPENDS "fonts-comic-neue, fonts-dejavu-core, espeak-ng-data, sensible-utils")
+set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "pocketsphinx-en-us")
 include(CPack)
