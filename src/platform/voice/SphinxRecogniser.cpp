@@ -8,6 +8,8 @@
 #ifdef TUMBLEWICK_SPHINX
 #include <pocketsphinx.h>
 #include <sphinxbase/err.h>
+#include <sphinxbase/fsg_model.h>
+#include <sphinxbase/jsgf.h>
 #endif
 
 #include <algorithm>
@@ -72,6 +74,8 @@ constexpr Spoken kSpoken[] = {
 struct Free {
     void operator()(ps_decoder_t *decoder) const { ps_free(decoder); }
     void operator()(cmd_ln_t *options) const { cmd_ln_free_r(options); }
+    void operator()(jsgf_t *grammar) const { jsgf_grammar_free(grammar); }
+    void operator()(fsg_model_t *model) const { fsg_model_free(model); }
 };
 
 // One decoder: for voices as they are, or for those of children, which are higher.
@@ -114,8 +118,7 @@ public:
             first = false;
         }
         grammar += ";";
-        if (ps_set_jsgf_string(m_decoder.get(), "letters", grammar.constData()) < 0 ||
-            ps_set_search(m_decoder.get(), "letters") < 0 || ps_start_utt(m_decoder.get()) < 0)
+        if (!Expect(grammar) || ps_start_utt(m_decoder.get()) < 0)
             return std::nullopt;
         // Piece by piece, as from a microphone: so the decoder gets used to voice and room from letter to
         // letter, by which more of them are understood than each for itself.
@@ -134,6 +137,20 @@ public:
     }
 
 private:
+    // The library's own call for this keeps each grammar for ever.
+    bool Expect(const QByteArray &text)
+    {
+        const std::unique_ptr<jsgf_t, Free> grammar(jsgf_parse_string(text.constData(), nullptr));
+        jsgf_rule_t *rule = grammar ? jsgf_get_public_rule(grammar.get()) : nullptr;
+        if (!rule)
+            return false;
+        const auto weight = float32(cmd_ln_float_r(ps_get_config(m_decoder.get()), "-lw"));
+        const std::unique_ptr<fsg_model_t, Free> model(
+            jsgf_build_fsg(grammar.get(), rule, ps_get_logmath(m_decoder.get()), weight));
+        return model && ps_set_fsg(m_decoder.get(), "letters", model.get()) == 0 &&
+               ps_set_search(m_decoder.get(), "letters") == 0;
+    }
+
     std::unique_ptr<ps_decoder_t, Free> m_decoder;
 };
 
