@@ -41,7 +41,7 @@ bool CopyWhereMissing(const QString &beside, const QString &folder, const QStrin
     const QString from = beside + u'/' + name;
     if (QFileInfo::exists(to) || !QFileInfo::exists(from))
         return true;
-    const QTemporaryDir work(folder + QStringLiteral("/.first-start-XXXXXX"));
+    const QTemporaryDir work(folder + QStringLiteral("/.first-start"));
     if (!work.isValid() || !CopyTree(from, work.filePath(name)))
         return false;
     // Another run may have been quicker.

@@ -79,8 +79,7 @@ void TestAudioOut::init()
     QFETCH(bool, real);
     m_fake = nullptr;
     if (real) {
-        if (!qEnvironmentVariableIsSet("SOUND_SERVER_PID"))
-            QSKIP("No sound server is installed.");
+        QVERIFY2(qEnvironmentVariableIsSet("SOUND_SERVER_PID"), "no sound server is installed");
         m_loop = std::make_unique<support::RealLoop>();
         m_out = std::make_unique<platform::QtAudioOut>();
     } else {

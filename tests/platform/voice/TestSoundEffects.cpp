@@ -40,8 +40,7 @@ class TestSoundEffects : public QObject {
 private slots:
     void initTestCase()
     {
-        if (qEnvironmentVariableIsEmpty("SOUND_SERVER_PID"))
-            QSKIP("There is no sound server here.");
+        QVERIFY2(!qEnvironmentVariableIsEmpty("SOUND_SERVER_PID"), "no sound server is installed");
     }
 
     void askingTakesNoTime()
