@@ -21,7 +21,7 @@ TITLES = {
     "frmChooseList1": "Choose a List", "frmSpell1": "The Game", "frmList": "Maintenance",
     "frmQuiz1": "Create a Quiz", "frmEditQuiz": "Edit Quiz", "frmSpelling1": "Create a Spell List",
     "frmEditSpell": "Edit Spelling List", "frmEdit": "Select a List", "frmDelete": "Delete a List",
-    "frmExpList": "Lists", "frmImpList": "Import List",
+    "frmExpList": "Lists", "frmImpList": "Import List", "frmSettings": "Settings", "frmAbout": "About Tumblewick",
 }
 ROLES = {
     "QLabel": "label", "QPushButton": "push button", "QRadioButton": "radio button", "QCheckBox": "check box",
@@ -110,9 +110,9 @@ class Desktop:
         with os.fdopen(read_end) as numbers:
             self.environment["DISPLAY"] = ":" + numbers.readline().strip()
         self._start("openbox")
-        self._until(lambda: "window id" in self._call("xprop", "-root", "_NET_SUPPORTING_WM_CHECK").stdout, "openbox")
+        self._until(lambda: "window id" in self.call("xprop", "-root", "_NET_SUPPORTING_WM_CHECK").stdout, "openbox")
         self._start("picom", "--backend", "xrender")
-        self._until(lambda: '"picom"' in self._call("xwininfo", "-root", "-tree").stdout, "picom")
+        self._until(lambda: '"picom"' in self.call("xwininfo", "-root", "-tree").stdout, "picom")
         if self._readable:
             self._open_tree()
         if self._sound:
@@ -120,7 +120,7 @@ class Desktop:
                 "pulseaudio", "-n", "--daemonize=no", "--exit-idle-time=-1", "-L", "module-native-protocol-unix",
                 "-L", "module-null-sink sink_name=nul norewinds=1 rate=44100 channels=2",
             )
-            self._until(lambda: self._call("pactl", "info").returncode == 0, "the sound server")
+            self._until(lambda: self.call("pactl", "info").returncode == 0, "the sound server")
             self._recording = runtime / "sound.raw"
             self._recorder = self._start(
                 "parec", "-d", "nul.monitor", "--raw", "--format=s16le", "--rate=44100", "--channels=1",
@@ -162,7 +162,7 @@ class Desktop:
                 process.wait()
         shutil.rmtree(self._folder, ignore_errors=True)
 
-    def _call(self, *command):
+    def call(self, *command):
         return subprocess.run(command, env=self.environment, capture_output=True, text=True, check=False)
 
     @staticmethod
@@ -269,7 +269,18 @@ class Desktop:
     def control(self, screen, name):
         """The node of a control that can be seen now, or None."""
         role, known = self._names(screen)[name]
-        return self.node(lambda node: node["name"] == known and node["role"] == role)
+        nodes = self.tree()
+        found = [node for node in nodes if node["name"] == known and node["role"] == role and "showing" in node["states"]]
+        # Another screen that is loaded may have a control of that name.
+        own = [node for node in found if self.window(nodes, node)["name"] == TITLES.get(screen)]
+        return (own or found or [None])[0]
+
+    @staticmethod
+    def window(nodes, node):
+        """The window among the nodes of a tree in which a node is."""
+        while node["parent"] is not None and nodes[node["parent"]]["role"] != "application":
+            node = nodes[node["parent"]]
+        return node
 
     def wait_for(self, what, reached, found=lambda: "nothing of the kind", limit=15.0):
         """Waits until `reached` gives something true, and gives it; `found` tells what was there instead."""
@@ -307,13 +318,13 @@ class Desktop:
     def wait_active(self, screen, limit=15.0):
         """Waits until the window of that screen has the keyboard."""
         def owner():
-            return self._call("xdotool", "getactivewindow", "getwindowname").stdout.strip()
+            return self.call("xdotool", "getactivewindow", "getwindowname").stdout.strip()
 
         self.wait_for("the keyboard in %s" % screen, lambda: owner() == TITLES[screen], owner, limit)
 
     def windows(self):
         """All windows of the display, a line each, as xwininfo writes them."""
-        return self._call("xwininfo", "-root", "-tree").stdout.splitlines()
+        return self.call("xwininfo", "-root", "-tree").stdout.splitlines()
 
     # Mouse and keyboard
 
@@ -330,27 +341,27 @@ class Desktop:
         self.click_at(left + width // 2, top + height // 2)
 
     def click_at(self, x, y, button=1):
-        self._call("xdotool", "mousemove", str(x), str(y), "click", str(button))
+        self.call("xdotool", "mousemove", str(x), str(y), "click", str(button))
 
     def drag(self, start, end):
         """Drags with the left button from one place to another, in steps as a hand does."""
-        self._call("xdotool", "mousemove", str(start[0]), str(start[1]), "mousedown", "1")
+        self.call("xdotool", "mousemove", str(start[0]), str(start[1]), "mousedown", "1")
         for step in range(1, 11):
             x, y = (round(a + (b - a) * step / 10) for a, b in zip(start, end))
-            self._call("xdotool", "mousemove", str(x), str(y))
+            self.call("xdotool", "mousemove", str(x), str(y))
             time.sleep(0.02)
-        self._call("xdotool", "mouseup", "1")
+        self.call("xdotool", "mouseup", "1")
 
     def type(self, text):
-        self._call("xdotool", "type", "--delay", "60", text)
+        self.call("xdotool", "type", "--delay", "60", text)
 
     def key(self, *names):
-        self._call("xdotool", "key", *names)
+        self.call("xdotool", "key", *names)
 
     # What is seen and heard
 
     def picture(self, path):
-        self._call("import", "-window", "root", str(path))
+        self.call("import", "-window", "root", str(path))
 
     def loudness(self, begin, end):
         """The level of what was heard between two moments of time.monotonic(), as the root of the mean square."""

@@ -103,7 +103,7 @@ class Monkey:
     def type(self):
         text = self.random.choice(TYPED)
         self.note("type", text)
-        self.desk._call("xdotool", "type", "--delay", "5", text)  # pylint: disable=protected-access
+        self.desk.call("xdotool", "type", "--delay", "5", text)
 
     def key(self):
         name = self.random.choice(KEYS)
@@ -129,7 +129,7 @@ class Monkey:
     def resize(self):
         width, height = self.random.randrange(200, 1200), self.random.randrange(150, 900)
         self.note("resize", width, height)
-        self.desk._call("xdotool", "getactivewindow", "windowsize", str(width), str(height))  # pylint: disable=protected-access
+        self.desk.call("xdotool", "getactivewindow", "windowsize", str(width), str(height))
 
     def close(self):
         self.note("close")
