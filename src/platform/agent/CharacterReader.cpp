@@ -1,8 +1,8 @@
 #include "platform/agent/CharacterReader.h"
 
+#include "platform/agent/DescriptionNode.h"
 #include "platform/agent/DrawingCheck.h"
 
-#include <QCborArray>
 #include <QHash>
 #include <QSet>
 #include <QSvgRenderer>
@@ -20,13 +20,11 @@ constexpr qsizetype kMostMotions = 400;
 constexpr qsizetype kMostChannels = 1000;
 constexpr qsizetype kMostKeys = 400;
 constexpr qsizetype kMostAccents = 32;
-constexpr qsizetype kMostNameLetters = 64;
 constexpr qsizetype kMostSounds = 100;
 constexpr qsizetype kMostCues = 60;
 // One sound, and all of a character; the second stands for some twenty times what the three bring.
 constexpr qsizetype kLongestSound = 6 * kSoundRate * 2; // bytes
 constexpr qsizetype kLargestSounds = 8 * 1024 * 1024;
-constexpr double kLargestNumber = 10000;
 constexpr double kFarthest = 1024;                                 // from the square's corner
 constexpr double kLargestArea = 100 * kDrawingSize * kDrawingSize; // each unit of it costs memory
 constexpr double kLongestMotion = 30;
@@ -36,111 +34,7 @@ constexpr double kShortestStretch = 0.05;
 // A lever shorter than this would be thrown about by every tremble.
 constexpr double kShortestReach = 14;
 
-// A value of the description together with its place, which every fault names.
-class Node {
-public:
-    Node(QString file, QString key, QCborValue value)
-        : m_file(std::move(file)), m_key(std::move(key)), m_value(std::move(value))
-    {
-    }
-
-    [[noreturn]] void Fail(const QString &problem) const { throw CharacterFault{ m_file, m_key, problem }; }
-
-    bool IsMissing() const { return m_value.isUndefined(); }
-    bool IsString() const { return m_value.isString(); }
-    const QString &Key() const { return m_key; }
-
-    QCborMap Map() const
-    {
-        Require(m_value.isMap(), QStringLiteral("is not an object"));
-        return m_value.toMap();
-    }
-    QCborArray Array(qsizetype least, qsizetype most) const
-    {
-        Require(m_value.isArray(), QStringLiteral("is not a list"));
-        const QCborArray array = m_value.toArray();
-        Require(array.size() >= least && array.size() <= most,
-                least == most ? QStringLiteral("does not have %1 entries").arg(least)
-                              : QStringLiteral("does not have %1 to %2 entries").arg(least).arg(most));
-        return array;
-    }
-    QString String() const
-    {
-        Require(m_value.isString(), QStringLiteral("is not a text"));
-        const QString text = m_value.toString();
-        Require(text.size() <= kMostNameLetters, QStringLiteral("is too long"));
-        return text;
-    }
-    bool Bool() const
-    {
-        Require(m_value.isBool(), QStringLiteral("is neither true nor false"));
-        return m_value.toBool();
-    }
-    double Number(double least = -kLargestNumber, double most = kLargestNumber) const
-    {
-        Require(m_value.isInteger() || m_value.isDouble(), QStringLiteral("is not a number"));
-        const double number = m_value.toDouble();
-        // Written so that what is not a number fails too.
-        Require(number >= least && number <= most,
-                QStringLiteral("is not between %1 and %2").arg(least).arg(most));
-        return number;
-    }
-
-    // The member of an object, missing if there is none.
-    Node Member(const QString &name) const
-    {
-        return Node(m_file, m_key.isEmpty() ? name : m_key + QLatin1Char('.') + name, Map().value(name));
-    }
-    Node Needed(const QString &name) const
-    {
-        const Node member = Member(name);
-        if (member.IsMissing())
-            member.Fail(QStringLiteral("is missing"));
-        return member;
-    }
-    Node Entry(qsizetype index) const
-    {
-        return Node(m_file, m_key + QStringLiteral("[%1]").arg(index), m_value.toArray().at(index));
-    }
-    // Refuses members that nobody reads, which are misspelt ones.
-    void AllowOnly(const QStringList &names) const
-    {
-        for (const QString &name : Names(names.size() + 1)) {
-            if (!names.contains(name))
-                Member(name).Fail(QStringLiteral("is not known here"));
-        }
-    }
-    QStringList Names(qsizetype most) const
-    {
-        const QCborMap map = Map();
-        QStringList names;
-        for (const auto &[key, value] : map) {
-            Q_UNUSED(value);
-            const QCborValue name = key;
-            Require(name.isString() && name.toString().size() <= kMostNameLetters,
-                    QStringLiteral("has a member without a proper name"));
-            names << name.toString();
-            Require(names.size() <= std::max<qsizetype>(most, kMostNameLetters),
-                    QStringLiteral("has too many members"));
-        }
-        return names;
-    }
-    QPointF Point() const
-    {
-        Array(2, 2);
-        return QPointF(Entry(0).Number(), Entry(1).Number());
-    }
-    void Require(bool good, const QString &problem) const
-    {
-        if (!good)
-            Fail(problem);
-    }
-
-private:
-    QString m_file;
-    QString m_key;
-    QCborValue m_value;
-};
+using Node = DescriptionNode;
 
 struct EaseName {
     const char *name;
