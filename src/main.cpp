@@ -49,7 +49,7 @@ int main(int argc, char *argv[])
     platform::SystemClock clock;
     platform::SystemChance chance;
     platform::QtProcess process(
-        platform::ApplicationFolder(QCoreApplication::applicationDirPath(),
+        platform::ApplicationFolder(QCoreApplication::applicationFilePath(),
                                     QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation)));
     platform::DiskFiles files;
     platform::MountedDrives drives(QDir::homePath());

@@ -8,6 +8,10 @@
 
 #include <algorithm>
 
+#include <fcntl.h>
+#include <sys/file.h>
+#include <unistd.h>
+
 namespace platform {
 
 namespace {
@@ -15,6 +19,40 @@ namespace {
 // What the program writes to.
 const QStringList kWritten{ QStringLiteral("Lists"), QStringLiteral("QList"), QStringLiteral("Set"),
                             QStringLiteral("Lintro") };
+
+// Copies grow in folders of this name before they are moved to their places.
+const QString kWorkFolder = QStringLiteral(".first-start");
+
+// The user's folder while it is being made, which several starts may do at once.
+class Making {
+public:
+    explicit Making(const QString &folder)
+        : m_folder(open(QFile::encodeName(folder).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC))
+    {
+        // Alone here, so whatever has a working name belongs to a start that was broken off.
+        if (flock(m_folder, LOCK_EX | LOCK_NB) == 0)
+            ClearWorkFolders(folder);
+        flock(m_folder, LOCK_SH);
+    }
+    ~Making()
+    {
+        if (m_folder >= 0)
+            close(m_folder); // which lets go of the lock too
+    }
+    Making(const Making &) = delete;
+    Making &operator=(const Making &) = delete;
+
+private:
+    static void ClearWorkFolders(const QString &folder)
+    {
+        const auto left =
+            QDir(folder).entryList({ kWorkFolder + u'*' }, QDir::Dirs | QDir::Hidden | QDir::NoSymLinks);
+        for (const QString &name : left)
+            QDir(folder + u'/' + name).removeRecursively();
+    }
+
+    const int m_folder;
+};
 
 bool CopyFile(const QString &from, const QString &to)
 {
@@ -41,7 +79,7 @@ bool CopyWhereMissing(const QString &beside, const QString &folder, const QStrin
     const QString from = beside + u'/' + name;
     if (QFileInfo::exists(to) || !QFileInfo::exists(from))
         return true;
-    const QTemporaryDir work(folder + QStringLiteral("/.first-start"));
+    const QTemporaryDir work(folder + u'/' + kWorkFolder);
     if (!work.isValid() || !CopyTree(from, work.filePath(name)))
         return false;
     // Another run may have been quicker.
@@ -61,22 +99,26 @@ bool Link(const QString &target, const QString &link)
     return QFile::link(target, link) || QFileInfo::exists(link);
 }
 
-bool MakeUsersFolder(const QString &beside, const QString &folder)
+bool MakeUsersFolder(const QFileInfo &program, const QString &folder)
 {
     if (!QDir().mkpath(folder))
         return false;
+    const QString beside = program.path();
+    const Making making(folder);
     for (const QString &name : kWritten) {
         if (!CopyWhereMissing(beside, folder, name))
             return false;
     }
-    // Links of an older version to what this one has no more.
-    for (const QFileInfo &entry : QDir(folder).entryInfoList(QDir::System | QDir::NoDotAndDotDot)) {
-        if (entry.isSymLink() && !entry.exists())
+    // Links of an older version to what this one has no more, or does not link to.
+    const QDir::Filters kinds = QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot;
+    for (const QFileInfo &entry : QDir(folder).entryInfoList(kinds)) {
+        if (entry.isSymLink() && (!entry.exists() || entry.fileName() == program.fileName()))
             QFile::remove(entry.filePath());
     }
     for (const QFileInfo &entry : QDir(beside).entryInfoList(QDir::AllEntries | QDir::NoDotAndDotDot)) {
         const QString name = entry.fileName();
-        const bool shared = !kWritten.contains(name) && name != QLatin1String(kForEveryUser);
+        const bool shared =
+            !kWritten.contains(name) && name != QLatin1String(kForEveryUser) && name != program.fileName();
         if (shared && !Link(entry.filePath(), folder + u'/' + name))
             return false;
     }
@@ -85,12 +127,14 @@ bool MakeUsersFolder(const QString &beside, const QString &folder)
 
 } // namespace
 
-QString ApplicationFolder(const QString &beside, const QString &dataHome)
+QString ApplicationFolder(const QString &program, const QString &dataHome)
 {
+    const QFileInfo file(program);
+    const QString beside = file.path();
     if (QFileInfo(beside).isWritable() && !QFileInfo::exists(beside + u'/' + QLatin1String(kForEveryUser)))
         return beside;
     const QString folder = dataHome + QStringLiteral("/Tumblewick");
-    return !dataHome.isEmpty() && MakeUsersFolder(beside, folder) ? folder : beside;
+    return !dataHome.isEmpty() && MakeUsersFolder(file, folder) ? folder : beside;
 }
 
 } // namespace platform

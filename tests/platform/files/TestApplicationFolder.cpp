@@ -5,6 +5,10 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <fcntl.h>
+#include <sys/file.h>
+#include <unistd.h>
+
 using platform::ApplicationFolder;
 
 // Where the program works when it is installed for everybody.
@@ -18,6 +22,9 @@ private slots:
     void theCopyCanBeWritten();
     void whatTheUserHasChangedStays();
     void aBrokenOffFirstStartIsDoneAgain();
+    void whatABrokenOffStartLeftIsClearedAway();
+    void aStartThatIsStillGoingOnIsLeftAlone();
+    void aLinkToTheProgramIsNotMadeAndAnOldOneGoes();
     void theRestFollowsTheInstalledVersion();
     void aFileInPlaceOfALinkStays();
     void withoutAPlaceForTheCopyTheFolderItselfIsUsed_data();
@@ -36,7 +43,7 @@ private:
         QFile file(path);
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("no such file");
     }
-    QString Ask() const { return ApplicationFolder(m_beside, m_home); }
+    QString Ask() const { return ApplicationFolder(m_beside + "/tumblewick", m_home); }
 
     std::unique_ptr<QTemporaryDir> m_work;
     QString m_beside;
@@ -57,6 +64,7 @@ void TestApplicationFolder::init()
     Write(m_beside + "/Lintro", "0");
     Write(m_beside + "/characters/Merlin.acs", "Merlin");
     Write(m_beside + "/fireworks.mpg", "boom");
+    Write(m_beside + "/tumblewick", "the program");
     Write(m_beside + "/ForEveryUser", "");
 }
 
@@ -116,6 +124,45 @@ void TestApplicationFolder::aBrokenOffFirstStartIsDoneAgain()
     QCOMPARE(QDir(m_users + "/Lists").entryList(QDir::Files), QStringList({ "Animals" }));
     QCOMPARE(Read(m_users + "/QList/Numbers"), "1?_1_2_3_4_1_\r\n");
     QCOMPARE(Read(m_users + "/Set"), "Intro");
+}
+
+void TestApplicationFolder::whatABrokenOffStartLeftIsClearedAway()
+{
+    const QStringList usual = { "Lintro", "Lists", "QList", "Set", "characters", "fireworks.mpg" };
+    Write(m_users + "/.first-start-abcdef/QList/Num", "1?_1");
+    Write(m_users + "/.first-startghijkl/Set", "Int");
+    Write(m_users + "/.first-start", "a file of the user's own");
+    QCOMPARE(Ask(), m_users);
+    QCOMPARE(QDir(m_users).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot, QDir::Name),
+             QStringList(".first-start") + usual);
+    // Also when there is nothing left to copy.
+    Write(m_users + "/.first-start-mnopqr/Set", "Int");
+    QCOMPARE(Ask(), m_users);
+    QVERIFY(!QFileInfo::exists(m_users + "/.first-start-mnopqr"));
+}
+
+void TestApplicationFolder::aStartThatIsStillGoingOnIsLeftAlone()
+{
+    Write(m_users + "/.first-start-abcdef/QList/Num", "1?_1");
+    const int other = open(QFile::encodeName(m_users).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    QVERIFY(other >= 0);
+    QCOMPARE(flock(other, LOCK_SH), 0);
+    QCOMPARE(Ask(), m_users);
+    QCOMPARE(Read(m_users + "/Set"), "Intro");
+    QCOMPARE(Read(m_users + "/.first-start-abcdef/QList/Num"), "1?_1");
+    close(other);
+    QCOMPARE(Ask(), m_users);
+    QVERIFY(!QFileInfo::exists(m_users + "/.first-start-abcdef"));
+}
+
+void TestApplicationFolder::aLinkToTheProgramIsNotMadeAndAnOldOneGoes()
+{
+    QCOMPARE(Ask(), m_users);
+    QVERIFY(!QFileInfo::exists(m_users + "/tumblewick"));
+    QVERIFY(QFile::link(m_beside + "/tumblewick", m_users + "/tumblewick"));
+    QCOMPARE(Ask(), m_users);
+    QVERIFY(!QFileInfo(m_users + "/tumblewick").isSymLink());
+    QCOMPARE(Read(m_beside + "/tumblewick"), "the program");
 }
 
 void TestApplicationFolder::theRestFollowsTheInstalledVersion()
