@@ -9,6 +9,7 @@
 #include <utility>
 
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -86,6 +87,19 @@ void CheckPath(const DiskPath &path, bool mustExist)
         throw Error(kFileNotFound);
 }
 
+// Two programs may work on the same files. Whoever writes has emptied the file and fills it in moments, so
+// the other one waits for that, but not for ever: whoever holds the file may have been stopped.
+void WaitForTheOther(const Descriptor &file, int lock)
+{
+    constexpr int kAttempts = 250;
+    constexpr useconds_t kPause = 4000; // microseconds
+    for (int attempt = 0; attempt < kAttempts; ++attempt) {
+        if (flock(file.Number(), lock | LOCK_NB) == 0 || errno != EWOULDBLOCK)
+            return;
+        usleep(kPause);
+    }
+}
+
 Descriptor OpenToRead(const DiskPath &path)
 {
     CheckPath(path, true);
@@ -96,16 +110,22 @@ Descriptor OpenToRead(const DiskPath &path)
     struct stat status {};
     if (fstat(file.Number(), &status) != 0 || !S_ISREG(status.st_mode))
         throw Error(kPathFileAccess);
+    WaitForTheOther(file, LOCK_SH);
     return file;
 }
 
 Descriptor OpenToWrite(const DiskPath &path, FileWriting how, bool create)
 {
     CheckPath(path, !create);
-    const int flags = O_WRONLY | O_CLOEXEC | O_NONBLOCK | (create ? O_CREAT : 0) |
-                      (how == FileWriting::Replace ? O_TRUNC : O_APPEND);
+    const bool isAppended = how == FileWriting::Append;
+    const int flags =
+        O_WRONLY | O_CLOEXEC | O_NONBLOCK | (create ? O_CREAT : 0) | (isAppended ? O_APPEND : 0);
     Descriptor file(open(path.native.constData(), flags, 0666));
     if (!file.IsOpen())
+        throw Error(NumberOfErrno(errno));
+    WaitForTheOther(file, LOCK_EX);
+    // A device has no length to take away.
+    if (!isAppended && ftruncate(file.Number(), 0) != 0 && errno != EINVAL)
         throw Error(NumberOfErrno(errno));
     return file;
 }
@@ -115,6 +135,8 @@ public:
     explicit DiskReader(Descriptor file) : m_file(std::move(file))
     {
         Fill();
+        // What is read is not changed any more; a long list may be read all through a game.
+        flock(m_file.Number(), LOCK_UN);
         // Nobody asked for the mark that some other program put there.
         if (m_buffer.startsWith("\xEF\xBB\xBF"))
             m_at = 3;

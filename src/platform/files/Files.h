@@ -15,6 +15,9 @@
 // Text: 8-bit, lines end in CR LF, no mark. A line is written in Windows-1252 when that holds it all without
 // becoming valid multi-byte UTF-8, else in UTF-8, and read the same way round. A lone LF or CR ends a line
 // too. A UTF-8 mark at the start of a foreign file is passed over.
+//
+// Several programs: while one of them writes to a file, opening it waits for that, for a second at most, so
+// that nobody reads a file that has just been emptied.
 namespace platform {
 
 // A text file open for reading, closed by its destruction.

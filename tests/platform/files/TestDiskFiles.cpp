@@ -9,6 +9,8 @@
 #include <QTest>
 
 #include <cerrno>
+#include <chrono>
+#include <future>
 #include <optional>
 
 #include <sys/stat.h>
@@ -17,6 +19,7 @@
 using platform::DiskFiles;
 using platform::FileWriting;
 using platform::NumberOfErrno;
+using namespace std::chrono_literals;
 
 namespace {
 
@@ -68,6 +71,10 @@ private slots:
     void linesAreWritten();
     void emptyListIsAFileOfNoBytes();
     void replacingEmptiesTheFileAtOnce();
+    void aReaderWaitsForTheWriter();
+    void aWriterWaitsForTheOther();
+    void aReaderKeepsNobodyWaiting();
+    void aWriterThatDoesNotEndIsNotWaitedForForEver();
     void appendingAddsToTheEnd();
     void lineThatIsWrittenInPiecesIsCodedWhole();
     void whateverIsWrittenComesBack_data();
@@ -249,6 +256,62 @@ void TestDiskFiles::replacingEmptiesTheFileAtOnce()
     writer->Close();
     QCOMPARE(Bytes("/list"), QByteArray("new\r\n"));
     QCOMPARE(QDir(m_folder->path()).entryList(QDir::Files), QStringList{ "list" });
+}
+
+// Two programs may work on the same files; here they are threads with files of their own.
+void TestDiskFiles::aReaderWaitsForTheWriter()
+{
+    Make("/Set", "Intro\r\nold\r\n");
+    auto writer = m_files.OpenForWriting(At("/Set"), FileWriting::Replace, false);
+    auto reading = std::async(std::launch::async, [path = At("/Set")] {
+        DiskFiles files;
+        const auto reader = files.OpenForReading(path);
+        return QStringList{ reader->ReadLine(), reader->ReadLine() };
+    });
+    QCOMPARE(reading.wait_for(30ms), std::future_status::timeout);
+    writer->WriteLine("No Intro");
+    writer->WriteLine("new");
+    writer->Close();
+    QCOMPARE(reading.get(), QStringList({ "No Intro", "new" }));
+}
+
+void TestDiskFiles::aWriterWaitsForTheOther()
+{
+    auto writer = m_files.OpenForWriting(At("/Set"), FileWriting::Replace, true);
+    auto writing = std::async(std::launch::async, [path = At("/Set")] {
+        DiskFiles files;
+        const auto other = files.OpenForWriting(path, FileWriting::Replace, false);
+        other->WriteLine("short");
+        other->Close();
+    });
+    QCOMPARE(writing.wait_for(30ms), std::future_status::timeout);
+    writer->WriteLine("a long line");
+    writer->Close();
+    writing.get();
+    QCOMPARE(Bytes("/Set"), QByteArray("short\r\n"));
+}
+
+void TestDiskFiles::aReaderKeepsNobodyWaiting()
+{
+    Make("/list", "one\r\ntwo\r\n");
+    const auto reader = m_files.OpenForReading(At("/list"));
+    QElapsedTimer time;
+    time.start();
+    const auto writer = m_files.OpenForWriting(At("/list"), FileWriting::Replace, false);
+    writer->WriteLine("three");
+    writer->Close();
+    QVERIFY(time.elapsed() < 500);
+    QCOMPARE(reader->ReadLine(), QString("one"));
+    QCOMPARE(reader->ReadLine(), QString("two"));
+    QVERIFY(reader->AtEnd());
+}
+
+void TestDiskFiles::aWriterThatDoesNotEndIsNotWaitedForForEver()
+{
+    Make("/list", "one\r\n");
+    const auto writer = m_files.OpenForWriting(At("/list"), FileWriting::Replace, false);
+    const auto reader = m_files.OpenForReading(At("/list"));
+    QVERIFY(reader->AtEnd());
 }
 
 void TestDiskFiles::appendingAddsToTheEnd()
