@@ -133,6 +133,7 @@ private slots:
         QTest::newRow("mouse on the one that is chosen") << true << "click optIntro" << true;
         QTest::newRow("key on the first") << false << "key optIntro" << false;
         QTest::newRow("mouse on the second") << true << "click optNoIntro" << true;
+        QTest::newRow("mouse on the second when it is chosen") << false << "click optNoIntro" << true;
         QTest::newRow("key on the second") << true << "key optNoIntro" << true;
         QTest::newRow("first box") << true << "type txtPassword" << true;
         QTest::newRow("second box") << true << "type txtpassword2" << true;
