@@ -1,5 +1,13 @@
+#include "authoring/frmDelete.h"
+#include "authoring/frmEdit.h"
+#include "authoring/frmEditQuiz.h"
+#include "authoring/frmEditSpell.h"
 #include "authoring/frmList.h"
+#include "authoring/frmQuiz1.h"
+#include "authoring/frmSpelling1.h"
 #include "game/frmSpell1.h"
+#include "lists/frmExpList.h"
+#include "lists/frmImpList.h"
 #include "setup/frmChooseList1.h"
 #include "setup/frmNumPlayers1.h"
 #include "setup/frmPlayerNames1.h"
@@ -53,11 +61,19 @@ const std::map<QString, ScreenClass> kClasses = {
     { "frmSettings", ClassOf<frmSettings>(false, true, true) },
     { "frmAbout", ClassOf<frmAbout>(false, false, false) },
     { "frmList", ClassOf<frmList>(false, true, true) },
+    { "frmEdit", ClassOf<frmEdit>(true, true, true) },
+    { "frmDelete", ClassOf<frmDelete>(true, true, true) },
+    { "frmSpelling1", ClassOf<frmSpelling1>(false, false, true) },
+    { "frmEditSpell", ClassOf<frmEditSpell>(false, true, true) },
+    { "frmQuiz1", ClassOf<frmQuiz1>(false, false, true) },
+    { "frmEditQuiz", ClassOf<frmEditQuiz>(true, true, true) },
+    { "frmExpList", ClassOf<frmExpList>(false, true, true) },
+    { "frmImpList", ClassOf<frmImpList>(false, true, true) },
 };
 
 } // namespace
 
-// The game's own screens: what of them stays when they go, and how the program ends.
+// All screens: what of them stays when they go, and how the program ends.
 class TestScreenLives : public QObject {
     Q_OBJECT
 
