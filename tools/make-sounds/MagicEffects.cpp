@@ -211,7 +211,7 @@ Samples Spring(Random &random, double pitch, double seconds)
         spring[index] = swing *
                         (std::sin(phase) + 0.5 * std::sin(2 * phase) + 0.35 * std::sin(3 * phase) +
                          0.2 * std::sin(5 * phase)) *
-                        std::min(1.0, time / 0.004);
+                        std::min(1.0, time / 0.004) * std::min(1.0, (seconds - time) / 0.15);
     }
     Mix(spring, Air(random, 0.03, 2500, { { 0, 0.8 }, { 0.03, 0 } }, 1));
     return spring;

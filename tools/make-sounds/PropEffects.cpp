@@ -89,7 +89,7 @@ Samples Drum(Random &random)
     Samples drum;
     for (int beat = 0; beat < 11; ++beat)
         Mix(drum, stroke(190 + random.Between(-6, 6), 0.1), beat * 0.047 + random.Between(0, 0.005),
-            0.14 + beat * 0.03);
+            0.26 + beat * 0.05);
     Mix(drum, stroke(118, 0.36), 0.55, 1.25);
     return InRoom(drum, 0.14, 0.15, 2500);
 }

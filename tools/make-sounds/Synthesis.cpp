@@ -111,13 +111,16 @@ Samples Tone(double seconds, const Curve &frequency, const Curve &gain)
 Samples Struck(double seconds, std::initializer_list<Partial> partials)
 {
     Samples struck = Silence(seconds);
+    const double damped = std::min(0.12, seconds / 3) * kRate;
     for (const Partial &partial : partials) {
         if (partial.frequency > kHighest)
             continue;
         for (std::size_t index = 0; index < struck.size(); ++index) {
             const double time = double(index) / kRate;
             const double attack = std::min(1.0, time / 0.0008);
-            struck[index] += partial.gain * attack * std::exp(-time / partial.fade) *
+            // What still rings at the end is damped by a hand; broken off, it would click.
+            const double end = std::min(1.0, double(struck.size() - index) / damped);
+            struck[index] += partial.gain * attack * end * end * std::exp(-time / partial.fade) *
                              std::sin(2 * kPi * partial.frequency * time);
         }
     }
