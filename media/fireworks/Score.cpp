@@ -108,8 +108,17 @@ Samples Bell(double pitch)
                                  { pitch * 5.4, 0.05, 0.15 } });
 }
 
-void AddShell(Stereo &sound, const Shell &shell, int number)
+// How long the sound is under way over the lake, which makes the show as far away as it looks: 120 ms from
+// the shore, 190 from the top of the picture.
+double Late(double y)
 {
+    return 0.12 + 0.07 * (kShore - y) / kShore;
+}
+
+void AddShell(Stereo &sound, const Shell &seen, int number)
+{
+    Shell shell = seen;
+    shell.at += Late(seen.y);
     Random random(500 + unsigned(number));
     const double size = std::clamp(shell.size / 100, 0.6, 1.6);
     if (shell.kind == Kind::Mine) {
@@ -118,7 +127,7 @@ void AddShell(Stereo &sound, const Shell &shell, int number)
         sound.Add(Crackle(1.4, 50, random), shell.at + 0.5, 0.16, shell.x);
         return;
     }
-    const double from = std::max(0.0, shell.at - shell.rise);
+    const double from = std::max(0.0, seen.at - seen.rise) + Late(kShore);
     const double rise = shell.at - from;
     sound.Add(Bang(1.7, random), from, 0.13, 320);
     if (shell.whistles)

@@ -3,7 +3,7 @@
 #include <array>
 #include <vector>
 
-// What goes up when. Pictures and sound are made from the same list, so that every bang meets its light.
+// What goes up when. Pictures and sound are made from the same list, so that every bang belongs to its light.
 namespace fireworks {
 
 constexpr int kWidth = 640;
