@@ -107,24 +107,17 @@ QStringList Heard(const std::vector<QByteArray> &recordings, const QString &dict
     }
     WriteTo(place.filePath(QStringLiteral("names")), names);
     WriteTo(place.filePath(QStringLiteral("grammar")), GrammarOf(WordsOf(dictionary)));
-    // The recordings are cut to the word already; left to look for the speech itself, the recogniser takes
-    // soft beginnings and ends for noise, now more and now less with the silence round them.
-    QStringList arguments{ "-adcin",
-                           "yes",
-                           "-remove_silence",
-                           "no",
-                           "-cepext",
-                           ".raw",
-                           "-cepdir",
-                           folder.path(),
-                           "-ctl",
-                           place.filePath(QStringLiteral("names")),
-                           "-dict",
-                           dictionary,
-                           "-jsgf",
-                           place.filePath(QStringLiteral("grammar")),
-                           "-hyp",
-                           place.filePath(QStringLiteral("heard")) };
+    // One listener hears them all: what he takes for the middle of voice and room goes on from word to word,
+    // as from a microphone. Left to begin anew with every recording, he would take it from a single short
+    // word.
+    QStringList arguments{ "-adcin",  "yes",
+                           "-cmn",    "live",
+                           "-cepext", ".raw",
+                           "-cepdir", folder.path(),
+                           "-ctl",    place.filePath(QStringLiteral("names")),
+                           "-dict",   dictionary,
+                           "-jsgf",   place.filePath(QStringLiteral("grammar")),
+                           "-hyp",    place.filePath(QStringLiteral("heard")) };
     if (warp != 1)
         arguments << QStringLiteral("-warp_type") << QStringLiteral("inverse_linear")
                   << QStringLiteral("-warp_params") << QString::number(warp);

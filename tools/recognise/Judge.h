@@ -22,6 +22,7 @@ std::vector<float> PinkNoise(std::size_t count, unsigned seed);
 QByteArray InNoise(const std::vector<float> &speech, int sampleRate, double below, unsigned seed);
 
 // What the recogniser heard in each of the recordings (raw, 16-bit, 16 kHz, one channel), in lower case;
-// empty where it heard nothing. `warp` adapts it to the size of the speaker; 1 leaves it as it is. Raises
-// std::runtime_error when it cannot be run.
+// empty where it heard nothing. It hears them one after the other and gets used to voice and room. `warp`
+// adapts it to the size of the speaker; 1 leaves it as it is. Raises std::runtime_error when it cannot be
+// run.
 QStringList Heard(const std::vector<QByteArray> &recordings, const QString &dictionary, double warp);

@@ -1,5 +1,11 @@
 // Says the words of dictionaries in the voices of characters, through everything that the game itself uses up
 // to the sound device, and prints how many of them a recogniser understands in noise.
+//
+// The listener is pocketsphinx with its model of American English and its usual settings. It knows the words
+// of one dictionary and expects exactly one of them. Each is heard once at each level of noise, with half a
+// second of noise before and behind it; the noise is pink and so many decibels below the active level of the
+// word. What the listener knows of voice and room goes on from word to word. The size of the speaker is told
+// to him for the two voices that are larger or smaller than people. Rounds differ in nothing but the noise.
 
 #include "Judge.h"
 
@@ -14,7 +20,10 @@
 #include <QEventLoop>
 #include <QFileInfo>
 
+#include <cmath>
 #include <cstdio>
+#include <map>
+#include <numeric>
 #include <stdexcept>
 
 using namespace platform;
@@ -55,33 +64,49 @@ std::vector<float> Said(SpeechService &service, const QString &word, const Voice
 }
 
 struct Row {
-    double understood[std::size(kNoises)] = {};
-    QStringList mistakes; // in the quietest room
+    std::vector<double> understood[std::size(kNoises)]; // in per cent, for each round
+    std::map<QString, QStringList> mistakes; // in the quietest room: the word, and what it was taken for
 };
 
-Row Measure(SpeechService &service, const VoiceSettings &voice, const QString &dictionary, double warp)
+Row Measure(SpeechService &service, const VoiceSettings &voice, const QString &dictionary, double warp,
+            unsigned rounds)
 {
     const auto words = WordsOf(dictionary);
     std::vector<std::vector<float>> said;
     for (const auto &word : words)
         said.push_back(Said(service, word, voice));
     Row row;
-    for (std::size_t noise = 0; noise < std::size(kNoises); ++noise) {
-        std::vector<QByteArray> recordings;
-        for (std::size_t index = 0; index < said.size(); ++index)
-            recordings.push_back(
-                InNoise(said[index], kJudgeRate, kNoises[noise], static_cast<unsigned>(index + 1)));
-        const auto heard = Heard(recordings, dictionary, warp);
-        int right = 0;
-        for (qsizetype index = 0; index < words.size(); ++index) {
-            if (heard[index] == words[index])
-                ++right;
-            else if (noise == 0)
-                row.mistakes << words[index] + u'>' + heard[index];
+    for (unsigned round = 0; round < rounds; ++round) {
+        for (std::size_t noise = 0; noise < std::size(kNoises); ++noise) {
+            std::vector<QByteArray> recordings;
+            for (std::size_t index = 0; index < said.size(); ++index)
+                recordings.push_back(InNoise(said[index], kJudgeRate, kNoises[noise],
+                                             round * 100000 + static_cast<unsigned>(index + 1)));
+            const auto heard = Heard(recordings, dictionary, warp);
+            int right = 0;
+            for (qsizetype index = 0; index < words.size(); ++index) {
+                if (heard[index] == words[index])
+                    ++right;
+                else if (noise == 0)
+                    row.mistakes[words[index]] << heard[index];
+            }
+            row.understood[noise].push_back(100.0 * right / static_cast<double>(words.size()));
         }
-        row.understood[noise] = 100.0 * right / static_cast<double>(words.size());
     }
     return row;
+}
+
+// "91.4", or over several rounds their mean with the standard deviation behind it, "91.4 (0.6)".
+QString Summary(const std::vector<double> &values)
+{
+    const auto count = static_cast<double>(values.size());
+    const double mean = std::accumulate(values.begin(), values.end(), 0.0) / count;
+    if (values.size() < 2)
+        return QString::number(mean, 'f', 1);
+    double squares = 0;
+    for (const double value : values)
+        squares += (value - mean) * (value - mean);
+    return QStringLiteral("%1 (%2)").arg(mean, 0, 'f', 1).arg(std::sqrt(squares / (count - 1)), 0, 'f', 1);
 }
 
 } // namespace
@@ -98,19 +123,25 @@ int main(int argumentCount, char **arguments)
         QStringLiteral("file"));
     const QCommandLineOption mistakesOption(
         QStringLiteral("mistakes"), QStringLiteral("Print what was misunderstood in the quietest room."));
+    const QCommandLineOption roundsOption(
+        QStringLiteral("rounds"), QStringLiteral("Hears everything so many times, each in other noise."),
+        QStringLiteral("count"), QStringLiteral("1"));
     const QCommandLineOption setOption(QStringLiteral("set"),
                                        QStringLiteral("Tries another stretch, pitch, rate or treble."),
                                        QStringLiteral("name=value"));
-    parser.addOptions({ dictionaryOption, mistakesOption, setOption });
+    parser.addOptions({ dictionaryOption, mistakesOption, roundsOption, setOption });
     parser.addPositionalArgument(QStringLiteral("folders"),
                                  QStringLiteral("Characters, such as characters/merlin."),
                                  QStringLiteral("folder..."));
     parser.process(application);
     if (parser.positionalArguments().isEmpty() || !parser.isSet(dictionaryOption))
         parser.showHelp(1);
+    const unsigned rounds = parser.value(roundsOption).toUInt();
+    if (rounds < 1)
+        parser.showHelp(1);
     try {
         SpeechService service;
-        std::printf("%-10s %-16s %6s %7s %7s %7s\n", "voice", "words", "", "30 dB", "20 dB", "15 dB");
+        std::printf("%-10s %-16s %6s %12s %12s %12s\n", "voice", "words", "", "30 dB", "20 dB", "15 dB");
         for (const QString &folder : parser.positionalArguments()) {
             const CharacterSource source = ReadCharacterFolder(folder);
             auto data = ReadCharacter(source.drawing, source.figure, source.motions);
@@ -131,14 +162,19 @@ int main(int argumentCount, char **arguments)
             for (const QString &dictionary : parser.values(dictionaryOption)) {
                 QElapsedTimer timer;
                 timer.start();
-                const Row row = Measure(service, data.voice, dictionary, WarpFor(data.voice));
-                std::printf("%-10s %-16s %6lld %7.1f %7.1f %7.1f   %lld s\n", qPrintable(data.name),
+                const Row row = Measure(service, data.voice, dictionary, WarpFor(data.voice), rounds);
+                std::printf("%-10s %-16s %6lld %12s %12s %12s   %lld s\n", qPrintable(data.name),
                             qPrintable(QFileInfo(dictionary).baseName()),
-                            static_cast<long long>(WordsOf(dictionary).size()), row.understood[0],
-                            row.understood[1], row.understood[2],
+                            static_cast<long long>(WordsOf(dictionary).size()),
+                            qPrintable(Summary(row.understood[0])), qPrintable(Summary(row.understood[1])),
+                            qPrintable(Summary(row.understood[2])),
                             static_cast<long long>(timer.elapsed() / 1000));
-                if (parser.isSet(mistakesOption))
-                    std::printf("    %s\n", qPrintable(row.mistakes.join(u' ')));
+                if (parser.isSet(mistakesOption)) {
+                    for (const auto &[word, heard] : row.mistakes)
+                        std::printf("    %-16s %lld of %u: %s\n", qPrintable(word),
+                                    static_cast<long long>(heard.size()), rounds,
+                                    qPrintable(heard.join(u' ')));
+                }
                 std::fflush(stdout);
             }
         }
