@@ -172,7 +172,8 @@ void frmEditQuiz::cmdDelete_Click()
     Trapped([this] {
         const QString question = QStringLiteral("Are you sure you want to delete the question '") +
                                  m_ui->lvwList->SelectedItem()->Text() + QStringLiteral("' from the list?");
-        if (The().boxes.MessageBox(question, platform::BoxButtons::YesNo) != platform::BoxAnswer::Yes)
+        if (The().boxes.MessageBox(question, platform::BoxButtons::YesNo, platform::kNoTitle) !=
+            platform::BoxAnswer::Yes)
             return;
         m_ui->lvwList->Remove(m_ui->lvwList->SelectedItem()->Index());
         RewriteFile();

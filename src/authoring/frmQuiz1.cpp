@@ -73,7 +73,7 @@ void frmQuiz1::cmdAdd_Click()
     const QuizEntry entry = m_boxes.Entry();
     const QString faults = FaultsOfQuestion(entry);
     if (!faults.isEmpty()) {
-        The().boxes.MessageBox(faults);
+        The().boxes.MessageBox(faults, BoxButtons::Ok, platform::kNoTitle);
         return;
     }
     const platform::ListItemReference item = m_ui->lvwList->Add(entry.question);
@@ -88,7 +88,7 @@ void frmQuiz1::cmdDel_Click()
 {
     const QString question = QStringLiteral("Are you sure you want to delete the question '") +
                              m_ui->lvwList->SelectedItem()->Text() + QStringLiteral("' from the quiz?");
-    if (The().boxes.MessageBox(question, BoxButtons::YesNo) == BoxAnswer::Yes)
+    if (The().boxes.MessageBox(question, BoxButtons::YesNo, platform::kNoTitle) == BoxAnswer::Yes)
         m_ui->lvwList->Remove(m_ui->lvwList->SelectedItem()->Index());
 }
 

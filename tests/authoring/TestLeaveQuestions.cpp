@@ -7,16 +7,6 @@ using namespace tumblewick;
 using platform::BoxAnswer;
 using support::Desk;
 
-namespace {
-
-// Without a title, not even the application's.
-bool HasNoTitle(const support::FakeBoxes::Shown &box)
-{
-    return box.title.isEmpty() && !box.title.isNull();
-}
-
-} // namespace
-
 // The questions on leaving a screen with work undone.
 class TestLeaveQuestions : public QObject {
     Q_OBJECT
@@ -55,7 +45,7 @@ private slots:
         QVERIFY(desk.boxes.AllAnswered());
         if (asked) {
             QCOMPARE(desk.boxes.All().front().buttons, platform::BoxButtons::YesNoCancel);
-            QVERIFY(HasNoTitle(desk.boxes.All().front()));
+            QVERIFY(desk.boxes.All().front().HasNoTitle());
         }
     }
 

@@ -25,12 +25,6 @@ const QString kSoundCard =
     "Tumble Wick has detected a problem which is probably related to your soundcard. Please check that your "
     "soundcard is working correctly and the soundcard drivers are installed properly";
 
-// Without a title, not even the application's.
-bool HasNoTitle(const support::FakeBoxes::Shown &box)
-{
-    return box.title.isEmpty() && !box.title.isNull();
-}
-
 } // namespace
 
 // Merlin says what an author has typed.
@@ -95,7 +89,7 @@ private slots:
         Open(button);
         m_desk->boxes.Expect(message);
         m_desk->Press(button);
-        QVERIFY(HasNoTitle(m_desk->boxes.All().front()));
+        QVERIFY(m_desk->boxes.All().front().HasNoTitle());
         QVERIFY(m_desk->transcript.Said().isEmpty());
         QVERIFY(State().AgentControl.IsNothing());
     }

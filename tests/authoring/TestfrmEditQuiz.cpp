@@ -173,7 +173,7 @@ private slots:
         m_desk->boxes.Expect(DeleteQuestion("What do bees make?"), BoxAnswer::Yes);
         m_desk->Press("cmdDelete");
         QVERIFY(m_desk->boxes.All().front().buttons == BoxButtons::YesNo);
-        QCOMPARE(m_desk->boxes.All().front().title, QString());
+        QVERIFY(m_desk->boxes.All().front().HasNoTitle());
         QCOMPARE(m_desk->Content("QList/Zoo"), kSpiderLine + kSumLine);
         QCOMPARE(m_desk->Entries(), QStringList({ kSpider, kSum }));
         QCOMPARE(m_desk->Typed("E"), kNothing);
@@ -250,7 +250,7 @@ private slots:
         QVERIFY(frmEditQuiz::Shared().IsActive());
         QCOMPARE(m_desk->Typed(prefix), fields);
         QVERIFY(m_desk->boxes.All().front().buttons == BoxButtons::YesNoCancel);
-        QCOMPARE(m_desk->boxes.All().front().title, QString());
+        QVERIFY(m_desk->boxes.All().front().HasNoTitle());
     }
 
     void aNoDropsWhatIsTyped()

@@ -35,12 +35,6 @@ QString Report(qint32 number)
            platform::Error(number).Description() + "\r\nWe apologise for this inconvenience";
 }
 
-// Without a title, not even the application's.
-bool HasNoTitle(const support::FakeBoxes::Shown &box)
-{
-    return box.title.isEmpty() && !box.title.isNull();
-}
-
 } // namespace
 
 // The screen on which a spelling list is edited, and its file at each step.
@@ -208,7 +202,7 @@ private slots:
         m_desk->Type("txtAPronounce", pronunciation);
         m_desk->boxes.Expect(message);
         m_desk->Press("cmdAdd");
-        QVERIFY(m_desk->boxes.All().back().title.isNull());
+        QVERIFY(m_desk->boxes.All().back().HasProgramTitle());
         QCOMPARE(Boxes(), QStringList({ "", "", word, pronunciation }));
         QCOMPARE(Content(), QByteArray("cat\r\nknight_nite\r\ndog\r\n"));
     }
@@ -259,7 +253,7 @@ private slots:
         Choose(2);
         m_desk->boxes.Expect("Are you sure you want to delete knight from the list?", BoxAnswer::No);
         m_desk->Press("cmdDelete");
-        QVERIFY(HasNoTitle(m_desk->boxes.All().back()));
+        QVERIFY(m_desk->boxes.All().back().HasNoTitle());
         QCOMPARE(m_desk->boxes.All().back().buttons, BoxButtons::YesNo);
         QCOMPARE(Boxes(), QStringList({ "knight", "nite", "", "" }));
         m_desk->boxes.Expect("Are you sure you want to delete knight from the list?", BoxAnswer::Yes);
@@ -342,7 +336,7 @@ private slots:
         m_desk->Press("cmdback");
         QVERIFY(frmEditSpell::Shared().IsActive());
         QCOMPARE(m_desk->boxes.All().front().buttons, BoxButtons::YesNoCancel);
-        QVERIFY(HasNoTitle(m_desk->boxes.All().front()));
+        QVERIFY(m_desk->boxes.All().front().HasNoTitle());
     }
 
     void yesSavesTheEditFirstAndThenAdds()

@@ -122,7 +122,7 @@ private slots:
             "answer 3. Please enter an answer 4. Please enter the number of the correct answer. ");
         m_desk->Press("cmdAdd");
         QVERIFY(m_desk->boxes.All().front().buttons == BoxButtons::Ok);
-        QCOMPARE(m_desk->boxes.All().front().title, QString());
+        QVERIFY(m_desk->boxes.All().front().HasNoTitle());
         QCOMPARE(m_desk->Entries(), QStringList());
         LeavesWithoutAQuestion();
     }
@@ -169,7 +169,7 @@ private slots:
         Add(kBees);
         Save("Zoo");
         QCOMPARE(m_desk->Content("QList/Zoo"), QByteArray("What is 2+2?_1_2_3_4_4_\r\n") + kBeesLine);
-        QCOMPARE(m_desk->boxes.All().back().title, QString());
+        QVERIFY(m_desk->boxes.All().back().HasProgramTitle());
         LeavesWithoutAQuestion();
     }
 
@@ -272,7 +272,7 @@ private slots:
         m_desk->Press("cmdDel");
         QCOMPARE(m_desk->Entries(), QStringList({ kBees }));
         QVERIFY(m_desk->boxes.All().front().buttons == BoxButtons::YesNo);
-        QCOMPARE(m_desk->boxes.All().front().title, QString());
+        QVERIFY(m_desk->boxes.All().front().HasNoTitle());
     }
 
     void theDeleteKeyAndTheMenuDoTheSame()
@@ -345,7 +345,7 @@ private slots:
             m_desk->boxes.Expect(kSaved);
         m_desk->Press(button);
         QVERIFY(m_desk->boxes.All().front().buttons == BoxButtons::YesNoCancel);
-        QCOMPARE(m_desk->boxes.All().front().title, QString());
+        QVERIFY(m_desk->boxes.All().front().HasNoTitle());
         QCOMPARE(QFile::exists(m_desk->folder.filePath("QList/Zoo")), answer == BoxAnswer::Yes);
         QCOMPARE(frmQuiz1::Exists() && frmQuiz1::Shared().IsActive(), !leaves);
         if (leaves)

@@ -23,12 +23,6 @@ namespace {
 const QString kOverwrite = "There is already a list called Pets. Do you want to overwrite it with this list?";
 const QString kSaved = "Your list has been saved.";
 
-// Without a title, not even the application's.
-bool HasNoTitle(const support::FakeBoxes::Shown &box)
-{
-    return box.title.isEmpty() && !box.title.isNull();
-}
-
 } // namespace
 
 // The screen on which a spelling list is made.
@@ -117,7 +111,7 @@ private slots:
         m_desk->Type("txtPronounce", pronunciation);
         m_desk->boxes.Expect(message);
         m_desk->Press("Command1");
-        QVERIFY(HasNoTitle(m_desk->boxes.All().front()));
+        QVERIFY(m_desk->boxes.All().front().HasNoTitle());
         QCOMPARE(m_desk->boxes.All().front().buttons, BoxButtons::Ok);
         QCOMPARE(m_desk->Find<QLineEdit>("txtNew")->text(), spelling);
         QCOMPARE(m_desk->Find<QLineEdit>("txtPronounce")->text(), pronunciation);
@@ -286,7 +280,7 @@ private slots:
         List()->Select(2);
         m_desk->boxes.Expect("Are you sure you want to delete dog from the list?", BoxAnswer::No);
         m_desk->Press("Command2");
-        QVERIFY(HasNoTitle(m_desk->boxes.All().front()));
+        QVERIFY(m_desk->boxes.All().front().HasNoTitle());
         QCOMPARE(m_desk->boxes.All().front().buttons, BoxButtons::YesNo);
         QCOMPARE(List()->Count(), 2);
         Delete("dog");

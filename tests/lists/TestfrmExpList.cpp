@@ -136,8 +136,7 @@ private slots:
         m_desk->Type("txtName", name);
         m_desk->boxes.Expect(message);
         m_desk->Press("cmdExport");
-        QVERIFY(!m_desk->boxes.All().at(0).title.isNull());
-        QCOMPARE(m_desk->boxes.All().at(0).title, platform::kNoTitle);
+        QVERIFY(m_desk->boxes.All().at(0).HasNoTitle());
         QCOMPARE(OnDisk("Home"), QStringList());
     }
 
@@ -170,7 +169,7 @@ private slots:
         m_desk->Press("cmdExport");
         QCOMPARE(Bytes(file), bytes);
         QCOMPARE(Bytes("Lists/bears"), bytes);
-        QVERIFY(m_desk->boxes.All().at(0).title.isNull());
+        QVERIFY(m_desk->boxes.All().at(0).HasProgramTitle());
         QVERIFY(frmExpList::Shared().IsActive());
         QCOMPARE(Name()->text(), name);
     }
@@ -234,7 +233,7 @@ private slots:
         m_desk->boxes.Expect(kDone);
         m_desk->Press("cmdExport");
         QVERIFY(m_desk->boxes.All().at(0).buttons == platform::BoxButtons::YesNo);
-        QVERIFY(m_desk->boxes.All().at(0).title.isNull());
+        QVERIFY(m_desk->boxes.All().at(0).HasProgramTitle());
         QCOMPARE(OnDisk("Home"), QStringList{ name });
         QCOMPARE(Bytes("Home/" + name), Bytes("Lists/bears"));
     }

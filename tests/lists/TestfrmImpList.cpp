@@ -140,7 +140,7 @@ private slots:
         m_desk->Type("txtName", name);
         m_desk->boxes.Expect(message);
         m_desk->Press("cmdImport");
-        QVERIFY(m_desk->boxes.All().at(0).title.isNull());
+        QVERIFY(m_desk->boxes.All().at(0).HasProgramTitle());
         QCOMPARE(OnDisk("Lists"), QStringList{ "bears" });
     }
 

@@ -33,6 +33,10 @@ public:
         bool isInput = false;
         platform::BoxButtons buttons = platform::BoxButtons::Ok;
         QString preset; // of an input box
+
+        bool HasProgramTitle() const { return title.isNull(); }
+        // Not even the application's.
+        bool HasNoTitle() const { return title.isEmpty() && !title.isNull(); }
     };
     // All boxes that were shown, in order.
     const std::vector<Shown> &All() const { return m_shown; }
