@@ -126,4 +126,10 @@ QString FakeBoxes::InputBox(const QString &prompt, const QString &title, const Q
     return expected.typed;
 }
 
+void FakeBoxes::WhileBusy(const QString &text, const std::function<void()> &work)
+{
+    m_busy << text;
+    work();
+}
+
 } // namespace support

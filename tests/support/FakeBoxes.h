@@ -38,6 +38,9 @@ public:
         // Not even the application's.
         bool HasNoTitle() const { return title.isEmpty() && !title.isNull(); }
     };
+    // What was told of work that takes its time, in order. It is done at once.
+    const QStringList &Busy() const { return m_busy; }
+
     // All boxes that were shown, in order.
     const std::vector<Shown> &All() const { return m_shown; }
     QStringList Texts() const;
@@ -50,6 +53,7 @@ public:
     platform::BoxAnswer MessageBox(const QString &text, platform::BoxButtons buttons,
                                    const QString &title) override;
     QString InputBox(const QString &prompt, const QString &title, const QString &preset) override;
+    void WhileBusy(const QString &text, const std::function<void()> &work) override;
 
 private:
     struct Expected {
@@ -65,6 +69,7 @@ private:
     std::function<void(const QString &)> m_fail;
     std::deque<Expected> m_expected;
     std::vector<Shown> m_shown;
+    QStringList m_busy;
 };
 
 } // namespace support

@@ -2,6 +2,8 @@
 
 #include <QString>
 
+#include <functional>
+
 namespace platform {
 
 enum class BoxButtons { Ok, YesNo, YesNoCancel };
@@ -24,6 +26,11 @@ public:
     // The text typed, empty when cancelled.
     virtual QString InputBox(const QString &prompt, const QString &title = QString(),
                              const QString &preset = QString()) = 0;
+
+    // Runs `work` beside the program's one thread and comes back when it is done; events run inside as with
+    // a box from the start. When it takes its time, a busy pointer and a box with this text and no buttons
+    // show that. `work` may use the files, nothing else. Raises what it raises.
+    virtual void WhileBusy(const QString &text, const std::function<void()> &work) = 0;
 };
 
 } // namespace platform

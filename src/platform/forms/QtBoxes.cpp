@@ -8,19 +8,26 @@
 
 #include <QApplication>
 #include <QDialog>
+#include <QEventLoop>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
+#include <QProgressBar>
 #include <QPushButton>
 #include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QShortcut>
+#include <QTimer>
 #include <QVBoxLayout>
 #include <QWindow>
 
 #include <algorithm>
 #include <array>
+#include <chrono>
+#include <exception>
+#include <thread>
+#include <utility>
 
 namespace platform {
 
@@ -28,6 +35,8 @@ namespace {
 
 constexpr int kWidestText = 520;
 constexpr int kNarrowestText = 200;
+// What is done sooner is not worth a box that only flashes up.
+constexpr std::chrono::milliseconds kPatience(400);
 
 struct ButtonText {
     BoxAnswer answer;
@@ -208,6 +217,29 @@ QString OnOneLine(QString text)
         .replace(QLatin1Char('\r'), QLatin1String("\\n"));
 }
 
+// Tells that something is being done, from its showing to its end. The user cannot close it.
+class BusyBox : public QDialog {
+public:
+    explicit BusyBox(QWidget *parent) : QDialog(parent) {}
+    ~BusyBox() override
+    {
+        if (m_isBusy)
+            QApplication::restoreOverrideCursor();
+    }
+    void reject() override {}
+
+protected:
+    void showEvent(QShowEvent *event) override
+    {
+        QDialog::showEvent(event);
+        if (!std::exchange(m_isBusy, true))
+            QApplication::setOverrideCursor(Qt::WaitCursor);
+    }
+
+private:
+    bool m_isBusy = false;
+};
+
 QString TitleOr(const QString &title)
 {
     if (title.isNull())
@@ -285,6 +317,45 @@ QString QtBoxes::InputBox(const QString &prompt, const QString &title, const QSt
     qCDebug(ScreenTrace).noquote().nospace() << "box: \"" << box.windowTitle() << "\" \"" << OnOneLine(prompt)
                                              << "\" -> " << (accepted ? "Ok" : "Cancel");
     return accepted ? field->text() : QString();
+}
+
+void QtBoxes::WhileBusy(const QString &text, const std::function<void()> &work)
+{
+    BusyBox box(m_open ? m_open : WindowInFront());
+    box.setObjectName(QStringLiteral("BusyBox"));
+    box.setWindowTitle(TitleOr(QString()));
+    box.setWindowFlag(Qt::WindowCloseButtonHint, false);
+    if (box.parentWidget())
+        box.setWindowModality(Qt::WindowModal);
+    auto *column = new QVBoxLayout(&box);
+    column->setContentsMargins(18, 16, 18, 14);
+    column->setSpacing(12);
+    column->setSizeConstraint(QLayout::SetFixedSize);
+    column->addWidget(MakeText(text, box));
+    auto *bar = new QProgressBar(&box);
+    bar->setRange(0, 0); // nobody knows how long it takes
+    bar->setTextVisible(false);
+    column->addWidget(bar);
+
+    const OtherScreensOff off(box);
+    QDialog *const outer = m_open;
+    m_open = &box;
+    QTimer::singleShot(kPatience, &box, &QDialog::show);
+    QEventLoop loop;
+    std::exception_ptr failure;
+    std::thread worker([&] {
+        try {
+            work();
+        } catch (...) {
+            failure = std::current_exception();
+        }
+        QMetaObject::invokeMethod(&loop, &QEventLoop::quit, Qt::QueuedConnection);
+    });
+    loop.exec();
+    worker.join();
+    m_open = outer;
+    if (failure)
+        std::rethrow_exception(failure);
 }
 
 void QtBoxes::Run(QDialog &box)

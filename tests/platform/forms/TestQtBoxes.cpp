@@ -1,4 +1,5 @@
 #include "TestScreens.h"
+#include "platform/Error.h"
 #include "platform/forms/QtBoxes.h"
 #include "support/PlainDesk.h"
 
@@ -10,11 +11,13 @@
 #include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
+#include <QSemaphore>
 #include <QTest>
 #include <QTimer>
 #include <QWindow>
 
 #include <optional>
+#include <thread>
 
 using platform::BoxAnswer;
 using platform::BoxButtons;
@@ -53,6 +56,9 @@ private slots:
     void boxOverABoxHoldsOffTheFirstOne();
     void boxOutlivesTheScreenItCameFrom();
     void boxNeedsNoScreen();
+    void quickWorkShowsNothing();
+    void slowWorkShowsABoxThatCannotBeClosed();
+    void workThatFailsPassesItsErrorOn();
 
 private:
     // Shows a box and calls `whileOpen` with it, which has to close it.
@@ -385,6 +391,75 @@ void TestQtBoxes::boxNeedsNoScreen()
     const auto answer = With([](QDialog &box) { Button(box, "No")->click(); },
                              [&] { return m_boxes.MessageBox("Text", BoxButtons::YesNo, {}); });
     QCOMPARE(answer, BoxAnswer::No);
+}
+
+void TestQtBoxes::quickWorkShowsNothing()
+{
+    std::thread::id worker;
+    int boxes = 0;
+    QTimer timer;
+    connect(&timer, &QTimer::timeout, this, [&] { boxes += QApplication::activeModalWidget() ? 1 : 0; });
+    timer.start(1);
+    m_boxes.WhileBusy("Copying bears ...", [&] { worker = std::this_thread::get_id(); });
+    QVERIFY(worker != std::thread::id() && worker != std::this_thread::get_id());
+    QCOMPARE(boxes, 0);
+    QVERIFY(!QApplication::overrideCursor());
+}
+
+void TestQtBoxes::slowWorkShowsABoxThatCannotBeClosed()
+{
+    One::Shared().cmdGo_Click = [] { g_log << "One go"; };
+    const auto press = [] {
+        QTest::mouseClick(One::Shared().Window()->windowHandle(), Qt::LeftButton, Qt::NoModifier,
+                          One::Shared().cmdGo->mapTo(One::Shared().Window(), QPoint(5, 5)));
+    };
+    QSemaphore done;
+    QString text;
+    QCursor pointer;
+    int buttons = -1;
+    int ticks = 0;
+    QTimer timer;
+    connect(&timer, &QTimer::timeout, this, [&] {
+        if (++ticks == 1)
+            press(); // too early for the box, and yet nothing may come of it
+        auto *box = qobject_cast<QDialog *>(QApplication::activeModalWidget());
+        if (!box || !text.isEmpty())
+            return;
+        QTest::keyClick(box, Qt::Key_Escape);
+        box->close();
+        press();
+        QVERIFY(box->isVisible());
+        text = Text(*box)->text();
+        buttons = static_cast<int>(box->findChildren<QPushButton *>().size());
+        pointer = QApplication::overrideCursor() ? *QApplication::overrideCursor() : QCursor();
+        done.release();
+    });
+    timer.start(1);
+    g_log.clear();
+    m_boxes.WhileBusy("Copying <b>bears</b> ...", [&] { done.acquire(); });
+    QCOMPARE(text, "Copying <b>bears</b> ...");
+    QCOMPARE(buttons, 0);
+    QCOMPARE(pointer.shape(), Qt::WaitCursor);
+    QVERIFY(ticks > 1);
+    QVERIFY(!QApplication::overrideCursor());
+    QVERIFY(!QApplication::activeModalWidget());
+    QApplication::processEvents();
+    QCOMPARE(g_log, QStringList());
+    press();
+    QCOMPARE(g_log, QStringList{ "One go" });
+}
+
+void TestQtBoxes::workThatFailsPassesItsErrorOn()
+{
+    qint32 raised = 0;
+    try {
+        m_boxes.WhileBusy("Copying bears ...", [] { throw platform::Error(platform::kDiskFull); });
+    } catch (const platform::Error &error) {
+        raised = error.Number();
+    }
+    QCOMPARE(raised, qint32(platform::kDiskFull));
+    QCOMPARE(With([](QDialog &box) { box.close(); }, [&] { return m_boxes.MessageBox("Text", {}, {}); }),
+             BoxAnswer::Ok);
 }
 
 QTEST_MAIN(TestQtBoxes)
