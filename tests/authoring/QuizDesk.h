@@ -7,7 +7,6 @@
 #include "shell/frmAbout.h"
 #include "support/Desk.h"
 
-#include <QFile>
 #include <QLineEdit>
 #include <QMenu>
 #include <QPushButton>
@@ -15,6 +14,12 @@
 #include <QtTest>
 
 namespace support {
+
+// Two questions, as the desk tells them and as the file has them.
+inline const QString kSpider = QStringLiteral("How many legs has a spider?|Four|Six|Eight|Ten|3");
+inline const QString kBees = QStringLiteral("What do bees make?|Milk|Honey|Jam|Tea|2");
+inline const QByteArray kSpiderLine = "How many legs has a spider?_Four_Six_Eight_Ten_3_\r\n";
+inline const QByteArray kBeesLine = "What do bees make?_Milk_Honey_Jam_Tea_2_\r\n";
 
 // The desk with what both screens for quizzes have in common.
 class QuizDesk : public Desk {
@@ -100,12 +105,6 @@ public:
         Settle();
         tumblewick::frmAbout::Shared().Unload();
         Settle();
-    }
-
-    QByteArray Content(const QString &path) const
-    {
-        QFile file(folder.filePath(path));
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("unreadable");
     }
 
 private:

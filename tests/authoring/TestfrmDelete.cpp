@@ -1,11 +1,10 @@
 #include "authoring/frmDelete.h"
 #include "authoring/frmList.h"
 #include "platform/agent/Agent.h"
-#include "platform/forms/FileListBox.h"
 #include "shell/ListTypes.h"
 #include "shell/SharedState.h"
 #include "shell/frmMenu1.h"
-#include "support/Desk.h"
+#include "support/ListDesk.h"
 #include "support/ReportText.h"
 
 #include <QDir>
@@ -16,8 +15,7 @@
 
 using namespace tumblewick;
 using platform::BoxAnswer;
-using platform::FileListBox;
-using support::Desk;
+using support::ListDesk;
 using support::ReportText;
 using Operation = support::FaultyFiles::Operation;
 
@@ -37,7 +35,7 @@ class TestfrmDelete : public QObject {
 private slots:
     void init()
     {
-        m_desk.emplace();
+        m_desk.emplace("File1");
         for (const char *name : { "bears", "Ants", "cats.txt", "Dogs" })
             m_desk->WriteSpelling(name, { "word" });
         for (const char *name : { "Capitals", "Rivers.old.doc" })
@@ -62,7 +60,7 @@ private slots:
     {
         QFETCH(QString, kind);
         Open(kind);
-        QTEST(Names(), "names");
+        QTEST(m_desk->Names(), "names");
         QCOMPARE(frmDelete::Shared().Window()->windowTitle(), "Delete a List");
         QCOMPARE(m_desk->Find<QLabel>("lblHead")->text(), "Select a List to Delete");
         QCOMPARE(m_desk->Find<QPushButton>("cmdDel")->text(), "&Delete List");
@@ -90,12 +88,12 @@ private slots:
         QFETCH(QString, name);
         QFETCH(QString, file);
         Open(kind);
-        Select(name);
+        m_desk->Select(name);
         m_desk->boxes.Expect(Question(name), BoxAnswer::Yes);
         m_desk->Press("cmdDel");
         QVERIFY(!QFile::exists(m_desk->folder.filePath(file)));
-        QTEST(Names(), "left");
-        QCOMPARE(Files()->FileName(), QString());
+        QTEST(m_desk->Names(), "left");
+        QCOMPARE(m_desk->Files()->FileName(), QString());
         QCOMPARE(m_desk->boxes.All().at(0).title, "Confirm Delete");
         QVERIFY(m_desk->boxes.All().at(0).buttons == platform::BoxButtons::YesNo);
         QVERIFY(frmDelete::Shared().IsActive());
@@ -104,23 +102,23 @@ private slots:
     void aNoLeavesEverything()
     {
         Open(kSpellList);
-        Select("bears");
+        m_desk->Select("bears");
         m_desk->boxes.Expect(Question("bears"), BoxAnswer::No);
         m_desk->Press("cmdDel");
-        QCOMPARE(OnDisk("Lists"), QStringList({ "Ants", "Dogs", "bears", "cats.txt" }));
-        QCOMPARE(Files()->FileName(), "bears");
+        QCOMPARE(m_desk->OnDisk("Lists"), QStringList({ "Ants", "Dogs", "bears", "cats.txt" }));
+        QCOMPARE(m_desk->Files()->FileName(), "bears");
     }
 
     void oneAfterTheOtherUntilNoneIsLeft()
     {
         Open(kQuizList);
         for (const char *name : { "Rivers.old.doc", "Capitals" }) {
-            Select(name);
+            m_desk->Select(name);
             m_desk->boxes.Expect(Question(name), BoxAnswer::Yes);
             m_desk->Press("cmdDel");
         }
-        QCOMPARE(Names(), QStringList());
-        QCOMPARE(OnDisk("QList"), QStringList());
+        QCOMPARE(m_desk->Names(), QStringList());
+        QCOMPARE(m_desk->OnDisk("QList"), QStringList());
     }
 
     void withNothingSelectedTheQuestionHasNoNameAndAYesFails()
@@ -129,7 +127,7 @@ private slots:
         m_desk->boxes.Expect("Are you sure you want to delete ?", BoxAnswer::Yes);
         m_desk->boxes.Expect(ReportText(75));
         m_desk->Press("cmdDel");
-        QCOMPARE(OnDisk("Lists"), QStringList({ "Ants", "Dogs", "bears", "cats.txt" }));
+        QCOMPARE(m_desk->OnDisk("Lists"), QStringList({ "Ants", "Dogs", "bears", "cats.txt" }));
         m_desk->boxes.Expect("Are you sure you want to delete ?", BoxAnswer::No);
         m_desk->Press("cmdDel");
     }
@@ -139,7 +137,7 @@ private slots:
         QVERIFY(QDir(m_desk->folder.filePath("QList")).removeRecursively());
         QVERIFY(QDir(m_desk->folder.path()).mkdir("QList"));
         Open(kQuizList);
-        QCOMPARE(Names(), QStringList());
+        QCOMPARE(m_desk->Names(), QStringList());
     }
 
     void aFailureIsReportedAndChangesNothing_data()
@@ -154,26 +152,26 @@ private slots:
     {
         QFETCH(qint32, number);
         Open(kSpellList);
-        Select("bears");
+        m_desk->Select("bears");
         m_desk->files.Fail(Operation::Kill, number);
         m_desk->boxes.Expect(Question("bears"), BoxAnswer::Yes);
         m_desk->boxes.Expect(ReportText(number));
         m_desk->Press("cmdDel");
-        QCOMPARE(Names(), QStringList({ "Ants", "bears", "cats.txt", "Dogs" }));
-        QCOMPARE(Files()->FileName(), "bears");
+        QCOMPARE(m_desk->Names(), QStringList({ "Ants", "bears", "cats.txt", "Dogs" }));
+        QCOMPARE(m_desk->Files()->FileName(), "bears");
         QVERIFY(frmDelete::Shared().IsActive());
     }
 
     void aListThatIsGoneMeanwhileIsReported()
     {
         Open(kSpellList);
-        Select("bears");
+        m_desk->Select("bears");
         m_desk->boxes.Expect(Question("bears"), BoxAnswer::Yes,
                              [&] { QVERIFY(QFile::remove(m_desk->folder.filePath("Lists/bears"))); });
         m_desk->boxes.Expect(ReportText(53));
         m_desk->Press("cmdDel");
         // The box shows what it showed.
-        QCOMPARE(Names(), QStringList({ "Ants", "bears", "cats.txt", "Dogs" }));
+        QCOMPARE(m_desk->Names(), QStringList({ "Ants", "bears", "cats.txt", "Dogs" }));
     }
 
     void aMissingFolderIsReported()
@@ -181,14 +179,14 @@ private slots:
         QVERIFY(QDir(m_desk->folder.filePath("Lists")).removeRecursively());
         m_desk->boxes.Expect(ReportText(76));
         Open(kSpellList);
-        QCOMPARE(Names(), QStringList());
+        QCOMPARE(m_desk->Names(), QStringList());
         QVERIFY(frmDelete::Shared().IsActive());
     }
 
     void aFolderThatGoesDuringTheQuestionIsReported()
     {
         Open(kSpellList);
-        Select("bears");
+        m_desk->Select("bears");
         m_desk->boxes.Expect(Question("bears"), BoxAnswer::Yes,
                              [&] { QVERIFY(QDir(m_desk->folder.filePath("Lists")).removeRecursively()); });
         m_desk->boxes.Expect(ReportText(76));
@@ -199,33 +197,33 @@ private slots:
     {
         m_desk->WriteSpelling("BEARS", { "other" });
         Open(kSpellList);
-        QCOMPARE(Names(), QStringList({ "Ants", "BEARS", "bears", "cats.txt", "Dogs" }));
-        Select("bears");
+        QCOMPARE(m_desk->Names(), QStringList({ "Ants", "BEARS", "bears", "cats.txt", "Dogs" }));
+        m_desk->Select("bears");
         m_desk->boxes.Expect(Question("bears"), BoxAnswer::Yes);
         m_desk->Press("cmdDel");
-        QCOMPARE(OnDisk("Lists"), QStringList({ "Ants", "BEARS", "Dogs", "cats.txt" }));
+        QCOMPARE(m_desk->OnDisk("Lists"), QStringList({ "Ants", "BEARS", "Dogs", "cats.txt" }));
     }
 
     void theDeleteKeyPressesTheButton()
     {
         Open(kSpellList);
         QCOMPARE(m_desk->Focus(), "File1");
-        QTest::keyClick(Files(), Qt::Key_Delete); // nothing is selected
-        QTest::keyClick(Files(), Qt::Key_Down);
-        QCOMPARE(Files()->FileName(), "Ants");
+        QTest::keyClick(m_desk->Files(), Qt::Key_Delete); // nothing is selected
+        QTest::keyClick(m_desk->Files(), Qt::Key_Down);
+        QCOMPARE(m_desk->Files()->FileName(), "Ants");
         m_desk->boxes.Expect(Question("Ants"), BoxAnswer::Yes);
-        QTest::keyClick(Files(), Qt::Key_Delete);
+        QTest::keyClick(m_desk->Files(), Qt::Key_Delete);
         m_desk->Settle();
-        QCOMPARE(Names(), QStringList({ "bears", "cats.txt", "Dogs" }));
+        QCOMPARE(m_desk->Names(), QStringList({ "bears", "cats.txt", "Dogs" }));
     }
 
     void theContextMenuPressesTheButton()
     {
         Open(kSpellList);
-        Select("bears");
+        m_desk->Select("bears");
         QContextMenuEvent event(QContextMenuEvent::Keyboard, QPoint(), QPoint());
-        QCoreApplication::sendEvent(Files(), &event);
-        auto *menu = Files()->findChild<QMenu *>();
+        QCoreApplication::sendEvent(m_desk->Files(), &event);
+        auto *menu = m_desk->Files()->findChild<QMenu *>();
         QVERIFY(menu);
         QCOMPARE(menu->actions().size(), 1);
         QCOMPARE(menu->actions().at(0)->text(), "&Delete List");
@@ -272,28 +270,8 @@ private:
         frmDelete::Shared().Show();
         m_desk->Settle();
     }
-    FileListBox *Files() { return m_desk->Find<FileListBox>("File1"); }
-    QStringList Names()
-    {
-        QStringList names;
-        for (int row = 0; row < Files()->count(); ++row)
-            names << Files()->item(row)->text();
-        return names;
-    }
-    void Select(const QString &name)
-    {
-        const auto found = Files()->findItems(name, Qt::MatchExactly | Qt::MatchCaseSensitive);
-        QCOMPARE(found.size(), 1);
-        QTest::mouseClick(Files()->viewport(), Qt::LeftButton, {},
-                          Files()->visualItemRect(found[0]).center());
-        QCOMPARE(Files()->FileName(), name);
-    }
-    QStringList OnDisk(const QString &folder) const
-    {
-        return QDir(m_desk->folder.filePath(folder)).entryList(QDir::Files, QDir::Name);
-    }
 
-    std::optional<Desk> m_desk;
+    std::optional<ListDesk> m_desk;
 };
 
 QTEST_MAIN(TestfrmDelete)

@@ -13,17 +13,17 @@
 using namespace tumblewick;
 using platform::BoxAnswer;
 using platform::BoxButtons;
+using support::kBees;
+using support::kBeesLine;
+using support::kSpider;
+using support::kSpiderLine;
 using support::QuizDesk;
 using support::ReportText;
 using Operation = support::FaultyFiles::Operation;
 
 namespace {
 
-const QString kSpider = "How many legs has a spider?|Four|Six|Eight|Ten|3";
-const QString kBees = "What do bees make?|Milk|Honey|Jam|Tea|2";
 const QString kSum = "What is 2+2?|1|2|3|4|4";
-const QByteArray kSpiderLine = "How many legs has a spider?_Four_Six_Eight_Ten_3_\r\n";
-const QByteArray kBeesLine = "What do bees make?_Milk_Honey_Jam_Tea_2_\r\n";
 const QByteArray kSumLine = "What is 2+2?_1_2_3_4_4_\r\n";
 const QString kNoneChosen = "You need to double click on a question from the list before you can edit it. ";
 const QString kNothing = "|||||";

@@ -1,39 +1,28 @@
+#include "authoring/SpellDesk.h"
 #include "authoring/frmEdit.h"
 #include "authoring/frmEditSpell.h"
-#include "platform/Error.h"
-#include "platform/forms/ListView.h"
 #include "shell/ListTypes.h"
 #include "shell/SharedState.h"
 #include "shell/frmMenu1.h"
-#include "support/Desk.h"
+#include "support/ReportText.h"
 
 #include <QDir>
 #include <QFile>
 #include <QLabel>
-#include <QLineEdit>
-#include <QPushButton>
-#include <QtTest>
 
 using namespace tumblewick;
 using platform::BoxAnswer;
 using platform::BoxButtons;
-using support::Desk;
 using support::FaultyFiles;
+using support::kSoundUnderscored;
+using support::kWordUnderscored;
+using support::ReportText;
+using support::SpellDesk;
 
 namespace {
 
 const QString kNotChosen = "You need to double click on a word from the list before you can edit it. ";
 const QString kMissing = "Please enter the spelling for the new word. ";
-const QString kWordUnderscored = "The spelling for the word cannot contain an underscore. ";
-const QString kSoundUnderscored = "The pronunciation for the word cannot contain an underscore. ";
-
-QString Report(qint32 number)
-{
-    return QStringLiteral("Tumblewick has detected a problem. Please email support@tumblewick.example \r\n "
-                          "Please quote the following information %1 ")
-               .arg(number) +
-           platform::Error(number).Description() + "\r\nWe apologise for this inconvenience";
-}
 
 } // namespace
 
@@ -44,7 +33,7 @@ class TestfrmEditSpell : public QObject {
 private slots:
     void init()
     {
-        m_desk.emplace();
+        m_desk.emplace("List");
         State().MenuShown = true;
         m_desk->WriteFile("Lists/Pets", "cat\r\nknight_nite\r\ndog\r\n");
     }
@@ -59,9 +48,8 @@ private slots:
         Open();
         QCOMPARE(frmEditSpell::Shared().Window()->windowTitle(), QString("Edit Spelling List"));
         QCOMPARE(m_desk->Find<QLabel>("lblHead")->text(), QString("Edit Spelling List"));
-        QCOMPARE(Shown(), QStringList({ "cat|", "knight|nite", "dog|" }));
-        QCOMPARE(List()->model()->headerData(0, Qt::Horizontal).toString(), QString("Spell this way"));
-        QCOMPARE(List()->model()->headerData(1, Qt::Horizontal).toString(), QString("Say it this way"));
+        QCOMPARE(m_desk->Words(), QStringList({ "cat|", "knight|nite", "dog|" }));
+        QCOMPARE(m_desk->Titles(), QStringList({ "Spell this way", "Say it this way" }));
         const int half = (List()->width() * 15 / 2 - 100) / 15 * 15;
         QCOMPARE(List()->ColumnTwips(1), half);
         QCOMPARE(List()->ColumnTwips(2), half);
@@ -70,37 +58,35 @@ private slots:
     void captions()
     {
         Open();
-        const QList<QPair<QString, QString>> captions = { { "cmdETest", "Test Pronunciation" },
-                                                          { "cmdETest2", "Test Pronunciation" },
-                                                          { "cmdATest", "Test Pronunciation" },
-                                                          { "cmdATest2", "Test Pronunciation" },
-                                                          { "cmdSave", "&Save Changes" },
-                                                          { "cmdAdd", "&Add to List" },
-                                                          { "cmdDelete", "&Delete" },
-                                                          { "cmdback", "&Back" },
-                                                          { "cmdMenu", "&Main Menu" },
-                                                          { "cmdHelp", "&Help !" },
-                                                          { "cmdTips", "? &Tips on Pronunciation" } };
-        for (const auto &[control, caption] : captions)
-            QCOMPARE(m_desk->Find<QPushButton>(control)->text(), caption);
+        m_desk->CheckCaptions({ { "cmdETest", "Test Pronunciation" },
+                                { "cmdETest2", "Test Pronunciation" },
+                                { "cmdATest", "Test Pronunciation" },
+                                { "cmdATest2", "Test Pronunciation" },
+                                { "cmdSave", "&Save Changes" },
+                                { "cmdAdd", "&Add to List" },
+                                { "cmdDelete", "&Delete" },
+                                { "cmdback", "&Back" },
+                                { "cmdMenu", "&Main Menu" },
+                                { "cmdHelp", "&Help !" },
+                                { "cmdTips", "? &Tips on Pronunciation" } });
     }
 
     void linesOfOthersAreTaken()
     {
         m_desk->WriteFile("Lists/Pets", "a_b_c\r\n\r\n_x\ncat_\r\nlast");
         Open();
-        QCOMPARE(Shown(), QStringList({ "a|b_c", "|", "|x", "cat|", "last|" }));
+        QCOMPARE(m_desk->Words(), QStringList({ "a|b_c", "|", "|x", "cat|", "last|" }));
     }
 
     void aMissingListIsReported()
     {
-        m_desk->boxes.Expect(Report(53));
+        m_desk->boxes.Expect(ReportText(53));
         Open("Nobody");
         QVERIFY(frmEditSpell::Shared().IsActive());
         QCOMPARE(List()->Count(), 0);
         // Without a file there is nothing to write to.
         m_desk->Type("txtASpell", "cow");
-        m_desk->boxes.Expect(Report(91));
+        m_desk->boxes.Expect(ReportText(91));
         m_desk->Press("cmdAdd");
         QVERIFY(!QFile::exists(m_desk->folder.filePath("Lists/Nobody")));
     }
@@ -108,9 +94,9 @@ private slots:
     void aListThatBreaksOffIsReportedAndHasWhatStoodBefore()
     {
         m_desk->files.Fail(FaultyFiles::Operation::ReadLine, 57, 1, 2);
-        m_desk->boxes.Expect(Report(57));
+        m_desk->boxes.Expect(ReportText(57));
         Open();
-        QCOMPARE(Shown(), QStringList({ "cat|", "knight|nite" }));
+        QCOMPARE(m_desk->Words(), QStringList({ "cat|", "knight|nite" }));
     }
 
     void activationStandsBeingRepeated()
@@ -120,7 +106,7 @@ private slots:
         m_desk->Settle();
         frmMenu1::Shared().Unload();
         m_desk->Settle();
-        QCOMPARE(Shown(), QStringList({ "cat|", "knight|nite", "dog|" }));
+        QCOMPARE(m_desk->Words(), QStringList({ "cat|", "knight|nite", "dog|" }));
     }
 
     void aDoubleClickFillsTheBoxes()
@@ -165,7 +151,7 @@ private slots:
         m_desk->Type("txtEPronounce", "kaffay");
         m_desk->Press("cmdSave");
         QCOMPARE(Content(), QByteArray("caf\xe9_kaffay\r\nknight_nite\r\ndog\r\n"));
-        QCOMPARE(Shown(), QStringList({ "caf\u00e9|kaffay", "knight|nite", "dog|" }));
+        QCOMPARE(m_desk->Words(), QStringList({ "caf\u00e9|kaffay", "knight|nite", "dog|" }));
         QCOMPARE(Boxes(), QStringList({ "", "", "", "" }));
         Choose(2);
         m_desk->Type("txtEPronounce", "");
@@ -175,18 +161,7 @@ private slots:
         QVERIFY(frmMenu1::Shared().IsActive());
     }
 
-    void faultsOfAnEditAreTold_data()
-    {
-        QTest::addColumn<QString>("word");
-        QTest::addColumn<QString>("pronunciation");
-        QTest::addColumn<QString>("message");
-        QTest::newRow("empty") << ""
-                               << "" << kMissing;
-        QTest::newRow("underscores") << "a_"
-                                     << "_b" << kWordUnderscored + kSoundUnderscored;
-        QTest::newRow("empty, underscore") << ""
-                                           << "_b" << kMissing + kSoundUnderscored;
-    }
+    void faultsOfAnEditAreTold_data() { SpellDesk::FaultRows(kMissing); }
     void faultsOfAnEditAreTold()
     {
         QFETCH(QString, word);
@@ -213,7 +188,7 @@ private slots:
         Add("cow");
         Add("yacht", "yot");
         QCOMPARE(Content(), QByteArray("cat\r\nknight_nite\r\ndog\r\ncow\r\nyacht_yot\r\n"));
-        QCOMPARE(Shown(), QStringList({ "cat|", "knight|nite", "dog|", "cow|", "yacht|yot" }));
+        QCOMPARE(m_desk->Words(), QStringList({ "cat|", "knight|nite", "dog|", "cow|", "yacht|yot" }));
         QCOMPARE(Boxes(), QStringList({ "", "", "", "" }));
     }
 
@@ -224,7 +199,7 @@ private slots:
         m_desk->Type("txtESpell", "cats");
         Add("cow");
         QCOMPARE(Boxes(), QStringList({ "", "", "", "" }));
-        QCOMPARE(Shown(), QStringList({ "cat|", "knight|nite", "dog|", "cow|" }));
+        QCOMPARE(m_desk->Words(), QStringList({ "cat|", "knight|nite", "dog|", "cow|" }));
         m_desk->boxes.Expect(kNotChosen);
         m_desk->Press("cmdSave");
         Choose(1);
@@ -239,9 +214,9 @@ private slots:
         Open();
         Delete(1, "cat");
         QCOMPARE(Content(), QByteArray("knight_nite\r\ndog_\r\n"));
-        QCOMPARE(Shown(), QStringList({ "knight|nite", "dog|" }));
+        QCOMPARE(m_desk->Words(), QStringList({ "knight|nite", "dog|" }));
         Reopen();
-        QCOMPARE(Shown(), QStringList({ "knight|nite", "dog|" }));
+        QCOMPARE(m_desk->Words(), QStringList({ "knight|nite", "dog|" }));
         Choose(1);
         m_desk->Press("cmdSave");
         QCOMPARE(Content(), QByteArray("knight_nite\r\ndog\r\n"));
@@ -251,12 +226,12 @@ private slots:
     {
         Open();
         Choose(2);
-        m_desk->boxes.Expect("Are you sure you want to delete knight from the list?", BoxAnswer::No);
+        m_desk->boxes.Expect(SpellDesk::DeleteQuestion("knight"), BoxAnswer::No);
         m_desk->Press("cmdDelete");
         QVERIFY(m_desk->boxes.All().back().HasNoTitle());
         QCOMPARE(m_desk->boxes.All().back().buttons, BoxButtons::YesNo);
         QCOMPARE(Boxes(), QStringList({ "knight", "nite", "", "" }));
-        m_desk->boxes.Expect("Are you sure you want to delete knight from the list?", BoxAnswer::Yes);
+        m_desk->boxes.Expect(SpellDesk::DeleteQuestion("knight"), BoxAnswer::Yes);
         m_desk->Press("cmdDelete");
         QCOMPARE(Boxes(), QStringList({ "", "", "", "" }));
         m_desk->boxes.Expect(kNotChosen);
@@ -266,7 +241,7 @@ private slots:
     void theDeleteKeyAsksTheSame()
     {
         Open();
-        m_desk->boxes.Expect("Are you sure you want to delete cat from the list?", BoxAnswer::Yes);
+        m_desk->boxes.Expect(SpellDesk::DeleteQuestion("cat"), BoxAnswer::Yes);
         QTest::keyClick(List(), Qt::Key_Delete);
         QCOMPARE(Content(), QByteArray("knight_nite\r\ndog_\r\n"));
     }
@@ -278,9 +253,9 @@ private slots:
         Delete(1, "cat");
         QVERIFY(QFile::exists(m_desk->folder.filePath("Lists/Pets")));
         QCOMPARE(Content(), QByteArray());
-        m_desk->boxes.Expect(Report(91)); // nothing is selected any more
+        m_desk->boxes.Expect(ReportText(91)); // nothing is selected any more
         m_desk->Press("cmdDelete");
-        m_desk->boxes.Expect(Report(91));
+        m_desk->boxes.Expect(ReportText(91));
         QTest::mouseDClick(List()->viewport(), Qt::LeftButton, {}, QPoint(30, 60));
         Add("dog");
         QCOMPARE(Content(), QByteArray("dog\r\n"));
@@ -395,14 +370,14 @@ private slots:
         Open();
         QVERIFY(QFile::remove(m_desk->folder.filePath("Lists/Pets")));
         m_desk->Type("txtASpell", "cow");
-        m_desk->boxes.Expect(Report(53));
+        m_desk->boxes.Expect(ReportText(53));
         m_desk->Press("cmdAdd");
-        QCOMPARE(Shown(), QStringList({ "cat|", "knight|nite", "dog|" }));
+        QCOMPARE(m_desk->Words(), QStringList({ "cat|", "knight|nite", "dog|" }));
         Choose(1);
-        m_desk->boxes.Expect(Report(53));
+        m_desk->boxes.Expect(ReportText(53));
         m_desk->Press("cmdSave");
-        m_desk->boxes.Expect("Are you sure you want to delete cat from the list?", BoxAnswer::Yes);
-        m_desk->boxes.Expect(Report(53));
+        m_desk->boxes.Expect(SpellDesk::DeleteQuestion("cat"), BoxAnswer::Yes);
+        m_desk->boxes.Expect(ReportText(53));
         m_desk->Press("cmdDelete");
         QVERIFY(frmEditSpell::Shared().IsActive());
         QVERIFY(!QFile::exists(m_desk->folder.filePath("Lists/Pets")));
@@ -413,18 +388,11 @@ private slots:
         Open();
         QVERIFY(QDir(m_desk->folder.filePath("Lists")).removeRecursively());
         m_desk->Type("txtASpell", "cow");
-        m_desk->boxes.Expect(Report(76));
+        m_desk->boxes.Expect(ReportText(76));
         m_desk->Press("cmdAdd");
     }
 
-    void faultsOfTheDiskAreReportedAndTheScreenStays_data()
-    {
-        QTest::addColumn<FaultyFiles::Operation>("operation");
-        QTest::addColumn<qint32>("number");
-        QTest::newRow("protected") << FaultyFiles::Operation::OpenForWriting << 70;
-        QTest::newRow("full in the middle") << FaultyFiles::Operation::Write << 61;
-        QTest::newRow("full at the end") << FaultyFiles::Operation::Close << 61;
-    }
+    void faultsOfTheDiskAreReportedAndTheScreenStays_data() { support::DiskFaultRows(); }
     void faultsOfTheDiskAreReportedAndTheScreenStays()
     {
         QFETCH(FaultyFiles::Operation, operation);
@@ -454,7 +422,7 @@ private slots:
         Open();
         Choose(1);
         m_desk->files.Fail(FaultyFiles::Operation::Write, 61, 1, 1);
-        m_desk->boxes.Expect(Report(61));
+        m_desk->boxes.Expect(ReportText(61));
         m_desk->Press("cmdSave");
         QCOMPARE(Content(), QByteArray("cat\r\n"));
     }
@@ -490,7 +458,7 @@ private slots:
         QCOMPARE(Content(), content);
         Add("onemore");
         Choose(1);
-        m_desk->boxes.Expect(Report(6));
+        m_desk->boxes.Expect(ReportText(6));
         m_desk->Press("cmdSave");
         QCOMPARE(Content(), QByteArray()); // the file had been opened for writing by then
     }
@@ -507,7 +475,7 @@ private:
         m_desk->Press("cmdMenu");
         Open();
     }
-    platform::ListView *List() { return m_desk->Find<platform::ListView>("List"); }
+    platform::ListView *List() { return m_desk->List(); }
     // An entry on the screen as the user sees it, from 1.
     QPoint PlaceOf(int row) { return List()->visualRect(List()->model()->index(row - 1, 0)).center(); }
     void Click(int row) { QTest::mouseClick(List()->viewport(), Qt::LeftButton, {}, PlaceOf(row)); }
@@ -528,35 +496,20 @@ private:
     void Delete(int index, const QString &word)
     {
         List()->Select(index);
-        m_desk->boxes.Expect("Are you sure you want to delete " + word + " from the list?", BoxAnswer::Yes);
-        m_desk->Press("cmdDelete");
+        m_desk->Delete("cmdDelete", word);
     }
     void Expect(FaultyFiles::Operation operation, qint32 number)
     {
         m_desk->files.Fail(operation, number);
-        m_desk->boxes.Expect(Report(number));
+        m_desk->boxes.Expect(ReportText(number));
     }
     QStringList Boxes()
     {
-        QStringList texts;
-        for (const char *box : { "txtESpell", "txtEPronounce", "txtASpell", "txtAPronounce" })
-            texts << m_desk->Find<QLineEdit>(box)->text();
-        return texts;
+        return m_desk->Typed({ "txtESpell", "txtEPronounce", "txtASpell", "txtAPronounce" });
     }
-    QStringList Shown()
-    {
-        QStringList shown;
-        for (int index = 1; index <= List()->Count(); ++index)
-            shown << List()->Item(index)->Text() + "|" + List()->Item(index)->SubItem(1);
-        return shown;
-    }
-    QByteArray Content()
-    {
-        QFile file(m_desk->folder.filePath("Lists/Pets"));
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("unreadable");
-    }
+    QByteArray Content() { return m_desk->Content("Lists/Pets"); }
 
-    std::optional<Desk> m_desk;
+    std::optional<SpellDesk> m_desk;
 };
 
 QTEST_MAIN(TestfrmEditSpell)

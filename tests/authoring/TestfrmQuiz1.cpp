@@ -4,6 +4,7 @@
 #include "platform/forms/Twips.h"
 #include "shell/SharedState.h"
 #include "shell/frmMenu1.h"
+#include "support/ReportText.h"
 
 #include <QDir>
 #include <QElapsedTimer>
@@ -12,22 +13,18 @@
 using namespace tumblewick;
 using platform::BoxAnswer;
 using platform::BoxButtons;
+using support::kBees;
+using support::kBeesLine;
+using support::kSpider;
+using support::kSpiderLine;
 using support::QuizDesk;
+using support::RunTimeText;
 using Operation = support::FaultyFiles::Operation;
 
 namespace {
 
-const QString kSpider = "How many legs has a spider?|Four|Six|Eight|Ten|3";
-const QString kBees = "What do bees make?|Milk|Honey|Jam|Tea|2";
-const QByteArray kSpiderLine = "How many legs has a spider?_Four_Six_Eight_Ten_3_\r\n";
-const QByteArray kBeesLine = "What do bees make?_Milk_Honey_Jam_Tea_2_\r\n";
 const QString kSaved = "Your quiz has been saved.";
 const QString kOverwrite = "There is already a list called Zoo. Do you want to overwrite it with this list?";
-
-QString RunTimeError(int number, const QString &description)
-{
-    return QStringLiteral("Run-time error '%1':\r\n\r\n%2").arg(number).arg(description);
-}
 
 } // namespace
 
@@ -110,7 +107,7 @@ private slots:
     {
         auto *list = m_desk->List();
         list->resize(4000, list->height());
-        m_desk->boxes.Expect(RunTimeError(6, "Overflow"));
+        m_desk->boxes.Expect(RunTimeText(6));
         m_desk->CoverAndUncover();
         QCOMPARE(m_desk->process.ExitCode().value_or(0), 1);
     }
@@ -292,7 +289,7 @@ private slots:
 
     void nothingToTakeAwayEndsTheProgram()
     {
-        m_desk->boxes.Expect(RunTimeError(91, "Object variable or With block variable not set"));
+        m_desk->boxes.Expect(RunTimeText(91));
         m_desk->Press("cmdDel");
         QCOMPARE(m_desk->process.ExitCode().value_or(0), 1);
     }
@@ -418,7 +415,7 @@ private slots:
         m_desk->files.Fail(static_cast<Operation>(operation), number);
         if (saidSaved)
             m_desk->boxes.Expect(kSaved);
-        m_desk->boxes.Expect(RunTimeError(number, platform::StockDescription(number)));
+        m_desk->boxes.Expect(RunTimeText(number));
         m_desk->Press("cmdSave");
         QCOMPARE(m_desk->process.ExitCode().value_or(0), 1);
     }
@@ -437,7 +434,7 @@ private slots:
         QFETCH(int, number);
         Add(kBees);
         m_desk->Type("txtName", name);
-        m_desk->boxes.Expect(RunTimeError(number, platform::StockDescription(number)));
+        m_desk->boxes.Expect(RunTimeText(number));
         m_desk->Press("cmdSave");
         QCOMPARE(m_desk->process.ExitCode().value_or(0), 1);
         QCOMPARE(QDir(m_desk->folder.filePath("QList")).entryList(QDir::Files), QStringList());
@@ -448,7 +445,7 @@ private slots:
         QVERIFY(QDir(m_desk->folder.path()).rmdir("QList"));
         Add(kBees);
         m_desk->Type("txtName", "Zoo");
-        m_desk->boxes.Expect(RunTimeError(76, "Path not found"));
+        m_desk->boxes.Expect(RunTimeText(76));
         m_desk->Press("cmdSave");
         QCOMPARE(m_desk->process.ExitCode().value_or(0), 1);
         QVERIFY(!QDir(m_desk->folder.filePath("QList")).exists());

@@ -1,22 +1,19 @@
+#include "authoring/SpellDesk.h"
 #include "authoring/frmList.h"
 #include "authoring/frmSpelling1.h"
-#include "platform/Error.h"
-#include "platform/forms/ListView.h"
 #include "shell/SharedState.h"
 #include "shell/frmMenu1.h"
-#include "support/Desk.h"
+#include "support/ReportText.h"
 
 #include <QDir>
 #include <QFile>
-#include <QLineEdit>
-#include <QPushButton>
-#include <QtTest>
 
 using namespace tumblewick;
 using platform::BoxAnswer;
 using platform::BoxButtons;
-using support::Desk;
 using support::FaultyFiles;
+using support::RunTimeText;
+using support::SpellDesk;
 
 namespace {
 
@@ -32,7 +29,7 @@ class TestfrmSpelling1 : public QObject {
 private slots:
     void init()
     {
-        m_desk.emplace();
+        m_desk.emplace("List1");
         frmSpelling1::Shared().Show();
         m_desk->Settle();
     }
@@ -46,8 +43,7 @@ private slots:
     {
         QCOMPARE(frmSpelling1::Shared().Window()->windowTitle(), QString("Create a Spell List"));
         QCOMPARE(List()->Count(), 0);
-        QCOMPARE(List()->model()->headerData(0, Qt::Horizontal).toString(), QString("Spell this way"));
-        QCOMPARE(List()->model()->headerData(1, Qt::Horizontal).toString(), QString("Say it this way"));
+        QCOMPARE(m_desk->Titles(), QStringList({ "Spell this way", "Say it this way" }));
         QCOMPARE(m_desk->Focus(), QString("txtName"));
         m_desk->Press("cmdback");
         QVERIFY(frmList::Shared().IsActive());
@@ -64,17 +60,15 @@ private slots:
 
     void captionsAndTabOrder()
     {
-        const QList<QPair<QString, QString>> captions = { { "cmdTestit", "Test Pronunciation" },
-                                                          { "cmdTest", "Test Pronunciation" },
-                                                          { "Command1", "&Add to List" },
-                                                          { "Command3", "&Save List" },
-                                                          { "Command2", "&Delete Word" },
-                                                          { "Command4", "&Main Menu" },
-                                                          { "cmdback", "&Back" },
-                                                          { "cmdHelp", "&Help !" },
-                                                          { "Command5", "? &Tips on Pronunciation" } };
-        for (const auto &[control, caption] : captions)
-            QCOMPARE(m_desk->Find<QPushButton>(control)->text(), caption);
+        m_desk->CheckCaptions({ { "cmdTestit", "Test Pronunciation" },
+                                { "cmdTest", "Test Pronunciation" },
+                                { "Command1", "&Add to List" },
+                                { "Command3", "&Save List" },
+                                { "Command2", "&Delete Word" },
+                                { "Command4", "&Main Menu" },
+                                { "cmdback", "&Back" },
+                                { "cmdHelp", "&Help !" },
+                                { "Command5", "? &Tips on Pronunciation" } });
         QStringList order;
         QWidget *control = m_desk->Find<QWidget>("txtName");
         for (int step = 0; step < 9; ++step) {
@@ -87,34 +81,19 @@ private slots:
                                       "Command3", "Command2", "Command4" }));
     }
 
-    void addTellsAllFaultsAtOnce_data()
-    {
-        const QString missing = "Please enter the spelling for the word. ";
-        const QString word = "The spelling for the word cannot contain an underscore. ";
-        const QString sound = "The pronunciation for the word cannot contain an underscore. ";
-        QTest::addColumn<QString>("spelling");
-        QTest::addColumn<QString>("pronunciation");
-        QTest::addColumn<QString>("message");
-        QTest::newRow("all empty") << ""
-                                   << "" << missing;
-        QTest::newRow("underscores in both") << "a_b"
-                                             << "c_d" << word + sound;
-        QTest::newRow("no word, underscore") << ""
-                                             << "c_d" << missing + sound;
-    }
+    void addTellsAllFaultsAtOnce_data() { SpellDesk::FaultRows("Please enter the spelling for the word. "); }
     void addTellsAllFaultsAtOnce()
     {
-        QFETCH(QString, spelling);
+        QFETCH(QString, word);
         QFETCH(QString, pronunciation);
         QFETCH(QString, message);
-        m_desk->Type("txtNew", spelling);
+        m_desk->Type("txtNew", word);
         m_desk->Type("txtPronounce", pronunciation);
         m_desk->boxes.Expect(message);
         m_desk->Press("Command1");
         QVERIFY(m_desk->boxes.All().front().HasNoTitle());
         QCOMPARE(m_desk->boxes.All().front().buttons, BoxButtons::Ok);
-        QCOMPARE(m_desk->Find<QLineEdit>("txtNew")->text(), spelling);
-        QCOMPARE(m_desk->Find<QLineEdit>("txtPronounce")->text(), pronunciation);
+        QCOMPARE(m_desk->Typed({ "txtNew", "txtPronounce" }), QStringList({ word, pronunciation }));
         QCOMPARE(List()->Count(), 0);
         m_desk->Press("cmdback"); // nothing to save
         QVERIFY(frmList::Shared().IsActive());
@@ -125,7 +104,7 @@ private slots:
         Add("knight", "nite");
         Add(" two words ", "");
         Add("knight", "k night");
-        QCOMPARE(Shown(), QStringList({ "knight|nite", " two words |", "knight|k night" }));
+        QCOMPARE(m_desk->Words(), QStringList({ "knight|nite", " two words |", "knight|k night" }));
         QCOMPARE(m_desk->Find<QLineEdit>("txtNew")->text(), QString());
         QCOMPARE(m_desk->Find<QLineEdit>("txtPronounce")->text(), QString());
         QCOMPARE(m_desk->Focus(), QString("txtNew"));
@@ -205,7 +184,7 @@ private slots:
         m_desk->boxes.Expect("Save list?", BoxAnswer::Cancel);
         m_desk->Press(button);
         QVERIFY(frmSpelling1::Shared().IsActive());
-        QCOMPARE(Shown(), QStringList({ "cat|" }));
+        QCOMPARE(m_desk->Words(), QStringList({ "cat|" }));
 
         m_desk->boxes.Expect("Save list?", BoxAnswer::Yes);
         m_desk->boxes.Expect("Please enter a name for this Quiz list");
@@ -278,19 +257,19 @@ private slots:
         Add("cat");
         Add("dog");
         List()->Select(2);
-        m_desk->boxes.Expect("Are you sure you want to delete dog from the list?", BoxAnswer::No);
+        m_desk->boxes.Expect(SpellDesk::DeleteQuestion("dog"), BoxAnswer::No);
         m_desk->Press("Command2");
         QVERIFY(m_desk->boxes.All().front().HasNoTitle());
         QCOMPARE(m_desk->boxes.All().front().buttons, BoxButtons::YesNo);
         QCOMPARE(List()->Count(), 2);
         Delete("dog");
-        QCOMPARE(Shown(), QStringList({ "cat|" }));
+        QCOMPARE(m_desk->Words(), QStringList({ "cat|" }));
     }
 
     void theDeleteKeyAsksTheSame()
     {
         Add("cat");
-        m_desk->boxes.Expect("Are you sure you want to delete cat from the list?", BoxAnswer::Yes);
+        m_desk->boxes.Expect(SpellDesk::DeleteQuestion("cat"), BoxAnswer::Yes);
         QTest::keyClick(List(), Qt::Key_Delete);
         QCOMPARE(List()->Count(), 0);
         QTest::keyClick(List(), Qt::Key_Delete);
@@ -298,7 +277,7 @@ private slots:
 
     void deleteInAnEmptyListEndsTheProgram()
     {
-        m_desk->boxes.Expect("Run-time error '91':\r\n\r\nObject variable or With block variable not set");
+        m_desk->boxes.Expect(RunTimeText(91));
         m_desk->Press("Command2");
         QVERIFY(m_desk->process.Ended());
     }
@@ -331,7 +310,7 @@ private slots:
         QVERIFY(QDir(m_desk->folder.path()).mkpath("Lists/Folder"));
         Add("cat");
         m_desk->Type("txtName", name);
-        m_desk->boxes.Expect(Report(number));
+        m_desk->boxes.Expect(RunTimeText(number));
         m_desk->Press("Command3");
         QVERIFY(m_desk->process.Ended());
     }
@@ -341,19 +320,12 @@ private slots:
         QVERIFY(QDir(m_desk->folder.path()).rmdir("Lists"));
         Add("cat");
         m_desk->Type("txtName", "Pets");
-        m_desk->boxes.Expect(Report(76));
+        m_desk->boxes.Expect(RunTimeText(76));
         m_desk->Press("Command3");
         QVERIFY(m_desk->process.Ended());
     }
 
-    void aFullOrProtectedDiskEndsTheProgram_data()
-    {
-        QTest::addColumn<FaultyFiles::Operation>("operation");
-        QTest::addColumn<qint32>("number");
-        QTest::newRow("protected") << FaultyFiles::Operation::OpenForWriting << 70;
-        QTest::newRow("full in the middle") << FaultyFiles::Operation::Write << 61;
-        QTest::newRow("full at the end") << FaultyFiles::Operation::Close << 61;
-    }
+    void aFullOrProtectedDiskEndsTheProgram_data() { support::DiskFaultRows(); }
     void aFullOrProtectedDiskEndsTheProgram()
     {
         QFETCH(FaultyFiles::Operation, operation);
@@ -362,7 +334,7 @@ private slots:
         Add("dog");
         m_desk->Type("txtName", "Pets");
         m_desk->files.Fail(operation, number);
-        m_desk->boxes.Expect(Report(number));
+        m_desk->boxes.Expect(RunTimeText(number));
         m_desk->Press("Command3");
         QVERIFY(m_desk->process.Ended());
     }
@@ -378,7 +350,7 @@ private slots:
     }
 
 private:
-    platform::ListView *List() { return m_desk->Find<platform::ListView>("List1"); }
+    platform::ListView *List() { return m_desk->List(); }
     void Add(const QString &word, const QString &pronunciation = {})
     {
         m_desk->Type("txtNew", word);
@@ -391,29 +363,10 @@ private:
         m_desk->boxes.Expect(kSaved);
         m_desk->Press("Command3");
     }
-    void Delete(const QString &word)
-    {
-        m_desk->boxes.Expect("Are you sure you want to delete " + word + " from the list?", BoxAnswer::Yes);
-        m_desk->Press("Command2");
-    }
-    QStringList Shown()
-    {
-        QStringList shown;
-        for (int index = 1; index <= List()->Count(); ++index)
-            shown << List()->Item(index)->Text() + "|" + List()->Item(index)->SubItem(1);
-        return shown;
-    }
-    QByteArray Content(const QString &name)
-    {
-        QFile file(m_desk->folder.filePath("Lists/" + name));
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("unreadable");
-    }
-    static QString Report(qint32 number)
-    {
-        return QString("Run-time error '%1':\r\n\r\n").arg(number) + platform::Error(number).Description();
-    }
+    void Delete(const QString &word) { m_desk->Delete("Command2", word); }
+    QByteArray Content(const QString &name) { return m_desk->Content("Lists/" + name); }
 
-    std::optional<Desk> m_desk;
+    std::optional<SpellDesk> m_desk;
 };
 
 QTEST_MAIN(TestfrmSpelling1)

@@ -1,18 +1,19 @@
+#include "lists/KeptFile.h"
+#include "lists/ListFiles.h"
+#include "lists/QuizLine.h"
 #include "lists/QuizList.h"
-#include "platform/Error.h"
-#include "platform/files/DiskFiles.h"
 #include "support/FaultyFiles.h"
 
-#include <QFile>
-#include <QRandomGenerator>
-#include <QTemporaryDir>
 #include <QtTest>
 
 #include <vector>
 
 using namespace tumblewick;
 using platform::FileWriting;
+using support::DrawnText;
 using support::FaultyFiles;
+using support::ListFiles;
+using support::NumberRaised;
 
 namespace {
 
@@ -62,16 +63,16 @@ private slots:
     {
         QFETCH(QStringList, fields);
         Write({ EntryOf(fields) });
-        QTEST(Content(), "bytes");
+        QTEST(m_files.Content(), "bytes");
         Write({ EntryOf(fields), EntryOf(fields) });
         QFETCH(QByteArray, bytes);
-        QCOMPARE(Content(), bytes + bytes);
+        QCOMPARE(m_files.Content(), bytes + bytes);
     }
 
     void noQuestionsAreNoBytes()
     {
         Write({});
-        QCOMPARE(Content(), QByteArray());
+        QCOMPARE(m_files.Content(), QByteArray());
         QCOMPARE(Read().size(), std::size_t(0));
     }
 
@@ -110,12 +111,13 @@ private slots:
     void linesAreTakenApartForEditing()
     {
         QFETCH(QByteArray, bytes);
-        QFile file(Path());
+        QFile file(m_files.Path());
         QVERIFY(file.open(QIODevice::WriteOnly));
         file.write(bytes);
         file.close();
         Entries entries;
-        const int number = Raised([&] { ReadInto(entries, *m_files.OpenForReading(Path())); });
+        const int number =
+            NumberRaised([&] { ReadInto(entries, *m_files.disk.OpenForReading(m_files.Path())); });
         QStringList seen;
         for (const QuizEntry &entry : entries)
             seen << FieldsOf(entry).join('|');
@@ -127,11 +129,11 @@ private slots:
     {
         const QString line = "Q_a_b_c_d_3";
         QCOMPARE(int(QuizLine::ForPlay(line).correct), 3);
-        QFile file(Path());
+        QFile file(m_files.Path());
         QVERIFY(file.open(QIODevice::WriteOnly));
         file.write(line.toLatin1() + "\r\n");
         file.close();
-        QCOMPARE(Raised([&] { Read(); }), 5);
+        QCOMPARE(NumberRaised([&] { Read(); }), 5);
     }
 
     void moreThanTheCounterHoldsRaises6BehindTheOpening()
@@ -141,52 +143,62 @@ private slots:
             ++asked;
             return EntryOf({ "Q", "a", "b", "c", "d", "1" });
         };
-        WriteQuiz(*m_files.OpenForWriting(Path(), FileWriting::Replace, true), 32767, entry);
+        WriteQuiz(*m_files.disk.OpenForWriting(m_files.Path(), FileWriting::Replace, true), 32767, entry);
         QCOMPARE(asked, 32767);
-        QCOMPARE(Content().size(), 32767 * 14);
-        QCOMPARE(Raised([&] {
-                     WriteQuiz(*m_files.OpenForWriting(Path(), FileWriting::Replace, true), 32768, entry);
+        QCOMPARE(m_files.Content().size(), 32767 * 14);
+        QCOMPARE(NumberRaised([&] {
+                     WriteQuiz(*m_files.disk.OpenForWriting(m_files.Path(), FileWriting::Replace, true),
+                               32768, entry);
                  }),
                  6);
         QCOMPARE(asked, 32767);
-        QCOMPARE(Content(), QByteArray());
+        QCOMPARE(m_files.Content(), QByteArray());
     }
 
-    // Any text that the screens take comes back from every writer to every reader.
+    // Any text that the screens take comes back from every writer to every reader, also by way of another
+    // folder.
     void tenThousandQuizzesComeBack()
     {
         QRandomGenerator random(20240301);
+        int empty = 0;
         for (int number = 0; number < 10000; ++number) {
             const Entries entries = Drawn(random);
+            empty += entries.empty();
             Write(entries);
-            const Entries read = Read();
-            QCOMPARE(read.size(), entries.size());
-            const auto reader = m_files.OpenForReading(Path());
-            for (std::size_t at = 0; at < entries.size(); ++at) {
-                QCOMPARE(FieldsOf(read[at]), FieldsOf(entries[at]));
-                const QuizLine played = QuizLine::ForPlay(reader->ReadLine());
-                QCOMPARE(played.question, entries[at].question);
-                QCOMPARE(played.answers, entries[at].answers);
-                QCOMPARE(QString::number(played.correct), entries[at].correct);
+            const QByteArray whole = m_files.Content();
+            for (const bool isMoved : { false, true }) {
+                if (isMoved)
+                    m_files.ExportAndImport();
+                const Entries read = Read();
+                QCOMPARE(read.size(), entries.size());
+                const QStringList lines = m_files.Lines();
+                QCOMPARE(std::size_t(lines.size()), entries.size());
+                for (std::size_t at = 0; at < entries.size(); ++at) {
+                    QCOMPARE(FieldsOf(read[at]), FieldsOf(entries[at]));
+                    const QuizLine played = QuizLine::ForPlay(lines[int(at)]);
+                    QCOMPARE(played.question, entries[at].question);
+                    QCOMPARE(played.answers, entries[at].answers);
+                    QCOMPARE(QString::number(played.correct), entries[at].correct);
+                }
             }
-            QVERIFY(reader->AtEnd());
-            const QByteArray whole = Content();
             // And one by one to the end of the file, as they are added.
             Write({});
+            const KeptFile kept(m_files.disk, m_files.Path());
             for (const QuizEntry &entry : entries)
-                m_files.OpenForWriting(Path(), FileWriting::Append, true)->WriteLine(entry.Line());
-            QCOMPARE(Content(), whole);
+                kept.OpenForAppending()->WriteLine(entry.Line());
+            QCOMPARE(m_files.Content(), whole);
         }
+        QVERIFY(empty > 1000);
     }
 
     void aReaderThatFailsGivesWhatStoodBefore()
     {
         const QuizEntry entry = EntryOf({ "Q", "a", "b", "c", "d", "1" });
         Write({ entry, entry, entry });
-        FaultyFiles faulty(m_files);
+        FaultyFiles faulty(m_files.disk);
         faulty.Fail(FaultyFiles::Operation::ReadLine, platform::kDeviceError, 1, 2);
         Entries entries;
-        QCOMPARE(Raised([&] { ReadInto(entries, *faulty.OpenForReading(Path())); }), 57);
+        QCOMPARE(NumberRaised([&] { ReadInto(entries, *faulty.OpenForReading(m_files.Path())); }), 57);
         QCOMPARE(entries.size(), std::size_t(2));
     }
 
@@ -194,15 +206,13 @@ private slots:
     {
         QuizEntry entry;
         for (const int number : { 0, 6, -1 })
-            QCOMPARE(Raised([&] { entry.SubItem(number).clear(); }), 9);
+            QCOMPARE(NumberRaised([&] { entry.SubItem(number).clear(); }), 9);
     }
 
 private:
-    QString Path() const { return m_folder.filePath("Animals"); }
     void Write(const Entries &entries)
     {
-        QFile::remove(Path()); // emptying a file makes some file systems wait for the disk
-        const auto writer = m_files.OpenForWriting(Path(), FileWriting::Replace, true);
+        const auto writer = m_files.NewFile();
         WriteQuiz(*writer, static_cast<int>(entries.size()),
                   [&](int index) { return entries[static_cast<std::size_t>(index - 1)]; });
         writer->Close();
@@ -217,13 +227,8 @@ private:
     Entries Read()
     {
         Entries entries;
-        ReadInto(entries, *m_files.OpenForReading(Path()));
+        ReadInto(entries, *m_files.disk.OpenForReading(m_files.Path()));
         return entries;
-    }
-    QByteArray Content() const
-    {
-        QFile file(Path());
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("unreadable");
     }
     static Entries Drawn(QRandomGenerator &random)
     {
@@ -236,34 +241,8 @@ private:
         }
         return entries;
     }
-    // Letters of the western code, of all scripts, or of both, without what a box refuses or cannot hold.
-    static QString DrawnText(QRandomGenerator &random)
-    {
-        static constexpr char32_t kTops[] = { 0x7f, 0x100, 0x2122, 0x10000, 0x110000 };
-        const char32_t top = kTops[random.bounded(5)];
-        QString text;
-        for (int length = 1 + static_cast<int>(random.bounded(12)); length > 0;) {
-            const char32_t letter = random.bounded(static_cast<quint32>(top));
-            if (letter == '_' || letter == '\r' || letter == '\n' || letter == 0xfeff ||
-                (letter >= 0xd800 && letter < 0xe000))
-                continue;
-            text += QString::fromUcs4(&letter, 1);
-            --length;
-        }
-        return text;
-    }
-    static int Raised(const std::function<void()> &work)
-    {
-        try {
-            work();
-        } catch (const platform::Error &error) {
-            return error.Number();
-        }
-        return 0;
-    }
 
-    QTemporaryDir m_folder;
-    platform::DiskFiles m_files;
+    ListFiles m_files;
 };
 
 QTEST_GUILESS_MAIN(TestQuizList)

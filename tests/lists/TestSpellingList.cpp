@@ -1,20 +1,19 @@
 #include "lists/KeptFile.h"
+#include "lists/ListFiles.h"
 #include "lists/SpellingList.h"
-#include "platform/Error.h"
-#include "platform/files/DiskFiles.h"
+#include "platform/files/TextCode.h"
 #include "support/FaultyFiles.h"
 
-#include <QDir>
-#include <QFile>
-#include <QRandomGenerator>
-#include <QTemporaryDir>
 #include <QtTest>
 
 #include <vector>
 
 using namespace tumblewick;
 using platform::FileWriting;
+using support::DrawnText;
 using support::FaultyFiles;
+using support::ListFiles;
+using support::NumberRaised;
 
 namespace {
 
@@ -91,9 +90,9 @@ private slots:
         for (const QString &entry : entries)
             lines.push_back(SpellingLine::ForEdit(entry));
         Write(lines, SpellingWriting::Plain);
-        QTEST(Content(), "plain");
+        QTEST(m_files.Content(), "plain");
         Write(lines, SpellingWriting::AlwaysUnderscored);
-        QTEST(Content(), "underscored");
+        QTEST(m_files.Content(), "underscored");
     }
 
     void moreThanTheCounterHoldsRaises6BehindTheOpening()
@@ -103,56 +102,78 @@ private slots:
             ++asked;
             return SpellingLine{ "a", "" };
         };
-        WriteSpellingList(*m_files.OpenForWriting(Path(), FileWriting::Replace, true), 32767, entry,
-                          SpellingWriting::Plain);
+        WriteSpellingList(*m_files.disk.OpenForWriting(m_files.Path(), FileWriting::Replace, true), 32767,
+                          entry, SpellingWriting::Plain);
         QCOMPARE(asked, 32767);
-        QCOMPARE(Content().size(), 32767 * 3);
-        QCOMPARE(Raised([&] {
-                     WriteSpellingList(*m_files.OpenForWriting(Path(), FileWriting::Replace, true), 32768,
-                                       entry, SpellingWriting::Plain);
+        QCOMPARE(m_files.Content().size(), 32767 * 3);
+        QCOMPARE(NumberRaised([&] {
+                     WriteSpellingList(
+                         *m_files.disk.OpenForWriting(m_files.Path(), FileWriting::Replace, true), 32768,
+                         entry, SpellingWriting::Plain);
                  }),
                  6);
         QCOMPARE(asked, 32767);
-        QCOMPARE(Content(), QByteArray());
+        QCOMPARE(m_files.Content(), QByteArray());
     }
 
-    // Any text that the screens take comes back from every writer to every reader.
+    // Any text that the screens take comes back from every writer to every reader, also by way of another
+    // folder.
     void tenThousandListsComeBack()
     {
         QRandomGenerator random(20240229);
+        int empty = 0;
+        int ofBytes = 0;
+        int ofUtf8 = 0;
         for (int number = 0; number < 10000; ++number) {
             const Entries entries = Drawn(random);
+            empty += entries.empty();
             Write(entries, SpellingWriting::Plain);
-            QVERIFY2(IsSame(Read(), entries), Content().toHex(' '));
-            for (std::size_t at = 0; at < entries.size(); ++at) {
-                const SpellingLine played = SpellingLine::ForPlay(ReadRaw()[at]);
-                QCOMPARE(played.word, entries[at].word);
-                QCOMPARE(played.pronunciation,
-                         entries[at].pronunciation.isEmpty() ? entries[at].word : entries[at].pronunciation);
+            const QByteArray plain = m_files.Content();
+            for (const bool isMoved : { false, true }) {
+                if (isMoved)
+                    m_files.ExportAndImport();
+                QVERIFY2(IsSame(Read(), entries), plain.toHex(' '));
+                const QStringList lines = m_files.Lines();
+                QCOMPARE(std::size_t(lines.size()), entries.size());
+                for (std::size_t at = 0; at < entries.size(); ++at) {
+                    const SpellingLine played = SpellingLine::ForPlay(lines[int(at)]);
+                    QCOMPARE(played.word, entries[at].word);
+                    QCOMPARE(played.pronunciation, entries[at].pronunciation.isEmpty()
+                                                       ? entries[at].word
+                                                       : entries[at].pronunciation);
+                    const QByteArray bytes = platform::EncodedLine(lines[int(at)]);
+                    ofUtf8 += bytes == lines[int(at)].toUtf8();
+                    ofBytes += bytes != lines[int(at)].toUtf8();
+                }
             }
-            const QByteArray plain = Content();
-            Write(entries, SpellingWriting::AlwaysUnderscored);
-            QVERIFY2(IsSame(Read(), entries), Content().toHex(' '));
-            for (std::size_t at = 0; at < entries.size(); ++at)
-                QCOMPARE(SpellingLine::ForPlay(ReadRaw()[at]).pronunciation, entries[at].pronunciation);
-            // And one by one to the end of the file, as they are added.
+            // One by one to the end of the file, as they are added.
             Write({}, SpellingWriting::Plain);
-            for (const SpellingLine &entry : entries) {
-                const auto writer = m_files.OpenForWriting(Path(), FileWriting::Append, true);
-                writer->WriteLine(entry.Line());
+            const KeptFile kept(m_files.disk, m_files.Path());
+            for (const SpellingLine &entry : entries)
+                kept.OpenForAppending()->WriteLine(entry.Line());
+            QCOMPARE(m_files.Content(), plain);
+            // And as they stand behind a removal.
+            Write(entries, SpellingWriting::AlwaysUnderscored);
+            QVERIFY2(IsSame(Read(), entries), m_files.Content().toHex(' '));
+            const QStringList lines = m_files.Lines();
+            for (std::size_t at = 0; at < entries.size(); ++at) {
+                QCOMPARE(SpellingLine::ForPlay(lines[int(at)]).word, entries[at].word);
+                QCOMPARE(SpellingLine::ForPlay(lines[int(at)]).pronunciation, entries[at].pronunciation);
             }
-            QCOMPARE(Content(), plain);
         }
+        // The draw has had some of everything.
+        QVERIFY(empty > 1000);
+        QVERIFY(ofBytes > 1000 && ofUtf8 > 1000);
     }
 
     void aListThatBreaksOffGivesWhatStoodBefore()
     {
         Write({ { "cat", "" }, { "dog", "" }, { "cow", "" } }, SpellingWriting::Plain);
-        FaultyFiles faulty(m_files);
+        FaultyFiles faulty(m_files.disk);
         faulty.Fail(FaultyFiles::Operation::ReadLine, platform::kDeviceError, 1, 2);
         QStringList words;
-        QCOMPARE(Raised([&] {
-                     ReadSpellingList(*faulty.OpenForReading(Path()),
+        QCOMPARE(NumberRaised([&] {
+                     ReadSpellingList(*faulty.OpenForReading(m_files.Path()),
                                       [&](const SpellingLine &line) { words << line.word; });
                  }),
                  57);
@@ -162,38 +183,34 @@ private slots:
     void aKeptFileIsHeldByItsPath()
     {
         Write({ { "cat", "" } }, SpellingWriting::Plain);
-        const KeptFile file(m_files, m_folder.path() + "\\LISTS\\animals");
+        const KeptFile file(m_files.disk, m_files.folder.path() + "\\LISTS\\animals");
         file.OpenForAppending()->WriteLine("dog");
-        QCOMPARE(Content(), QByteArray("cat\r\ndog\r\n"));
+        QCOMPARE(m_files.Content(), QByteArray("cat\r\ndog\r\n"));
         QCOMPARE(file.OpenForReading()->ReadLine(), QString("cat"));
         file.OpenForWriting()->WriteLine("cow");
-        QCOMPARE(Content(), QByteArray("cow\r\n"));
+        QCOMPARE(m_files.Content(), QByteArray("cow\r\n"));
     }
 
     void aKeptFileThatHasGoneIsNotMadeAnew()
     {
-        QCOMPARE(Raised([&] { KeptFile(m_files, Path() + "x"); }), 53);
-        QCOMPARE(Raised([&] { KeptFile(m_files, m_folder.path() + "\\Lists\\"); }), 53);
+        QCOMPARE(NumberRaised([&] { KeptFile(m_files.disk, m_files.Path() + "x"); }), 53);
+        QCOMPARE(NumberRaised([&] { KeptFile(m_files.disk, m_files.folder.path() + "\\Lists\\"); }), 53);
         Write({ { "cat", "" } }, SpellingWriting::Plain);
-        const KeptFile file(m_files, Path());
-        QVERIFY(QFile::remove(Path()));
-        QCOMPARE(Raised([&] { file.OpenForReading(); }), 53);
-        QCOMPARE(Raised([&] { file.OpenForWriting(); }), 53);
-        QCOMPARE(Raised([&] { file.OpenForAppending(); }), 53);
-        QVERIFY(!QFile::exists(Path()));
-        QVERIFY(QDir(m_folder.path()).rmdir("Lists"));
-        QCOMPARE(Raised([&] { file.OpenForAppending(); }), 76);
-        QVERIFY(QDir(m_folder.path()).mkdir("Lists"));
+        const KeptFile file(m_files.disk, m_files.Path());
+        QVERIFY(QFile::remove(m_files.Path()));
+        QCOMPARE(NumberRaised([&] { file.OpenForReading(); }), 53);
+        QCOMPARE(NumberRaised([&] { file.OpenForWriting(); }), 53);
+        QCOMPARE(NumberRaised([&] { file.OpenForAppending(); }), 53);
+        QVERIFY(!QFile::exists(m_files.Path()));
+        QVERIFY(QDir(m_files.folder.path()).rmdir("Lists"));
+        QCOMPARE(NumberRaised([&] { file.OpenForAppending(); }), 76);
+        QVERIFY(QDir(m_files.folder.path()).mkdir("Lists"));
     }
 
-    void initTestCase() { QVERIFY(QDir(m_folder.path()).mkdir("Lists")); }
-
 private:
-    QString Path() const { return m_folder.filePath("Lists/Animals"); }
     void Write(const Entries &entries, SpellingWriting how)
     {
-        QFile::remove(Path()); // emptying a file makes some file systems wait for the disk
-        const auto writer = m_files.OpenForWriting(Path(), FileWriting::Replace, true);
+        const auto writer = m_files.NewFile();
         WriteSpellingList(
             *writer, static_cast<int>(entries.size()),
             [&](int index) { return entries[static_cast<std::size_t>(index - 1)]; }, how);
@@ -202,22 +219,9 @@ private:
     Entries Read()
     {
         Entries entries;
-        ReadSpellingList(*m_files.OpenForReading(Path()),
+        ReadSpellingList(*m_files.disk.OpenForReading(m_files.Path()),
                          [&](const SpellingLine &line) { entries.push_back(line); });
         return entries;
-    }
-    std::vector<QString> ReadRaw()
-    {
-        std::vector<QString> lines;
-        const auto reader = m_files.OpenForReading(Path());
-        while (!reader->AtEnd())
-            lines.push_back(reader->ReadLine());
-        return lines;
-    }
-    QByteArray Content() const
-    {
-        QFile file(Path());
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("unreadable");
     }
     static bool IsSame(const Entries &left, const Entries &right)
     {
@@ -230,39 +234,13 @@ private:
     {
         Entries entries(random.bounded(6));
         for (SpellingLine &entry : entries) {
-            entry.word = DrawnText(random, 1);
-            entry.pronunciation = random.bounded(2) == 0 ? QString() : DrawnText(random, 1);
+            entry.word = DrawnText(random);
+            entry.pronunciation = random.bounded(2) == 0 ? QString() : DrawnText(random);
         }
         return entries;
     }
-    // Letters of the western code, of all scripts, or of both, without what a box refuses or cannot hold.
-    static QString DrawnText(QRandomGenerator &random, int atLeast)
-    {
-        static constexpr char32_t kTops[] = { 0x7f, 0x100, 0x2122, 0x10000, 0x110000 };
-        const char32_t top = kTops[random.bounded(5)];
-        QString text;
-        for (int length = atLeast + static_cast<int>(random.bounded(12)); length > 0;) {
-            const char32_t letter = random.bounded(static_cast<quint32>(top));
-            if (letter == '_' || letter == '\r' || letter == '\n' || letter == 0xfeff ||
-                (letter >= 0xd800 && letter < 0xe000))
-                continue;
-            text += QString::fromUcs4(&letter, 1);
-            --length;
-        }
-        return text;
-    }
-    static int Raised(const std::function<void()> &work)
-    {
-        try {
-            work();
-        } catch (const platform::Error &error) {
-            return error.Number();
-        }
-        return 0;
-    }
 
-    QTemporaryDir m_folder;
-    platform::DiskFiles m_files;
+    ListFiles m_files;
 };
 
 QTEST_GUILESS_MAIN(TestSpellingList)

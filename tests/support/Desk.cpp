@@ -45,6 +45,17 @@ void Desk::WriteFile(const QString &path, const QByteArray &content)
     file.write(content);
 }
 
+QByteArray Desk::Content(const QString &path) const
+{
+    QFile file(folder.filePath(path));
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("no such file");
+}
+
+QStringList Desk::OnDisk(const QString &path) const
+{
+    return QDir(folder.filePath(path)).entryList(QDir::Files, QDir::Name);
+}
+
 void Desk::WriteLines(const QString &listFolder, const QString &name, const QStringList &lines)
 {
     QByteArray content;

@@ -37,6 +37,10 @@ public:
     void WriteSpelling(const QString &name, const QStringList &lines);
     void WriteQuiz(const QString &name, const QStringList &lines);
     void WriteFile(const QString &path, const QByteArray &content); // path below the application folder
+    // What a file holds, "no such file" when it cannot be read; likewise.
+    QByteArray Content(const QString &path) const;
+    // The names of the files in a folder; likewise.
+    QStringList OnDisk(const QString &path) const;
 
     // Sets the shared state as the set-up screens do, then shows the game screen and plays its opening.
     void BeginSpelling(const QStringList &players, const QStringList &lines);

@@ -17,4 +17,11 @@ inline QString ReportText(qint32 number)
              platform::StockDescription(number));
 }
 
+// What the platform's own report says of an error that nobody took.
+inline QString RunTimeText(qint32 number)
+{
+    return QStringLiteral("Run-time error '%1':\r\n\r\n%2")
+        .arg(QString::number(number), platform::StockDescription(number));
+}
+
 } // namespace support
