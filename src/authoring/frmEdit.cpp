@@ -72,8 +72,6 @@ void frmEdit::File1_Click()
 {
     m_ui->lblmsg->setText(QStringLiteral("You have selected ") + m_ui->File1->FileName() +
                           QStringLiteral(". Click OK to continue."));
-    // A long name may have no room there.
-    m_ui->lblmsg->setToolTip(m_ui->lblmsg->text().toHtmlEscaped());
 }
 
 void frmEdit::cmdOK_Click()

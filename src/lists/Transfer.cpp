@@ -27,14 +27,17 @@ void FollowDrive(const platform::DriveList &drive, platform::FolderList &folder)
     }
 }
 
-bool CopyAfterQuestion(const QString &source, const QString &target, const QString &question)
+bool CopyAfterQuestion(const ListCopy &copy)
 {
-    if (The().files.FileExists(target)) {
-        if (The().boxes.MessageBox(question, platform::BoxButtons::YesNo) != platform::BoxAnswer::Yes)
+    platform::Files &files = The().files;
+    if (files.FileExists(copy.target)) {
+        if (The().boxes.MessageBox(copy.question, platform::BoxButtons::YesNo) != platform::BoxAnswer::Yes)
             return false;
-        The().files.Kill(target);
+        files.Kill(copy.target);
     }
-    The().files.FileCopy(source, target);
+    // From a slow stick it may take a while.
+    The().boxes.WhileBusy(QStringLiteral("Copying ") + copy.name + QStringLiteral(" ..."),
+                          [&] { files.FileCopy(copy.source, copy.target); });
     return true;
 }
 

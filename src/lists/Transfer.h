@@ -14,9 +14,15 @@ namespace tumblewick {
 // Takes the folders to the drive that was chosen; tells it when that cannot be read.
 void FollowDrive(const platform::DriveList &drive, platform::FolderList &folder);
 
-// Copies a file. One that is there under the target's name goes first, after a Yes to `question`; so a copy
-// that fails has lost it: wanted. False when the answer was No. Raises what Kill and FileCopy raise.
-[[nodiscard]] bool CopyAfterQuestion(const QString &source, const QString &target, const QString &question);
+struct ListCopy {
+    QString source;
+    QString target;
+    QString question; // whether a file that is there under the target's name may go
+    QString name;     // of what is copied, for a user who waits for it
+};
+// Copies a file. One that is there goes first, after a Yes to the question; so a copy that fails has lost it:
+// wanted. False when the answer was No. Raises what Kill and FileCopy raise.
+[[nodiscard]] bool CopyAfterQuestion(const ListCopy &copy);
 
 // The box for a name that the file system refuses.
 void TellRefusedName();

@@ -86,10 +86,12 @@ void frmExpList::cmdExport_Click()
             The().boxes.MessageBox(message, platform::BoxButtons::Ok, platform::kNoTitle);
             return;
         }
+        const QString list = m_ui->FileList->FileName();
         const QString target = m_ui->Dir1->Path() + QLatin1Char('\\') + m_ui->txtName->text();
-        if (CopyAfterQuestion(m_ui->FileList->Path() + QLatin1Char('\\') + m_ui->FileList->FileName(), target,
-                              QStringLiteral("The file ") + target +
-                                  QStringLiteral(" already exists. Do you wish to overwrite it?")))
+        if (CopyAfterQuestion({ m_ui->FileList->Path() + QLatin1Char('\\') + list, target,
+                                QStringLiteral("The file ") + target +
+                                    QStringLiteral(" already exists. Do you wish to overwrite it?"),
+                                list }))
             The().boxes.MessageBox(QStringLiteral("Export Successful"));
     } catch (const platform::Error &error) {
         // Any other failure is not told: wanted.

@@ -102,10 +102,12 @@ void frmImpList::cmdImport_Click()
         else
             return;
         // The question gives the bare name, unlike that of the export: wanted.
-        if (CopyAfterQuestion(m_ui->FileList->Path() + QLatin1Char('\\') + m_ui->FileList->FileName(),
-                              The().process.ApplicationFolder() + folder + name,
-                              QStringLiteral("The file ") + name +
-                                  QStringLiteral(" already exists. Do you wish to overwrite it?")))
+        const QString file = m_ui->FileList->FileName();
+        if (CopyAfterQuestion({ m_ui->FileList->Path() + QLatin1Char('\\') + file,
+                                The().process.ApplicationFolder() + folder + name,
+                                QStringLiteral("The file ") + name +
+                                    QStringLiteral(" already exists. Do you wish to overwrite it?"),
+                                file }))
             The().boxes.MessageBox(QStringLiteral("Import Successful"));
     } catch (const platform::Error &error) {
         if (error.Number() == platform::kBadFileName)

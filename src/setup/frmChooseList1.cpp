@@ -37,6 +37,7 @@ void frmChooseList1::OnLoad(QWidget &window)
     platform::InstallEnterKey(window, m_ui->cmdNext);
     m_resizer =
         std::make_unique<platform::Resizer>(window, platform::HoldAllButLeft({ "CommandButton", "Label" }));
+    m_ui->File2->SetDoubleClickButton(*m_ui->cmdNext);
     Connect(m_ui->File2, &platform::FileListBox::Clicked, [this] { File2_Click(); });
     Connect(m_ui->cmdNext, &QPushButton::clicked, [this] { cmdNext_Click(); });
     Connect(m_ui->cmdback, &QPushButton::clicked, [this] { cmdback_Click(); });

@@ -3,11 +3,11 @@
 #include "authoring/frmEditQuiz.h"
 #include "authoring/frmEditSpell.h"
 #include "authoring/frmList.h"
-#include "platform/forms/FileListBox.h"
+#include "platform/forms/FittingLabel.h"
 #include "shell/ListTypes.h"
 #include "shell/SharedState.h"
 #include "shell/frmMenu1.h"
-#include "support/Desk.h"
+#include "support/ListDesk.h"
 #include "support/ReportText.h"
 
 #include <QDir>
@@ -16,8 +16,7 @@
 #include <QtTest>
 
 using namespace tumblewick;
-using platform::FileListBox;
-using support::Desk;
+using support::ListDesk;
 using support::ReportText;
 
 // The choice of a list to edit.
@@ -27,7 +26,7 @@ class TestfrmEdit : public QObject {
 private slots:
     void init()
     {
-        m_desk.emplace();
+        m_desk.emplace("File1");
         for (const char *name : { "bears", "Ants", "cats.txt" })
             m_desk->WriteSpelling(name, { "word" });
         for (const char *name : { "Capitals", "Rivers.doc" })
@@ -51,7 +50,7 @@ private slots:
     {
         QFETCH(QString, kind);
         Open(kind);
-        QTEST(Names(), "names");
+        QTEST(m_desk->Names(), "names");
         QCOMPARE(frmEdit::Shared().Window()->windowTitle(), "Select a List");
         QCOMPARE(m_desk->Find<QLabel>("lblHead")->text(), "Select a List to Edit");
         QCOMPARE(Guidance(), QString());
@@ -64,10 +63,22 @@ private slots:
     void aClickTellsWhatIsSelected()
     {
         Open(kSpellList);
-        Click("bears");
+        m_desk->Select("bears");
         QCOMPARE(Guidance(), "You have selected bears. Click OK to continue.");
-        Click("cats.txt");
+        m_desk->Select("cats.txt");
         QCOMPARE(Guidance(), "You have selected cats.txt. Click OK to continue.");
+    }
+
+    void theLongestNameLeavesTheGuidanceLegible()
+    {
+        const QString name(255, 'm');
+        m_desk->WriteSpelling(name, { "word" });
+        Open(kSpellList);
+        m_desk->Select(name);
+        QCOMPARE(Guidance(), "You have selected " + name + ". Click OK to continue.");
+        const QString seen = m_desk->Find<platform::FittingLabel>("lblmsg")->ShownLines().join(' ');
+        QVERIFY2(seen.startsWith("You have selected mm"), qPrintable(seen));
+        QVERIFY2(seen.endsWith("mm. Click OK to continue."), qPrintable(seen));
     }
 
     void withNothingSelectedTheMessageFitsTheKind_data()
@@ -100,7 +111,7 @@ private slots:
         QVERIFY(QDir(m_desk->folder.filePath("QList")).removeRecursively());
         QVERIFY(QDir(m_desk->folder.path()).mkdir("QList"));
         Open(kQuizList);
-        QCOMPARE(Names(), QStringList());
+        QCOMPARE(m_desk->Names(), QStringList());
         m_desk->boxes.Expect("Select a quiz by clicking on the name of the list.");
         m_desk->Press("cmdOK");
     }
@@ -118,13 +129,13 @@ private slots:
         m_desk->files.Fail(support::FaultyFiles::Operation::FileNames, 75);
         m_desk->boxes.Expect(ReportText(75));
         Open(kSpellList);
-        QCOMPARE(Names(), QStringList());
+        QCOMPARE(m_desk->Names(), QStringList());
     }
 
     void okEditsTheSpellingList()
     {
         Open(kSpellList);
-        Click("cats.txt");
+        m_desk->Select("cats.txt");
         m_desk->Press("cmdOK");
         QVERIFY(frmEditSpell::Shared().IsActive());
         QCOMPARE(frmEditSpell::Shared().EditFileName, "cats.txt");
@@ -134,7 +145,7 @@ private slots:
     void okEditsTheQuiz()
     {
         Open(kQuizList);
-        Click("Capitals");
+        m_desk->Select("Capitals");
         m_desk->Press("cmdOK");
         QVERIFY(frmEditQuiz::Shared().IsActive());
         QCOMPARE(frmEditQuiz::Shared().EditFileName, "Capitals");
@@ -144,9 +155,7 @@ private slots:
     void aDoubleClickEdits()
     {
         Open(kSpellList);
-        Click("bears");
-        QTest::mouseDClick(Files()->viewport(), Qt::LeftButton, {}, Place("bears"));
-        m_desk->Settle();
+        m_desk->DoubleClick("bears");
         QVERIFY(frmEditSpell::Shared().IsActive());
         QCOMPARE(frmEditSpell::Shared().EditFileName, "bears");
     }
@@ -155,9 +164,9 @@ private slots:
     {
         Open(kSpellList);
         QCOMPARE(m_desk->Focus(), "File1");
-        QTest::keyClick(Files(), Qt::Key_Down);
+        QTest::keyClick(m_desk->Files(), Qt::Key_Down);
         QCOMPARE(Guidance(), "You have selected Ants. Click OK to continue.");
-        QTest::keyClick(Files(), Qt::Key_Return);
+        QTest::keyClick(m_desk->Files(), Qt::Key_Return);
         m_desk->Settle();
         QCOMPARE(frmEditSpell::Shared().EditFileName, "Ants");
     }
@@ -165,13 +174,13 @@ private slots:
     void anotherActivationKeepsTheSelection()
     {
         Open(kSpellList);
-        Click("bears");
+        m_desk->Select("bears");
         frmMenu1::Shared().Show();
         m_desk->Settle();
         frmMenu1::Shared().Unload();
         m_desk->Settle();
         QVERIFY(frmEdit::Shared().IsActive());
-        QCOMPARE(Files()->FileName(), "bears");
+        QCOMPARE(m_desk->Files()->FileName(), "bears");
     }
 
     void itLeadsBackAndHome()
@@ -197,28 +206,9 @@ private:
         frmEdit::Shared().Show();
         m_desk->Settle();
     }
-    FileListBox *Files() { return m_desk->Find<FileListBox>("File1"); }
     QString Guidance() { return m_desk->Find<QLabel>("lblmsg")->text(); }
-    QStringList Names()
-    {
-        QStringList names;
-        for (int row = 0; row < Files()->count(); ++row)
-            names << Files()->item(row)->text();
-        return names;
-    }
-    QPoint Place(const QString &name)
-    {
-        const auto found = Files()->findItems(name, Qt::MatchExactly | Qt::MatchCaseSensitive);
-        return found.isEmpty() ? QPoint() : Files()->visualItemRect(found[0]).center();
-    }
-    void Click(const QString &name)
-    {
-        QTest::mouseClick(Files()->viewport(), Qt::LeftButton, {}, Place(name));
-        m_desk->Settle();
-        QCOMPARE(Files()->FileName(), name);
-    }
 
-    std::optional<Desk> m_desk;
+    std::optional<ListDesk> m_desk;
 };
 
 QTEST_MAIN(TestfrmEdit)

@@ -1,64 +1,26 @@
 #include "lists/frmExpList.h"
 
-#include "authoring/frmList.h"
-#include "platform/forms/DriveList.h"
-#include "platform/forms/FileListBox.h"
-#include "platform/forms/FolderList.h"
-#include "shell/ListTypes.h"
-#include "shell/SharedState.h"
-#include "shell/frmMenu1.h"
-#include "support/Desk.h"
+#include "lists/TransferDesk.h"
+#include "support/FullDisk.h"
 #include "support/ReportText.h"
 
-#include <QDir>
 #include <QFile>
 #include <QLabel>
-#include <QLineEdit>
-#include <QPushButton>
 #include <QtTest>
-
-#include <csignal>
-
-#include <sys/resource.h>
 
 using namespace tumblewick;
 using platform::BoxAnswer;
-using platform::Drive;
-using platform::DriveList;
-using platform::FileListBox;
-using platform::FolderList;
-using support::Desk;
+using support::FullDisk;
+using support::kRefused;
 using support::ReportText;
+using support::TransferDesk;
 using Operation = support::FaultyFiles::Operation;
 
 namespace {
 
 const QString kNoList =
     QStringLiteral("Please select a list to export by clicking on the name of the list. ");
-const QString kNoName = QStringLiteral("Please enter a name for the list to be saved as. ");
-const QString kRefused =
-    QStringLiteral("A file name cannot contain any of the following characters: / \\ : * ? \" <> | ");
 const QString kDone = QStringLiteral("Export Successful");
-
-// Lets no file grow beyond a size, as a full disk does.
-class FullDisk {
-public:
-    explicit FullDisk(rlim_t size) : m_before(signal(SIGXFSZ, SIG_IGN))
-    {
-        getrlimit(RLIMIT_FSIZE, &m_limit);
-        const rlimit small{ size, m_limit.rlim_max };
-        setrlimit(RLIMIT_FSIZE, &small);
-    }
-    ~FullDisk()
-    {
-        setrlimit(RLIMIT_FSIZE, &m_limit);
-        signal(SIGXFSZ, m_before);
-    }
-
-private:
-    void (*m_before)(int);
-    rlimit m_limit{};
-};
 
 } // namespace
 
@@ -72,10 +34,7 @@ private slots:
         m_desk.emplace();
         m_desk->WriteSpelling("bears", { "grizzly", "panda_pan da" });
         m_desk->WriteSpelling("Ants", { "fire" });
-        m_desk->WriteQuiz("Capitals", { "q_1_2_3_4_1_" });
-        QVERIFY(QDir().mkpath(Home("/Documents/School")));
-        QVERIFY(QDir().mkpath(m_desk->folder.filePath("stick")));
-        m_desk->drives.all.push_back({ m_desk->folder.filePath("stick"), "STICK", Drive::Kind::Removable });
+        QVERIFY(QDir().mkpath(m_desk->Home("/Documents/School")));
     }
     void cleanup()
     {
@@ -95,36 +54,28 @@ private slots:
     {
         QFETCH(QString, kind);
         Open(kind);
-        QTEST(Names(*Files()), "names");
-        QCOMPARE(m_desk->Find<DriveList>("Drive1")->Drive(), Home());
-        QCOMPARE(Folder()->Path(), Home());
-        QCOMPARE(Names(*Folder()), QStringList({ "Home folder", "Documents" }));
+        QTEST(m_desk->Names(), "names");
+        QCOMPARE(m_desk->Drive()->Drive(), m_desk->Home());
+        QCOMPARE(m_desk->Folder()->Path(), m_desk->Home());
+        QCOMPARE(TransferDesk::Names(*m_desk->Folder()), QStringList({ "Home folder", "Documents" }));
         QCOMPARE(frmExpList::Shared().Window()->windowTitle(), "Lists");
         QCOMPARE(m_desk->Find<QLabel>("lblHead")->text(), "Select a List to Export");
         QCOMPARE(m_desk->Find<QLabel>("Label1")->text(), "&Save as:");
         QCOMPARE(m_desk->Find<QLabel>("Label2")->text(), "Export &To:");
-        QCOMPARE(Name()->text(), QString());
+        QCOMPARE(m_desk->Name()->text(), QString());
     }
 
     void aClickFillsTheName()
     {
         Open(kSpellList);
-        Select("bears");
-        QCOMPARE(Name()->text(), "bears");
+        m_desk->Select("bears");
+        QCOMPARE(m_desk->Name()->text(), "bears");
         m_desk->Type("txtName", "mine");
-        Select("Ants");
-        QCOMPARE(Name()->text(), "Ants");
+        m_desk->Select("Ants");
+        QCOMPARE(m_desk->Name()->text(), "Ants");
     }
 
-    void whatIsMissingIsToldInOneBoxWithoutATitle_data()
-    {
-        QTest::addColumn<bool>("isSelected");
-        QTest::addColumn<QString>("name");
-        QTest::addColumn<QString>("message");
-        QTest::newRow("both") << false << "" << kNoList + kNoName;
-        QTest::newRow("list") << false << "mine" << kNoList;
-        QTest::newRow("name") << true << "" << kNoName;
-    }
+    void whatIsMissingIsToldInOneBoxWithoutATitle_data() { TransferDesk::MissingRows(kNoList); }
     void whatIsMissingIsToldInOneBoxWithoutATitle()
     {
         QFETCH(bool, isSelected);
@@ -132,12 +83,12 @@ private slots:
         QFETCH(QString, message);
         Open(kSpellList);
         if (isSelected)
-            Select("bears");
+            m_desk->Select("bears");
         m_desk->Type("txtName", name);
         m_desk->boxes.Expect(message);
         m_desk->Press("cmdExport");
         QVERIFY(m_desk->boxes.All().at(0).HasNoTitle());
-        QCOMPARE(OnDisk("Home"), QStringList());
+        QCOMPARE(m_desk->OnDisk("Home"), QStringList());
     }
 
     void theListIsCopiedByteByByte_data()
@@ -162,51 +113,52 @@ private slots:
         const QByteArray bytes("odd\xFF\0bytes\n\r\r\nno end", 20);
         m_desk->WriteFile("Lists/bears", bytes);
         Open(kSpellList);
-        Select("bears");
-        Go("Documents");
+        m_desk->Select("bears");
+        m_desk->Go("Documents");
         m_desk->Type("txtName", name);
         m_desk->boxes.Expect(kDone);
         m_desk->Press("cmdExport");
-        QCOMPARE(Bytes(file), bytes);
-        QCOMPARE(Bytes("Lists/bears"), bytes);
+        QCOMPARE(m_desk->Content(file), bytes);
+        QCOMPARE(m_desk->Content("Lists/bears"), bytes);
         QVERIFY(m_desk->boxes.All().at(0).HasProgramTitle());
         QVERIFY(frmExpList::Shared().IsActive());
-        QCOMPARE(Name()->text(), name);
+        QCOMPARE(m_desk->Name()->text(), name);
+        QCOMPARE(m_desk->boxes.Busy(), QStringList{ "Copying bears ..." });
     }
 
     void aQuizIsCopied()
     {
         Open(kQuizList);
-        Select("Capitals");
+        m_desk->Select("Capitals");
         m_desk->boxes.Expect(kDone);
         m_desk->Press("cmdExport");
-        QCOMPARE(Bytes("Home/Capitals"), QByteArray("q_1_2_3_4_1_\r\n"));
+        QCOMPARE(m_desk->Content("Home/Capitals"), QByteArray("q_1_2_3_4_1_\r\n"));
     }
 
     void anotherDriveTakesTheCopy()
     {
         Open(kSpellList);
-        Select("bears");
-        Choose("STICK");
-        QCOMPARE(Folder()->Path(), m_desk->folder.filePath("stick"));
+        m_desk->Select("bears");
+        m_desk->Choose("STICK");
+        QCOMPARE(m_desk->Folder()->Path(), m_desk->Stick());
         m_desk->boxes.Expect(kDone);
         m_desk->Press("cmdExport");
-        QCOMPARE(OnDisk("stick"), QStringList{ "bears" });
-        QCOMPARE(OnDisk("Home"), QStringList());
+        QCOMPARE(m_desk->OnDisk("stick"), QStringList{ "bears" });
+        QCOMPARE(m_desk->OnDisk("Home"), QStringList());
     }
 
     void atTheRootTheSeparatorIsDoubled()
     {
         Open(kSpellList);
-        Select("bears");
-        Folder()->SetPath("/");
-        QCOMPARE(Folder()->Path(), "/");
+        m_desk->Select("bears");
+        m_desk->Folder()->SetPath("/");
+        QCOMPARE(m_desk->Folder()->Path(), "/");
         // Up to the root and down again, without writing there.
         const QString below = m_desk->folder.path().mid(1) + "/Home/bears";
         m_desk->Type("txtName", below);
         m_desk->boxes.Expect(kDone);
         m_desk->Press("cmdExport");
-        QCOMPARE(OnDisk("Home"), QStringList{ "bears" });
+        QCOMPARE(m_desk->OnDisk("Home"), QStringList{ "bears" });
         m_desk->boxes.Expect("The file /\\" + below + " already exists. Do you wish to overwrite it?",
                              BoxAnswer::No);
         m_desk->Press("cmdExport");
@@ -227,69 +179,55 @@ private slots:
         QFETCH(QString, name);
         m_desk->WriteFile("Home/" + there, "older and longer than what replaces it, by far");
         Open(kSpellList);
-        Select("bears");
+        m_desk->Select("bears");
         m_desk->Type("txtName", name);
         m_desk->boxes.Expect(Overwrite(name), BoxAnswer::Yes);
         m_desk->boxes.Expect(kDone);
         m_desk->Press("cmdExport");
         QVERIFY(m_desk->boxes.All().at(0).buttons == platform::BoxButtons::YesNo);
         QVERIFY(m_desk->boxes.All().at(0).HasProgramTitle());
-        QCOMPARE(OnDisk("Home"), QStringList{ name });
-        QCOMPARE(Bytes("Home/" + name), Bytes("Lists/bears"));
+        QCOMPARE(m_desk->OnDisk("Home"), QStringList{ name });
+        QCOMPARE(m_desk->Content("Home/" + name), m_desk->Content("Lists/bears"));
     }
 
     void aNoChangesNothing()
     {
         m_desk->WriteFile("Home/bears", "old");
         Open(kSpellList);
-        Select("bears");
+        m_desk->Select("bears");
         m_desk->boxes.Expect(Overwrite("bears"), BoxAnswer::No);
         m_desk->Press("cmdExport");
-        QCOMPARE(Bytes("Home/bears"), QByteArray("old"));
+        QCOMPARE(m_desk->Content("Home/bears"), QByteArray("old"));
     }
 
-    void aRefusedNameIsTold_data()
-    {
-        QTest::addColumn<QString>("name");
-        for (const char *name : { "what?", "a*", "a:b", "\"a\"", "<a>", "a|b", "con", "NUL.txt", "a\tb" })
-            QTest::newRow(name) << QString::fromLatin1(name);
-        QTest::newRow("too long") << QString(300, 'a');
-    }
+    void aRefusedNameIsTold_data() { TransferDesk::RefusedRows(); }
     void aRefusedNameIsTold()
     {
         QFETCH(QString, name);
         Open(kSpellList);
-        Select("bears");
-        Name()->setText(name);
+        m_desk->Select("bears");
+        m_desk->Name()->setText(name);
         m_desk->boxes.Expect(kRefused);
         m_desk->Press("cmdExport");
-        QCOMPARE(OnDisk("Home"), QStringList());
+        QCOMPARE(m_desk->OnDisk("Home"), QStringList());
         QVERIFY(frmExpList::Shared().IsActive());
     }
 
-    void anyOtherFailureIsSilent_data()
-    {
-        QTest::addColumn<int>("operation");
-        QTest::addColumn<qint32>("number");
-        for (const qint32 number : { 53, 57, 61, 68, 70, 75, 76 })
-            QTest::addRow("copy %d", number) << static_cast<int>(Operation::FileCopy) << number;
-        for (const qint32 number : { 53, 70, 75 })
-            QTest::addRow("kill %d", number) << static_cast<int>(Operation::Kill) << number;
-    }
+    void anyOtherFailureIsSilent_data() { TransferDesk::FaultRows(); }
     void anyOtherFailureIsSilent()
     {
-        QFETCH(int, operation);
+        QFETCH(Operation, operation);
         QFETCH(qint32, number);
         m_desk->WriteFile("Home/bears", "old");
         Open(kSpellList);
-        Select("bears");
-        m_desk->files.Fail(static_cast<Operation>(operation), number);
+        m_desk->Select("bears");
+        m_desk->files.Fail(operation, number);
         m_desk->boxes.Expect(Overwrite("bears"), BoxAnswer::Yes);
         m_desk->Press("cmdExport");
         QCOMPARE(m_desk->files.Failed(), 1);
         // The old copy has gone with its deletion.
-        QCOMPARE(OnDisk("Home"),
-                 operation == static_cast<int>(Operation::Kill) ? QStringList{ "bears" } : QStringList());
+        QCOMPARE(m_desk->OnDisk("Home"),
+                 operation == Operation::Kill ? QStringList{ "bears" } : QStringList());
         QVERIFY(frmExpList::Shared().IsActive());
     }
 
@@ -297,70 +235,70 @@ private slots:
     {
         m_desk->WriteFile("Lists/bears", QByteArray(300'000, 'a'));
         Open(kSpellList);
-        Select("bears");
+        m_desk->Select("bears");
         {
             const FullDisk full(100'000);
             m_desk->Press("cmdExport");
         }
-        QCOMPARE(OnDisk("Home"), QStringList());
+        QCOMPARE(m_desk->OnDisk("Home"), QStringList());
     }
 
     void aFolderThatGoesIsSilent()
     {
         Open(kSpellList);
-        Select("bears");
-        Go("Documents");
-        QVERIFY(QDir(Home("/Documents")).removeRecursively());
+        m_desk->Select("bears");
+        m_desk->Go("Documents");
+        QVERIFY(QDir(m_desk->Home("/Documents")).removeRecursively());
         m_desk->Press("cmdExport");
-        QVERIFY(!QFile::exists(Home("/Documents")));
+        QVERIFY(!QFile::exists(m_desk->Home("/Documents")));
     }
 
     void aListThatGoesIsSilentAndTheOldCopyIsLost()
     {
         m_desk->WriteFile("Home/bears", "old");
         Open(kSpellList);
-        Select("bears");
+        m_desk->Select("bears");
         m_desk->boxes.Expect(Overwrite("bears"), BoxAnswer::Yes,
                              [&] { QVERIFY(QFile::remove(m_desk->folder.filePath("Lists/bears"))); });
         m_desk->Press("cmdExport");
-        QCOMPARE(OnDisk("Home"), QStringList());
+        QCOMPARE(m_desk->OnDisk("Home"), QStringList());
     }
 
     void aListOntoItselfIsLost()
     {
         Open(kSpellList);
-        Select("bears");
-        Folder()->SetPath(m_desk->folder.filePath("Lists"));
+        m_desk->Select("bears");
+        m_desk->Folder()->SetPath(m_desk->folder.filePath("Lists"));
         m_desk->boxes.Expect("The file " + m_desk->folder.filePath("Lists") +
                                  "\\bears already exists. Do you wish to overwrite it?",
                              BoxAnswer::Yes);
         m_desk->Press("cmdExport");
-        QCOMPARE(OnDisk("Lists"), QStringList{ "Ants" });
+        QCOMPARE(m_desk->OnDisk("Lists"), QStringList{ "Ants" });
     }
 
     void aDriveThatHasGoneIsToldAndAnotherOneWorks()
     {
         Open(kSpellList);
-        Go("Documents");
-        m_desk->drives.gone << m_desk->folder.filePath("stick");
-        m_desk->boxes.Expect("This drive is not accessable");
-        Choose("STICK");
-        QCOMPARE(m_desk->Find<DriveList>("Drive1")->currentText(), "STICK");
-        QCOMPARE(Folder()->Path(), Home("/Documents"));
-        Choose("Home folder");
-        QCOMPARE(Folder()->Path(), Home());
+        m_desk->Go("Documents");
+        m_desk->drives.gone << m_desk->Stick();
+        m_desk->boxes.Expect(support::kDriveGone);
+        m_desk->Choose("STICK");
+        QCOMPARE(m_desk->Drive()->currentText(), "STICK");
+        QCOMPARE(m_desk->Folder()->Path(), m_desk->Home("/Documents"));
+        m_desk->Choose("Home folder");
+        QCOMPARE(m_desk->Folder()->Path(), m_desk->Home());
         m_desk->drives.gone.clear();
-        Choose("STICK");
-        QCOMPARE(Folder()->Path(), m_desk->folder.filePath("stick"));
+        m_desk->Choose("STICK");
+        QCOMPARE(m_desk->Folder()->Path(), m_desk->Stick());
     }
 
     void aHomeThatHasGoneLeavesTheComputer()
     {
-        m_desk->drives.gone << Home();
-        m_desk->boxes.Expect("This drive is not accessable");
+        m_desk->drives.gone << m_desk->Home();
+        m_desk->boxes.Expect(support::kDriveGone);
         Open(kSpellList);
-        QCOMPARE(Folder()->Path(), "/");
-        QCOMPARE(Names(*Files()), QStringList({ "Ants", "bears" }));
+        QCOMPARE(m_desk->Folder()->Path(), "/");
+        QCOMPARE(m_desk->Names(), QStringList({ "Ants", "bears" }));
     }
 
     void aMissingListFolderIsReported()
@@ -368,93 +306,32 @@ private slots:
         QVERIFY(QDir(m_desk->folder.filePath("Lists")).removeRecursively());
         m_desk->boxes.Expect(ReportText(76));
         Open(kSpellList);
-        QCOMPARE(Folder()->Path(), Home());
+        QCOMPARE(m_desk->Folder()->Path(), m_desk->Home());
     }
 
     void enterInTheNameExports()
     {
         Open(kSpellList);
         QCOMPARE(m_desk->Focus(), "FileList");
-        QTest::keyClick(Files(), Qt::Key_Down);
-        QCOMPARE(Name()->text(), "Ants");
-        Name()->setFocus();
+        QTest::keyClick(m_desk->Files(), Qt::Key_Down);
+        QCOMPARE(m_desk->Name()->text(), "Ants");
+        m_desk->Name()->setFocus();
         m_desk->boxes.Expect(kDone);
-        QTest::keyClick(Name(), Qt::Key_Return);
+        QTest::keyClick(m_desk->Name(), Qt::Key_Return);
         m_desk->Settle();
-        QCOMPARE(OnDisk("Home"), QStringList{ "Ants" });
+        QCOMPARE(m_desk->OnDisk("Home"), QStringList{ "Ants" });
     }
 
-    void itLeadsBackAndHomeAndLetsGo()
-    {
-        frmMenu1::Shared().Load();
-        Open(kSpellList);
-        m_desk->Press("cmdHelp");
-        QCOMPARE(m_desk->help.Open().size(), 1U);
-        QCOMPARE(m_desk->help.Open().at(0).topic, "Exporting and Importing Lists.htm");
-        State().AgentControl = m_desk->agent.CreateControl();
-        m_desk->Press("cmdback");
-        QVERIFY(frmList::Shared().IsActive());
-        QVERIFY(!frmExpList::Exists());
-        QVERIFY(State().AgentControl == nullptr);
-        QVERIFY(m_desk->help.Open().empty());
-        Open(kQuizList);
-        m_desk->Press("cmdExit");
-        QVERIFY(frmMenu1::Shared().IsActive());
-        QVERIFY(!frmExpList::Exists());
-    }
+    void itLeadsBackAndHomeAndLetsGo() { m_desk->LeadsBackAndHome<frmExpList>(); }
 
 private:
-    void Open(const QString &kind)
-    {
-        frmExpList::Shared().ListType = kind;
-        frmExpList::Shared().Show();
-        m_desk->Settle();
-    }
-    QString Home(const QString &path = QString()) const { return m_desk->folder.filePath("Home") + path; }
+    void Open(const QString &kind) { m_desk->Open<frmExpList>(kind); }
     QString Overwrite(const QString &name) const
     {
-        return "The file " + Home() + "\\" + name + " already exists. Do you wish to overwrite it?";
-    }
-    FileListBox *Files() { return m_desk->Find<FileListBox>("FileList"); }
-    FolderList *Folder() { return m_desk->Find<FolderList>("Dir1"); }
-    QLineEdit *Name() { return m_desk->Find<QLineEdit>("txtName"); }
-    static QStringList Names(const QListWidget &list)
-    {
-        QStringList names;
-        for (int row = 0; row < list.count(); ++row)
-            names << list.item(row)->text();
-        return names;
-    }
-    void ClickOn(QListWidget &list, const QString &name)
-    {
-        const auto found = list.findItems(name, Qt::MatchExactly | Qt::MatchCaseSensitive);
-        QCOMPARE(found.size(), 1);
-        QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, list.visualItemRect(found[0]).center());
-        m_desk->Settle();
-    }
-    void Select(const QString &name) { ClickOn(*Files(), name); }
-    void Go(const QString &folder) { ClickOn(*Folder(), folder); }
-    // As a user does.
-    void Choose(const QString &drive)
-    {
-        auto *list = m_desk->Find<DriveList>("Drive1");
-        const int place = list->findText(drive);
-        QVERIFY(place >= 0);
-        list->setCurrentIndex(place);
-        emit list->activated(place);
-        m_desk->Settle();
-    }
-    QByteArray Bytes(const QString &path) const
-    {
-        QFile file(m_desk->folder.filePath(path));
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("no such file");
-    }
-    QStringList OnDisk(const QString &folder) const
-    {
-        return QDir(m_desk->folder.filePath(folder)).entryList(QDir::Files, QDir::Name);
+        return "The file " + m_desk->Home() + "\\" + name + " already exists. Do you wish to overwrite it?";
     }
 
-    std::optional<Desk> m_desk;
+    std::optional<TransferDesk> m_desk;
 };
 
 QTEST_MAIN(TestfrmExpList)

@@ -1,11 +1,11 @@
 #include "game/frmSpell1.h"
-#include "platform/forms/FileListBox.h"
+#include "platform/forms/FittingLabel.h"
 #include "setup/frmChooseList1.h"
 #include "setup/frmNumPlayers1.h"
 #include "setup/frmPlayerNames1.h"
 #include "shell/SharedState.h"
 #include "shell/frmMenu1.h"
-#include "support/Desk.h"
+#include "support/ListDesk.h"
 
 #include <QDir>
 #include <QLabel>
@@ -15,14 +15,14 @@
 #include <QtTest>
 
 using namespace tumblewick;
-using support::Desk;
+using support::ListDesk;
 
 // The three screens between the menu and the game.
 class TestSetUp : public QObject {
     Q_OBJECT
 
 private slots:
-    void init() { m_desk.emplace(); }
+    void init() { m_desk.emplace("File2"); }
     void cleanup()
     {
         QVERIFY(m_desk->boxes.AllAnswered());
@@ -185,7 +185,7 @@ private slots:
         WriteSomeLists();
         State().GameMode = mode;
         Show(frmChooseList1::Shared());
-        QTEST(Files(), "files");
+        QTEST(m_desk->Names(), "files");
         QTEST(m_desk->Find<QLabel>("Label1")->text(), "label");
         QCOMPARE(m_desk->Find<QLabel>("lblmsg")->text(), QString());
     }
@@ -195,10 +195,24 @@ private slots:
         WriteSomeLists();
         State().GameMode = "Spelling";
         Show(frmChooseList1::Shared());
-        Select("odd.name.txt");
+        m_desk->Select("odd.name.txt");
         QCOMPARE(m_desk->Find<QLabel>("lblmsg")->text(),
                  QString("You have selected odd.name.txt. Click Next to play."));
         QCOMPARE(m_desk->Find<QLabel>("lblmsg")->textFormat(), Qt::PlainText);
+    }
+
+    void theLongestNameLeavesTheGuidanceLegible()
+    {
+        const QString name(255, 'm');
+        m_desk->WriteSpelling(name, { "cat" });
+        State().GameMode = "Spelling";
+        Show(frmChooseList1::Shared());
+        m_desk->Select(name);
+        const auto *message = m_desk->Find<platform::FittingLabel>("lblmsg");
+        QCOMPARE(message->text(), "You have selected " + name + ". Click Next to play.");
+        const QString seen = message->ShownLines().join(' ');
+        QVERIFY2(seen.startsWith("You have selected mm"), qPrintable(seen));
+        QVERIFY2(seen.endsWith("mm. Click Next to play."), qPrintable(seen));
     }
 
     void anArrowKeySelectsTheFirstList()
@@ -206,7 +220,7 @@ private slots:
         WriteSomeLists();
         State().GameMode = "Spelling";
         Show(frmChooseList1::Shared());
-        auto *list = m_desk->Find<platform::FileListBox>("File2");
+        auto *list = m_desk->Files();
         QTest::keyClick(list, Qt::Key_Down);
         QCOMPARE(list->FileName(), QString("Animals"));
         QCOMPARE(m_desk->Find<QLabel>("lblmsg")->text(),
@@ -226,7 +240,7 @@ private slots:
         QFETCH(QString, mode);
         State().GameMode = mode;
         Show(frmChooseList1::Shared());
-        QCOMPARE(Files(), QStringList());
+        QCOMPARE(m_desk->Names(), QStringList());
         m_desk->boxes.Expect("Please choose a spelling list");
         m_desk->Press("cmdNext");
         QVERIFY(frmChooseList1::Shared().IsActive());
@@ -241,7 +255,7 @@ private slots:
             "the following information 76 Path not found\r\nWe apologise for this inconvenience");
         Show(frmChooseList1::Shared());
         QVERIFY(frmChooseList1::Shared().IsActive());
-        QCOMPARE(Files(), QStringList());
+        QCOMPARE(m_desk->Names(), QStringList());
         m_desk->boxes.Expect("Please choose a spelling list");
         m_desk->Press("cmdNext");
     }
@@ -252,7 +266,7 @@ private slots:
         State().GameMode = "Spelling";
         ChoosePlayers(1);
         EnterNames({ "Ann" });
-        Select("Animals");
+        m_desk->Select("Animals");
         m_desk->Press("cmdNext");
         QCOMPARE(State().ListName, QString("Animals"));
         QCOMPARE(State().ListPath, m_desk->folder.path() + "\\Lists\\Animals");
@@ -262,13 +276,40 @@ private slots:
             m_desk->transcript.Said().contains("Merlin: Ann, how do you spell: \\map=\"cat\"=\"*****\"\\?"));
     }
 
+    void aDoubleClickDoesWhatNextDoes()
+    {
+        m_desk->WriteSpelling("Animals", { "cat" });
+        m_desk->WriteSpelling("Birds", { "robin" });
+        State().GameMode = "Spelling";
+        ChoosePlayers(1);
+        EnterNames({ "Ann" });
+        m_desk->DoubleClick("Birds");
+        QCOMPARE(State().ListName, QString("Birds"));
+        QCOMPARE(State().ListPath, m_desk->folder.path() + "\\Lists\\Birds");
+        QVERIFY(frmSpell1::Shared().IsActive());
+        QVERIFY(!frmChooseList1::Shared().IsLoaded());
+    }
+
+    void aDoubleClickBesideTheListsDoesNothing()
+    {
+        WriteSomeLists();
+        State().GameMode = "Spelling";
+        Show(frmChooseList1::Shared());
+        auto *list = m_desk->Files();
+        const QPoint place(20, list->viewport()->height() - 5);
+        QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, place);
+        QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, place);
+        m_desk->Settle();
+        QVERIFY(frmChooseList1::Shared().IsActive());
+    }
+
     void backLeavesTheListLoadedBehindTheNames()
     {
         WriteSomeLists();
         State().GameMode = "Spelling";
         ChoosePlayers(1);
         EnterNames({ "Ann" });
-        Select("Animals");
+        m_desk->Select("Animals");
         m_desk->Press("cmdback");
         QVERIFY(frmPlayerNames1::Shared().IsActive());
         QVERIFY(frmChooseList1::Shared().IsLoaded());
@@ -276,7 +317,7 @@ private slots:
         EnterNames({ "Bob" });
         QVERIFY(frmChooseList1::Shared().IsActive());
         QCOMPARE(m_desk->Find<QLabel>("lblmsg")->text(), QString());
-        QCOMPARE(m_desk->Find<platform::FileListBox>("File2")->FileName(), QString("Animals"));
+        QCOMPARE(m_desk->Files()->FileName(), QString("Animals"));
     }
 
     void theLabelOfAQuizIsNotTakenBack()
@@ -288,7 +329,7 @@ private slots:
         m_desk->Press("cmdback");
         State().GameMode = "Spelling";
         EnterNames({ "Ann" });
-        QCOMPARE(Files(), QStringList({ "Animals", "odd.name.txt" }));
+        QCOMPARE(m_desk->Names(), QStringList({ "Animals", "odd.name.txt" }));
         // The screen has stayed loaded, and only a fresh one has its first caption.
         QCOMPARE(m_desk->Find<QLabel>("Label1")->text(), QString("Select a Quiz"));
     }
@@ -374,24 +415,8 @@ private:
         m_desk->WriteSpelling("odd.name.txt", { "dog" });
         m_desk->WriteQuiz("Space", { "Q_a_b_c_d_1_" });
     }
-    QStringList Files()
-    {
-        QStringList names;
-        const auto *list = m_desk->Find<platform::FileListBox>("File2");
-        for (int row = 0; row < list->count(); ++row)
-            names << list->item(row)->text();
-        return names;
-    }
-    void Select(const QString &file)
-    {
-        auto *list = m_desk->Find<platform::FileListBox>("File2");
-        QListWidgetItem *item = list->findItems(file, Qt::MatchExactly).value(0);
-        QVERIFY(item);
-        QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->visualItemRect(item).center());
-        m_desk->Settle();
-    }
 
-    std::optional<Desk> m_desk;
+    std::optional<ListDesk> m_desk;
 };
 
 QTEST_MAIN(TestSetUp)
