@@ -14,6 +14,7 @@
 #include "support/FakeProcess.h"
 #include "support/FakeStage.h"
 #include "support/FakeTime.h"
+#include "support/FaultyDisk.h"
 #include "support/FaultyFiles.h"
 #include "support/Transcript.h"
 
@@ -71,7 +72,8 @@ public:
     QString States(const QStringList &buttons);
 
     QTemporaryDir folder;
-    platform::DiskFiles disk;
+    FaultyDisk system;
+    platform::DiskFiles disk{ system };
     FaultyFiles files{ disk };
     FakeTime time;
     FakeProcess process{ time };

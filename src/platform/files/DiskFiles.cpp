@@ -1,6 +1,7 @@
 #include "platform/files/DiskFiles.h"
 
 #include "platform/Error.h"
+#include "platform/files/Disk.h"
 #include "platform/files/DiskPath.h"
 #include "platform/files/TextCode.h"
 
@@ -19,26 +20,39 @@ namespace {
 
 constexpr qsizetype kChunk = 64 * 1024;
 
-// An open file of the system, closed by its destruction.
+// An open file of the system, closed by its destruction. Opening does not hang on a pipe that somebody left
+// in the folder.
 class Descriptor {
 public:
-    explicit Descriptor(int number) : m_number(number) {}
+    Descriptor(Disk &disk, const DiskPath &path, int flags)
+        : m_disk(disk), m_number(disk.Open(path.native, flags | O_CLOEXEC | O_NONBLOCK))
+    {
+    }
     ~Descriptor() { Close(); }
-    Descriptor(Descriptor &&other) noexcept : m_number(std::exchange(other.m_number, -1)) {}
+    Descriptor(Descriptor &&other) noexcept
+        : m_disk(other.m_disk), m_number(std::exchange(other.m_number, -1))
+    {
+    }
     Descriptor(const Descriptor &) = delete;
     Descriptor &operator=(const Descriptor &) = delete;
     Descriptor &operator=(Descriptor &&) = delete;
 
-    int Number() const { return m_number; }
     bool IsOpen() const { return m_number >= 0; }
     // The errno of the failure, or 0. A file system may report a full disk only here.
     int Close()
     {
         const int number = std::exchange(m_number, -1);
-        return number >= 0 && close(number) != 0 ? errno : 0;
+        return number >= 0 && m_disk.Close(number) != 0 ? errno : 0;
     }
 
+    bool Look(struct stat &status) const { return m_disk.StatusOf(m_number, status) == 0; }
+    int Lock(int how) const { return m_disk.Lock(m_number, how); }
+    int Empty() const { return m_disk.Truncate(m_number); }
+    qint64 Read(char *bytes, qint64 most) const { return m_disk.Read(m_number, bytes, most); }
+    qint64 Write(QByteArrayView bytes) const { return m_disk.Write(m_number, bytes.data(), bytes.size()); }
+
 private:
+    Disk &m_disk;
     int m_number;
 };
 
@@ -47,22 +61,22 @@ int ReadChunk(const Descriptor &file, QByteArray &bytes)
 {
     const qsizetype before = bytes.size();
     bytes.resize(before + kChunk);
-    ssize_t count = 0;
+    qint64 count = 0;
     do {
-        count = read(file.Number(), bytes.data() + before, kChunk);
+        count = file.Read(bytes.data() + before, kChunk);
     } while (count < 0 && errno == EINTR);
     const int error = count < 0 ? errno : 0;
-    bytes.resize(before + std::max<ssize_t>(count, 0));
+    bytes.resize(before + std::max<qint64>(count, 0));
     return error;
 }
 
 int WriteAll(const Descriptor &file, QByteArrayView bytes)
 {
     while (!bytes.isEmpty()) {
-        const ssize_t count = write(file.Number(), bytes.data(), static_cast<size_t>(bytes.size()));
+        const qint64 count = file.Write(bytes);
         if (count < 0 && errno != EINTR)
             return errno;
-        bytes = bytes.sliced(std::max<ssize_t>(count, 0));
+        bytes = bytes.sliced(std::max<qint64>(count, 0));
     }
     return 0;
 }
@@ -94,38 +108,35 @@ void WaitForTheOther(const Descriptor &file, int lock)
     constexpr int kAttempts = 250;
     constexpr useconds_t kPause = 4000; // microseconds
     for (int attempt = 0; attempt < kAttempts; ++attempt) {
-        if (flock(file.Number(), lock | LOCK_NB) == 0 || errno != EWOULDBLOCK)
+        if (file.Lock(lock | LOCK_NB) == 0 || errno != EWOULDBLOCK)
             return;
         usleep(kPause);
     }
 }
 
-Descriptor OpenToRead(const DiskPath &path)
+Descriptor OpenToRead(Disk &disk, const DiskPath &path)
 {
     CheckPath(path, true);
-    // Not to hang on a pipe that somebody left in the folder.
-    Descriptor file(open(path.native.constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    Descriptor file(disk, path, O_RDONLY);
     if (!file.IsOpen())
         throw Error(NumberOfErrno(errno));
     struct stat status {};
-    if (fstat(file.Number(), &status) != 0 || !S_ISREG(status.st_mode))
+    if (!file.Look(status) || !S_ISREG(status.st_mode))
         throw Error(kPathFileAccess);
     WaitForTheOther(file, LOCK_SH);
     return file;
 }
 
-Descriptor OpenToWrite(const DiskPath &path, FileWriting how, bool create)
+Descriptor OpenToWrite(Disk &disk, const DiskPath &path, FileWriting how, bool create)
 {
     CheckPath(path, !create);
     const bool isAppended = how == FileWriting::Append;
-    const int flags =
-        O_WRONLY | O_CLOEXEC | O_NONBLOCK | (create ? O_CREAT : 0) | (isAppended ? O_APPEND : 0);
-    Descriptor file(open(path.native.constData(), flags, 0666));
+    Descriptor file(disk, path, O_WRONLY | (create ? O_CREAT : 0) | (isAppended ? O_APPEND : 0));
     if (!file.IsOpen())
         throw Error(NumberOfErrno(errno));
     WaitForTheOther(file, LOCK_EX);
     // A device has no length to take away.
-    if (!isAppended && ftruncate(file.Number(), 0) != 0 && errno != EINVAL)
+    if (!isAppended && file.Empty() != 0 && errno != EINVAL)
         throw Error(NumberOfErrno(errno));
     return file;
 }
@@ -136,7 +147,7 @@ public:
     {
         Fill();
         // What is read is not changed any more; a long list may be read all through a game.
-        flock(m_file.Number(), LOCK_UN);
+        m_file.Lock(LOCK_UN);
         // Nobody asked for the mark that some other program put there.
         if (m_buffer.startsWith("\xEF\xBB\xBF"))
             m_at = 3;
@@ -276,27 +287,27 @@ private:
     QByteArray m_bytes;
 };
 
-bool IsRegularFile(const DiskPath &path)
+bool IsRegularFile(Disk &disk, const DiskPath &path)
 {
     struct stat status {};
-    return stat(path.native.constData(), &status) == 0 && S_ISREG(status.st_mode);
+    return disk.Status(path.native, status) == 0 && S_ISREG(status.st_mode);
 }
 
-bool IsSameFile(const Descriptor &file, const DiskPath &path)
+bool IsSameFile(Disk &disk, const Descriptor &file, const DiskPath &path)
 {
     struct stat first {};
     struct stat second {};
-    return fstat(file.Number(), &first) == 0 && stat(path.native.constData(), &second) == 0 &&
-           first.st_dev == second.st_dev && first.st_ino == second.st_ino;
+    return file.Look(first) && disk.Status(path.native, second) == 0 && first.st_dev == second.st_dev &&
+           first.st_ino == second.st_ino;
 }
 
-QStringList SortedEntries(const QString &folder, EntryKind kind)
+QStringList SortedEntries(Disk &disk, const QString &folder, EntryKind kind)
 {
-    const DiskPath place(folder);
+    const DiskPath place(folder, disk);
     if (!place.exists || !place.isFolder)
         throw Error(kPathNotFound);
     int error = 0;
-    QStringList names = FolderEntries(place.native, kind, error);
+    QStringList names = FolderEntries(disk, place.native, kind, error);
     if (error != 0)
         throw Error(kPathFileAccess);
     std::sort(names.begin(), names.end(), [](const QString &left, const QString &right) {
@@ -350,64 +361,66 @@ qint32 NumberOfErrno(int error)
     }
 }
 
+DiskFiles::DiskFiles() : DiskFiles(SystemDisk()) {}
+
 bool DiskFiles::FileExists(const QString &path) const
 {
-    const DiskPath place(path);
+    const DiskPath place(path, m_disk);
     return place.exists && !place.isFolder && !place.isRefused && !place.namesNoFile;
 }
 
 bool DiskFiles::FolderExists(const QString &path) const
 {
-    const DiskPath place(path);
+    const DiskPath place(path, m_disk);
     return place.exists && place.isFolder;
 }
 
 QString DiskFiles::Resolve(const QString &path) const
 {
-    const DiskPath place(path);
+    const DiskPath place(path, m_disk);
     return place.exists ? place.Text() : path;
 }
 
 QStringList DiskFiles::FileNames(const QString &folder) const
 {
-    return SortedEntries(folder, EntryKind::File);
+    return SortedEntries(m_disk, folder, EntryKind::File);
 }
 
 QStringList DiskFiles::FolderNames(const QString &folder) const
 {
-    return SortedEntries(folder, EntryKind::Folder);
+    return SortedEntries(m_disk, folder, EntryKind::Folder);
 }
 
 std::unique_ptr<TextReader> DiskFiles::OpenForReading(const QString &path)
 {
-    return std::make_unique<DiskReader>(OpenToRead(DiskPath(path)));
+    return std::make_unique<DiskReader>(OpenToRead(m_disk, DiskPath(path, m_disk)));
 }
 
 std::unique_ptr<TextWriter> DiskFiles::OpenForWriting(const QString &path, FileWriting how, bool create)
 {
-    return std::make_unique<DiskWriter>(OpenToWrite(DiskPath(path), how, create));
+    return std::make_unique<DiskWriter>(OpenToWrite(m_disk, DiskPath(path, m_disk), how, create));
 }
 
 void DiskFiles::Kill(const QString &path)
 {
-    const DiskPath place(path);
+    const DiskPath place(path, m_disk);
     CheckPath(place, true);
-    if (unlink(place.native.constData()) != 0)
+    if (m_disk.Unlink(place.native) != 0)
         throw Error(NumberOfErrno(errno));
 }
 
 void DiskFiles::FileCopy(const QString &from, const QString &to)
 {
-    const DiskPath source(from);
-    const DiskPath target(to);
+    const DiskPath source(from, m_disk);
+    const DiskPath target(to, m_disk);
     if (source.isRefused || target.isRefused)
         throw Error(kBadFileName);
-    const Descriptor reader = OpenToRead(source);
+    const Descriptor reader = OpenToRead(m_disk, source);
     CheckPath(target, false);
     // Opening it for writing would empty it.
-    if (IsSameFile(reader, target))
+    if (IsSameFile(m_disk, reader, target))
         throw Error(kPermissionDenied);
-    Descriptor writer = OpenToWrite(target, FileWriting::Replace, true);
+    Descriptor writer = OpenToWrite(m_disk, target, FileWriting::Replace, true);
     int error = 0;
     QByteArray bytes;
     do {
@@ -421,8 +434,8 @@ void DiskFiles::FileCopy(const QString &from, const QString &to)
         error = closing;
     if (error != 0) {
         // Half a list is worse than none.
-        if (IsRegularFile(target))
-            unlink(target.native.constData());
+        if (IsRegularFile(m_disk, target))
+            m_disk.Unlink(target.native);
         CheckStream(error);
     }
 }

@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cerrno>
 #include <vector>
 
 #include <dirent.h>
@@ -14,60 +13,35 @@ namespace platform {
 
 namespace {
 
-struct Entry {
-    QByteArray bytes;
-    QString text;
-    unsigned char type; // DT_UNKNOWN, or DT_LNK, when only a closer look would tell
-};
-
-std::vector<Entry> ReadFolder(const QByteArray &folder, int &error)
+// A name that is not UTF-8 comes from a foreign disk and is read like a line of text.
+QString TextOf(const Disk::Entry &entry)
 {
-    std::vector<Entry> entries;
-    error = 0;
-    DIR *stream = opendir(folder.constData());
-    if (!stream) {
-        error = errno;
-        return entries;
-    }
-    while (true) {
-        errno = 0;
-        const dirent *entry = readdir(stream);
-        if (!entry) {
-            error = errno;
-            break;
-        }
-        const QByteArray bytes(entry->d_name);
-        if (bytes != "." && bytes != "..")
-            // A name that is not UTF-8 comes from a foreign disk and is read like a line of text.
-            entries.push_back({ bytes, DecodedLine(bytes), entry->d_type });
-    }
-    closedir(stream);
-    return entries;
+    return DecodedLine(entry.name);
 }
 
 // The name in `folder` that `name` stands for: in any letter case, the first in order when there are several.
-QByteArray Matching(const QByteArray &folder, const QString &name)
+QByteArray Matching(Disk &disk, const QByteArray &folder, const QString &name)
 {
     int error = 0;
     const QString wanted = name.normalized(QString::NormalizationForm_C);
-    const Entry *best = nullptr;
-    const std::vector<Entry> entries = ReadFolder(folder, error);
-    for (const Entry &entry : entries) {
-        const QString text = entry.text.normalized(QString::NormalizationForm_C);
-        if (text.compare(wanted, Qt::CaseInsensitive) != 0)
+    const Disk::Entry *best = nullptr;
+    const std::vector<Disk::Entry> entries = disk.Entries(folder, error);
+    for (const Disk::Entry &entry : entries) {
+        const QString text = TextOf(entry);
+        if (text.normalized(QString::NormalizationForm_C).compare(wanted, Qt::CaseInsensitive) != 0)
             continue;
-        if (entry.text == name)
-            return entry.bytes;
-        if (!best || entry.bytes < best->bytes)
+        if (text == name)
+            return entry.name;
+        if (!best || entry.name < best->name)
             best = &entry;
     }
-    return best ? best->bytes : QByteArray();
+    return best ? best->name : QByteArray();
 }
 
-bool Look(const QByteArray &path, bool &isFolder)
+bool Look(Disk &disk, const QByteArray &path, bool &isFolder)
 {
     struct stat status {};
-    if (stat(path.constData(), &status) != 0)
+    if (disk.Status(path, status) != 0)
         return false;
     isFolder = S_ISDIR(status.st_mode);
     return true;
@@ -93,27 +67,27 @@ bool IsRefusedName(const QString &name)
            stem[3] >= QLatin1Char('1') && stem[3] <= QLatin1Char('9');
 }
 
-QStringList FolderEntries(const QByteArray &folder, EntryKind kind, int &error)
+QStringList FolderEntries(Disk &disk, const QByteArray &folder, EntryKind kind, int &error)
 {
     const bool wantsFolders = kind == EntryKind::Folder;
     QStringList names;
-    for (const Entry &entry : ReadFolder(folder, error)) {
-        if (entry.bytes.startsWith('.'))
+    for (const Disk::Entry &entry : disk.Entries(folder, error)) {
+        if (entry.name.startsWith('.'))
             continue;
         // A look at each of thousands of files takes its time, on a network above all.
         bool isWanted = entry.type == (wantsFolders ? DT_DIR : DT_REG);
         if (entry.type == DT_UNKNOWN || entry.type == DT_LNK) {
             struct stat status {};
-            isWanted = stat((folder + '/' + entry.bytes).constData(), &status) == 0 &&
+            isWanted = disk.Status(folder + '/' + entry.name, status) == 0 &&
                        (wantsFolders ? S_ISDIR(status.st_mode) : S_ISREG(status.st_mode));
         }
         if (isWanted)
-            names << entry.text;
+            names << TextOf(entry);
     }
     return names;
 }
 
-DiskPath::DiskPath(const QString &path)
+DiskPath::DiskPath(const QString &path, Disk &disk)
 {
     QString slashed = path;
     slashed.replace(QLatin1Char('\\'), QLatin1Char('/'));
@@ -128,12 +102,12 @@ DiskPath::DiskPath(const QString &path)
         const QByteArray folder = native.isEmpty() ? QByteArrayLiteral(".") : native;
         const QByteArray start = native.isEmpty() || native.endsWith('/') ? native : native + '/';
         native = start + component.toUtf8();
-        exists = folderExists && !component.contains(QChar(0)) && Look(native, isFolder);
+        exists = folderExists && !component.contains(QChar(0)) && Look(disk, native, isFolder);
         if (folderExists && !exists) {
-            const QByteArray match = Matching(folder, component);
+            const QByteArray match = Matching(disk, folder, component);
             if (!match.isEmpty()) {
                 native = start + match;
-                exists = Look(native, isFolder);
+                exists = Look(disk, native, isFolder);
             }
         }
         isFolder = exists && isFolder;

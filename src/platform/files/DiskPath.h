@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/files/Disk.h"
+
 #include <QByteArray>
 #include <QString>
 #include <QStringList>
@@ -14,12 +16,12 @@ enum class EntryKind { File, Folder };
 
 // The names of the files, or of the folders, in a folder as text, hidden ones left out, in no order. `error`
 // receives the errno of the failure when the folder cannot be read, or 0.
-QStringList FolderEntries(const QByteArray &folder, EntryKind kind, int &error);
+QStringList FolderEntries(Disk &disk, const QByteArray &folder, EntryKind kind, int &error);
 
 // Where a path leads on the disk.
 struct DiskPath {
     // Follows `path` component by component, each in any letter case when it is not there exactly as written.
-    explicit DiskPath(const QString &path);
+    explicit DiskPath(const QString &path, Disk &disk = SystemDisk());
     QString Text() const; // the native path
 
     QByteArray native;         // with the letter case of the disk as far as it is there, then as written

@@ -38,7 +38,7 @@ void MountedDrives::CheckReady(const QString &path) const
     const DiskPath place(path);
     int error = 0;
     if (isMounted && place.isFolder)
-        FolderEntries(place.native, EntryKind::Folder, error);
+        FolderEntries(SystemDisk(), place.native, EntryKind::Folder, error);
     // Somebody else's volume is there, though it cannot be looked into.
     if (!isMounted || !place.isFolder || (error != 0 && error != EACCES && error != EPERM))
         throw Error(kDeviceUnavailable);
