@@ -172,7 +172,7 @@ private slots:
     {
         CharacterData data = *Chosen();
         for (Part &part : data.parts) {
-            for (const char *loose : { "star_", "spark", "confetti_", "fluff_", "lamp" }) {
+            for (const char *loose : { "star_", "spark", "confetti_", "fluff_", "lamp", "cord" }) {
                 if (!part.name.startsWith(QLatin1String(loose)))
                     continue;
                 for (Variant &variant : part.variants)
@@ -180,36 +180,38 @@ private slots:
             }
         }
         const auto character = std::make_shared<const CharacterData>(std::move(data));
+        // Drawn at half the size, so that what lies beyond the frame is seen too.
+        const Affine half{ 0.5, 0, 0, 0.5, kDrawingSize / 4, kDrawingSize / 4 };
+        constexpr int kPixels = 256;
+        const QRect frame(kPixels / 4, kPixels / 4, kPixels / 2, kPixels / 2);
         Puppet puppet(character);
-        puppet.SetSize(QSize(128, 128));
+        puppet.SetSize(QSize(kPixels, kPixels));
         QStringList faults;
         for (const auto &[key, motion] : character->motions) {
             if (key == "show" || key == "hide" || key.startsWith("move"))
                 continue;
             MotionPlayer player(character);
             player.PlayAtOnce(motion);
-            for (double time = 0; time < motion.length + 1; time += 2 * kFrame) {
-                player.Advance(2 * kFrame);
-                puppet.Draw(player.Shown(), player.Frames());
-                const QImage &image = puppet.Image();
-                int above = 0, left = 0, right = 0;
-                for (int along = 0; along < image.width(); ++along) {
-                    above += qAlpha(image.pixel(along, 0)) > kOpaque;
-                    left += qAlpha(image.pixel(0, along)) > kOpaque;
-                    right += qAlpha(image.pixel(image.width() - 1, along)) > kOpaque;
-                }
-                if (above + left + right < 3)
+            for (double time = 0; time < motion.length + 1; time += 3 * kFrame) {
+                player.Advance(3 * kFrame);
+                std::vector<PartFrame> frames = player.Frames();
+                for (PartFrame &part : frames)
+                    part.place = half.Over(part.place);
+                puppet.Draw(player.Shown(), frames);
+                const QRect seen = OpaqueArea(puppet.Image());
+                if (frame.contains(seen))
                     continue;
-                faults += QStringLiteral("%1 at %2 s: %3 above, %4 left, %5 right")
+                faults += QStringLiteral("%1 at %2 s: %3 above, %4 left, %5 right, %6 below")
                               .arg(motion.name)
                               .arg(time, 0, 'f', 2)
-                              .arg(above)
-                              .arg(left)
-                              .arg(right);
+                              .arg(2 * (frame.top() - seen.top()))
+                              .arg(2 * (frame.left() - seen.left()))
+                              .arg(2 * (seen.right() - frame.right()))
+                              .arg(2 * (seen.bottom() - frame.bottom()));
                 break;
             }
         }
-        // Pixels of the edge that are painted.
+        // Units beyond the edges.
         QVERIFY2(faults.isEmpty(), qPrintable(faults.join(QStringLiteral("; "))));
     }
 
@@ -250,6 +252,22 @@ private slots:
     }
 
 private:
+    static QRect OpaqueArea(const QImage &image)
+    {
+        int left = image.width(), right = -1, top = image.height(), bottom = -1;
+        for (int y = 0; y < image.height(); ++y) {
+            const auto *line = reinterpret_cast<const QRgb *>(image.constScanLine(y));
+            for (int x = 0; x < image.width(); ++x) {
+                if (qAlpha(line[x]) <= kOpaque)
+                    continue;
+                left = std::min(left, x);
+                right = std::max(right, x);
+                top = std::min(top, y);
+                bottom = y;
+            }
+        }
+        return QRect(QPoint(left, top), QPoint(right, bottom));
+    }
     void EachCharacter()
     {
         QTest::addColumn<QString>("name");

@@ -15,6 +15,7 @@ namespace {
 const QDir kCharacters(QStringLiteral(CHARACTERS_FOLDER));
 const QString kSounds = QStringLiteral(SOUNDS_FOLDER);
 constexpr double kFrame = 1.0 / 60;
+constexpr int kCoarsePixels = 128;
 
 // What all three can do, and whether they can speak in its last pose.
 struct Expected {
@@ -325,6 +326,36 @@ private slots:
                     }
                 }
             }
+        }
+    }
+
+    void posesThatAreHeldLookDifferent()
+    {
+        // So many pixels of the frame; beard, mist and tail alone change a few hundred.
+        constexpr int kTellsApart = kCoarsePixels * kCoarsePixels / 11;
+        for (const auto &character : m_characters) {
+            Puppet puppet(character);
+            puppet.SetSize(QSize(kCoarsePixels, kCoarsePixels));
+            std::vector<std::pair<QString, QImage>> poses;
+            QStringList alike;
+            for (const auto &[key, motion] : character->motions) {
+                // A motion that goes on with another ends in its pose.
+                if (motion.comesBack == Motion::Return::None || motion.loop || key.endsWith("continued") ||
+                    key.endsWith("blink"))
+                    continue;
+                MotionPlayer player(character);
+                player.PlayAtOnce(motion);
+                Run(player, motion.aloft ? motion.length - kFrame : motion.length + 2);
+                puppet.Draw(player.Shown(), player.Frames());
+                for (const auto &[name, image] : poses) {
+                    if (Difference(image, puppet.Image()) < kTellsApart)
+                        alike << name + QStringLiteral(" and ") + motion.name + ' ' +
+                                     QString::number(Difference(image, puppet.Image()));
+                }
+                poses.emplace_back(motion.name, puppet.Image().copy());
+            }
+            QVERIFY2(poses.size() > 25, qPrintable(character->name));
+            QVERIFY2(alike.isEmpty(), qPrintable(character->name + ' ' + alike.join(QStringLiteral(", "))));
         }
     }
 
