@@ -109,15 +109,26 @@ QStringList Heard(const std::vector<QByteArray> &recordings, const QString &dict
     WriteTo(place.filePath(QStringLiteral("grammar")), GrammarOf(WordsOf(dictionary)));
     // One listener hears them all: what he takes for the middle of voice and room goes on from word to word,
     // as from a microphone. Left to begin anew with every recording, he would take it from a single short
-    // word.
-    QStringList arguments{ "-adcin",  "yes",
-                           "-cmn",    "live",
-                           "-cepext", ".raw",
-                           "-cepdir", folder.path(),
-                           "-ctl",    place.filePath(QStringLiteral("names")),
-                           "-dict",   dictionary,
-                           "-jsgf",   place.filePath(QStringLiteral("grammar")),
-                           "-hyp",    place.filePath(QStringLiteral("heard")) };
+    // word. The recordings are cut to the word already; left to look for the speech itself, this program ends
+    // a long word at its first soft sound.
+    QStringList arguments{ "-adcin",
+                           "yes",
+                           "-cmn",
+                           "live",
+                           "-remove_silence",
+                           "no",
+                           "-cepext",
+                           ".raw",
+                           "-cepdir",
+                           folder.path(),
+                           "-ctl",
+                           place.filePath(QStringLiteral("names")),
+                           "-dict",
+                           dictionary,
+                           "-jsgf",
+                           place.filePath(QStringLiteral("grammar")),
+                           "-hyp",
+                           place.filePath(QStringLiteral("heard")) };
     if (warp != 1)
         arguments << QStringLiteral("-warp_type") << QStringLiteral("inverse_linear")
                   << QStringLiteral("-warp_params") << QString::number(warp);
