@@ -28,10 +28,15 @@ public:
     {
         return m_screen.contains(place) && !place.intersects(m_owner.face);
     }
-    bool LeavesOthersFree(const QRect &place) const
+    // How good it is to stand there; a greater reason outweighs all the lesser ones.
+    int Worth(const BalloonPlace &place, std::optional<BalloonPlace::Side> kept) const
     {
-        return std::none_of(m_owner.others.begin(), m_owner.others.end(),
-                            [&place](const QRect &face) { return place.intersects(face); });
+        // A button that stays free is not worth a balloon before the belly.
+        const bool beforeBelly =
+            place.side == BalloonPlace::Side::Below && place.bubble.intersects(m_owner.body);
+        const bool reachable = IsFree(place.bubble, m_owner.controls) && !beforeBelly;
+        return 1 + (place.side == kept ? 4 : 0) + (IsFree(place.bubble, m_owner.others) ? 2 : 0) +
+               (reachable ? 1 : 0);
     }
     // Moved into the screen by as little as need be.
     QRect Inside(const QRect &place) const
@@ -42,6 +47,11 @@ public:
     }
 
 private:
+    static bool IsFree(const QRect &place, const std::vector<QRect> &of)
+    {
+        return std::none_of(of.begin(), of.end(),
+                            [&place](const QRect &area) { return place.intersects(area); });
+    }
     QRect At(int left, int top) const { return QRect(QPoint(left, top), m_size); }
     int MiddleX() const
     {
@@ -109,7 +119,7 @@ BalloonPlace PlaceBalloon(QSize bubble, const BalloonOwner &owner, const QRect &
     for (const BalloonPlace &place : candidates) {
         if (!places.IsGood(place.bubble))
             continue;
-        const int worth = 1 + (places.LeavesOthersFree(place.bubble) ? 1 : 0) + (place.side == kept ? 2 : 0);
+        const int worth = places.Worth(place, kept);
         if (worth > bestWorth) {
             best = &place;
             bestWorth = worth;

@@ -17,18 +17,20 @@ struct BalloonPlace {
 
 // What a balloon belongs to, in screen units.
 struct BalloonOwner {
-    QRect body;                // where the figure is seen at rest
-    QRect face;                // not to be covered
-    QPoint mouth;              // what the tail points to
-    std::vector<QRect> others; // faces of other figures, better left free
+    QRect body;                  // where the figure is seen at rest
+    QRect face;                  // not to be covered
+    QPoint mouth;                // what the tail points to
+    std::vector<QRect> others;   // faces of other figures, better left free
+    std::vector<QRect> controls; // what the user may want to press meanwhile, left free if that costs no face
 };
 
 // Room between bubble and figure, for the tail.
 constexpr int kBalloonGap = 16;
 
 // The place of a bubble of that size: above the figure when there is room, else above its face, beside it or
-// below it; on the side `kept` as long as that is possible. The bubble is always within `screen`, and off the
-// face whenever any place of the screen allows it. Pure.
+// below it; on the side `kept` as long as that is possible, otherwise where it leaves free the faces of
+// others and then the controls. The bubble is always within `screen`, and off the face whenever any place of
+// the screen allows it. Pure.
 BalloonPlace PlaceBalloon(QSize bubble, const BalloonOwner &owner, const QRect &screen,
                           std::optional<BalloonPlace::Side> kept = std::nullopt);
 

@@ -1,6 +1,9 @@
 #include "platform/agent/BalloonWindow.h"
 
-#include <QGuiApplication>
+#include <QAbstractButton>
+#include <QAbstractItemView>
+#include <QApplication>
+#include <QLineEdit>
 #include <QPainter>
 #include <QPainterPath>
 #include <QScreen>
@@ -31,6 +34,27 @@ QFont BalloonFont(int size)
     return font;
 }
 
+// All balloons of the program, so that one may take the place of another that has had its say.
+std::vector<BalloonWindow *> g_balloons;
+
+// What the user can press, type into or choose from at this moment.
+std::vector<QRect> LiveControls()
+{
+    std::vector<QRect> controls;
+    for (const QWidget *window : QApplication::topLevelWidgets()) {
+        if (!window->isVisible() || window->windowType() == Qt::ToolTip)
+            continue;
+        for (const QWidget *control : window->findChildren<QWidget *>()) {
+            const bool used = qobject_cast<const QAbstractButton *>(control) ||
+                              qobject_cast<const QLineEdit *>(control) ||
+                              qobject_cast<const QAbstractItemView *>(control);
+            if (used && control->isVisible() && control->isEnabled())
+                controls.emplace_back(control->mapToGlobal(QPoint(0, 0)), control->size());
+        }
+    }
+    return controls;
+}
+
 QRect ScreenOf(const QPoint &point)
 {
     std::vector<QRect> screens;
@@ -49,6 +73,12 @@ BalloonText BalloonWindow::EmptyText() const
 BalloonWindow::BalloonWindow() : m_text(BalloonFont(kUsualTypeSize))
 {
     setFont(BalloonFont(kUsualTypeSize));
+    g_balloons.push_back(this);
+}
+
+BalloonWindow::~BalloonWindow()
+{
+    g_balloons.erase(std::remove(g_balloons.begin(), g_balloons.end(), this), g_balloons.end());
 }
 
 void BalloonWindow::SetTypeSize(int size)
@@ -81,17 +111,24 @@ void BalloonWindow::Begin(const BalloonText &whole)
 {
     m_text.Clear();
     m_coming = whole.Whole();
+    m_givesWay = false;
+    // Those of the moment when it begins: it is not to jump when a button comes alive behind it.
+    m_controls = LiveControls();
+    m_owner.controls = m_controls;
     LayOut();
 }
 
 void BalloonWindow::Append(const QString &piece, bool joined)
 {
+    const bool begins = m_text.Lines().isEmpty();
     m_text.Append(piece, joined);
     if (m_text.Lines().isEmpty())
         return;
     setAccessibleName(m_text.Whole());
     Place();
     Render();
+    if (begins)
+        TakePlaceOfOthers();
     if (!isVisible()) {
         BringToFront();
         show();
@@ -99,9 +136,18 @@ void BalloonWindow::Append(const QString &piece, bool joined)
     update();
 }
 
+void BalloonWindow::TakePlaceOfOthers()
+{
+    for (BalloonWindow *other : g_balloons) {
+        if (other != this && other->m_givesWay && other->m_bubble.intersects(m_bubble))
+            other->Empty();
+    }
+}
+
 void BalloonWindow::Follow(const BalloonOwner &owner)
 {
     m_owner = owner;
+    m_owner.controls = m_controls;
     if (!isVisible())
         return;
     const QRect before = m_bubble;

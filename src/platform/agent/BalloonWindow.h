@@ -13,6 +13,7 @@ class BalloonWindow : public StageWindow {
 
 public:
     BalloonWindow();
+    ~BalloonWindow() override;
 
     // Makes room for `whole`, which is going to come. A hidden balloon stays hidden, and one that is seen
     // keeps its old words, until the first words come.
@@ -22,6 +23,8 @@ public:
     // The figure is there now. A balloon that is seen keeps to its side of the figure as long as it can.
     void Follow(const BalloonOwner &owner);
     void Empty();
+    // All has been said: from now on the balloon goes as soon as another one needs its place.
+    void GiveWay() { m_givesWay = true; }
 
     // The height of the type, in units. A balloon that is seen is laid out anew.
     void SetTypeSize(int size);
@@ -42,12 +45,15 @@ private:
     void Render();
 
     void LayOut();
+    void TakePlaceOfOthers();
 
     QString m_coming; // the whole text
     BalloonText m_text;
     double m_textWidth = 0;
     qsizetype m_mostLines = 1;
     BalloonOwner m_owner;
+    std::vector<QRect> m_controls;
+    bool m_givesWay = false;
     QRect m_bubble;
     BalloonPlace::Side m_side = BalloonPlace::Side::Above;
     bool m_hasSide = false;

@@ -230,6 +230,7 @@ void FigureSpeech::End(qint32 number)
     if (number != 0) {
         HideBalloon();
     } else if (BalloonVisible()) {
+        m_balloon->GiveWay();
         m_hide = m_events.After(kBalloonStays, [this] {
             if (m_balloon)
                 m_balloon->Empty();

@@ -144,7 +144,7 @@ void PuppetFigure::FollowWithBalloon()
         if (figure != this && figure->m_visible)
             others.push_back(figure->Face());
     }
-    m_speech.MoveBalloon({ ToScreen(m_seenAtRest), Face(), mouth, std::move(others) });
+    m_speech.MoveBalloon({ ToScreen(m_seenAtRest), Face(), mouth, std::move(others), {} });
 }
 
 void PuppetFigure::Appear()

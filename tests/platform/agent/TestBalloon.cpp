@@ -3,6 +3,7 @@
 #include "platform/agent/BalloonWindow.h"
 
 #include <QGuiApplication>
+#include <QPushButton>
 #include <QScreen>
 #include <QtTest>
 
@@ -13,7 +14,9 @@ namespace {
 // A figure of 256 units whose frame stands there.
 BalloonOwner OwnerAt(int x, int y)
 {
-    return { QRect(x + 30, y + 10, 196, 244), QRect(x + 84, y + 62, 88, 84), QPoint(x + 128, y + 124), {} };
+    return {
+        QRect(x + 30, y + 10, 196, 244), QRect(x + 84, y + 62, 88, 84), QPoint(x + 128, y + 124), {}, {}
+    };
 }
 
 } // namespace
@@ -103,6 +106,72 @@ private slots:
         // Where there is none, the owner's own face counts.
         owner.others = { screen };
         QCOMPARE(int(PlaceBalloon(bubble, owner, screen).side), int(Side::Right));
+    }
+
+    void controlsAreLeftFreeWhenThatCostsNoFace()
+    {
+        using Side = BalloonPlace::Side;
+        const QRect screen(0, 0, 800, 600);
+        const QSize bubble(300, 120);
+        BalloonOwner owner = OwnerAt(500, 320);
+        QCOMPARE(int(PlaceBalloon(bubble, owner, screen).side), int(Side::Above));
+        owner.controls = { QRect(564, 220, 228, 40), QRect(564, 280, 228, 40) };
+        QCOMPARE(int(PlaceBalloon(bubble, owner, screen).side), int(Side::Left));
+        // Somebody else's face counts for more, and so does the side where the balloon stands already.
+        owner.others = { OwnerAt(240, 320).face };
+        QCOMPARE(int(PlaceBalloon(bubble, owner, screen).side), int(Side::Above));
+        owner.others.clear();
+        QCOMPARE(int(PlaceBalloon(bubble, owner, screen, Side::Above).side), int(Side::Above));
+    }
+
+    void liveControlsOfTheProgramAreLeftFree()
+    {
+        QWidget form;
+        form.setGeometry(0, 0, 800, 600);
+        QPushButton button(QStringLiteral("Play"), &form);
+        button.setGeometry(420, 120, 200, 60);
+        form.show();
+        const QRect place(button.mapToGlobal(QPoint(0, 0)), button.size());
+        for (const bool live : { true, false }) {
+            button.setEnabled(live);
+            BalloonWindow balloon;
+            balloon.Follow(OwnerAt(400, 200));
+            BalloonText whole = balloon.EmptyText();
+            whole.Append(QStringLiteral("When Genie and Peedy arrive we'll be ready"), false);
+            balloon.Begin(whole);
+            balloon.Append(whole.Whole(), false);
+            QCOMPARE(balloon.Bubble().intersects(place), !live);
+            const QRect before = balloon.Bubble();
+            button.setEnabled(true);
+            balloon.Follow(OwnerAt(400, 200));
+            QCOMPARE(balloon.Bubble(), before);
+        }
+    }
+
+    void whatHasBeenSaidGivesWayToWhatIsSaid()
+    {
+        const auto say = [](BalloonWindow &balloon, const QPoint &at) {
+            balloon.Follow(OwnerAt(at.x(), at.y()));
+            BalloonText whole = balloon.EmptyText();
+            whole.Append(QStringLiteral("Ann, you scored 1 out of 1."), false);
+            balloon.Begin(whole);
+            balloon.Append(whole.Whole(), false);
+        };
+        BalloonWindow merlin, genie, peedy;
+        say(merlin, { 10, 300 });
+        say(genie, { 130, 300 });
+        QVERIFY(merlin.Bubble().intersects(genie.Bubble()));
+        // Who is still speaking is not silenced.
+        QVERIFY(merlin.isVisible());
+        merlin.GiveWay();
+        genie.GiveWay();
+        say(peedy, { 500, 300 });
+        QVERIFY(!peedy.Bubble().intersects(merlin.Bubble()));
+        QVERIFY(merlin.isVisible());
+        say(genie, { 130, 300 });
+        QVERIFY(!merlin.isVisible());
+        QVERIFY(genie.isVisible());
+        QVERIFY(peedy.isVisible());
     }
 
     void aBalloonKeepsItsSideAsLongAsItCan()
