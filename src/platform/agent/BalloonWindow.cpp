@@ -1,12 +1,13 @@
 #include "platform/agent/BalloonWindow.h"
 
+#include "platform/agent/ScreenArea.h"
+
 #include <QAbstractButton>
 #include <QAbstractItemView>
 #include <QApplication>
 #include <QLineEdit>
 #include <QPainter>
 #include <QPainterPath>
-#include <QScreen>
 
 #include <algorithm>
 #include <cmath>
@@ -53,14 +54,6 @@ std::vector<QRect> LiveControls()
         }
     }
     return controls;
-}
-
-QRect ScreenOf(const QPoint &point)
-{
-    std::vector<QRect> screens;
-    for (const QScreen *screen : QGuiApplication::screens())
-        screens.push_back(screen->availableGeometry());
-    return screens.empty() ? QRect(0, 0, 1024, 768) : NearestScreen(point, screens);
 }
 
 } // namespace
@@ -177,8 +170,9 @@ QSize BalloonWindow::BubbleSize(qsizetype lines) const
 void BalloonWindow::Place()
 {
     // The place is that of the full balloon, so that it does not change sides while it grows.
-    const BalloonPlace place = PlaceBalloon(BubbleSize(m_mostLines), m_owner, ScreenOf(m_owner.body.center()),
-                                            m_hasSide ? std::optional(m_side) : std::nullopt);
+    const BalloonPlace place =
+        PlaceBalloon(BubbleSize(m_mostLines), m_owner, ScreenAreaAt(m_owner.body.center()),
+                     m_hasSide ? std::optional(m_side) : std::nullopt);
     const qsizetype lines = std::clamp<qsizetype>(m_text.Lines().size(), 1, m_mostLines);
     m_bubble = QRect(place.bubble.topLeft(), BubbleSize(lines));
     m_side = place.side;

@@ -1,10 +1,10 @@
 #include "platform/agent/FigureTray.h"
 
-#include <QGuiApplication>
+#include "platform/agent/ScreenArea.h"
+
 #include <QMouseEvent>
 #include <QPainter>
 #include <QPainterPath>
-#include <QScreen>
 
 #include <algorithm>
 
@@ -22,10 +22,7 @@ QPoint BadgePlace(const QRect &frame)
 {
     const QSize size(FaceBadge::kSide, FaceBadge::kSide);
     const QPoint wanted(frame.center().x() - size.width() / 2, frame.bottom() + 1 - size.height());
-    const QScreen *screen = QGuiApplication::screenAt(frame.center());
-    if (!screen)
-        screen = QGuiApplication::primaryScreen();
-    const QRect area = screen->availableGeometry();
+    const QRect area = ScreenAreaAt(frame.center());
     return { std::clamp(wanted.x(), area.left(), area.right() + 1 - size.width()),
              std::clamp(wanted.y(), area.top(), area.bottom() + 1 - size.height()) };
 }

@@ -1,12 +1,13 @@
 #include "platform/agent/ListeningTip.h"
 
+#include "platform/agent/ScreenArea.h"
+
 #include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QPainter>
 #include <QPushButton>
-#include <QScreen>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -67,10 +68,7 @@ public:
 
     void Place(const QRect &frame)
     {
-        const QScreen *screen = QGuiApplication::screenAt(frame.center());
-        if (!screen)
-            screen = QGuiApplication::primaryScreen();
-        const QRect area = screen->availableGeometry();
+        const QRect area = ScreenAreaAt(frame.center());
         int top = frame.bottom() + 1 + kGap;
         if (top + height() > area.bottom() + 1)
             top = std::min(frame.bottom() + 1, area.bottom() + 1) - height();

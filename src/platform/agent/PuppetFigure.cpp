@@ -1,7 +1,10 @@
 #include "platform/agent/PuppetFigure.h"
 
 #include "platform/Error.h"
+#include "platform/agent/ScreenArea.h"
 
+#include <QGuiApplication>
+#include <QScreen>
 #include <QWindow>
 
 #include <algorithm>
@@ -82,6 +85,7 @@ PuppetFigure::PuppetFigure(std::shared_ptr<const CharacterData> character, Speec
     m_window.hideChosen = [this] { PostHideAsked(true); };
     m_window.menuAsked = [this] { return menuAsked ? menuAsked() : std::vector<MenuGroup>{}; };
     SetFrame(m_frame);
+    WatchScreens();
 }
 
 PuppetFigure::~PuppetFigure()
@@ -105,6 +109,37 @@ void PuppetFigure::PostHideAsked(bool hide)
         if (!weak.expired() && hideAsked)
             hideAsked(hide);
     });
+}
+
+void PuppetFigure::WatchScreens()
+{
+    // Later, when all screens are known as they are now.
+    const auto later = [this] {
+        m_events.Post([weak = std::weak_ptr<int>(m_alive), this] {
+            if (!weak.expired())
+                ReturnToScreens();
+        });
+    };
+    const auto watch = [this, later](QScreen *screen) {
+        QObject::connect(screen, &QScreen::geometryChanged, &m_window, later);
+    };
+    for (QScreen *screen : QGuiApplication::screens())
+        watch(screen);
+    QObject::connect(qGuiApp, &QGuiApplication::screenAdded, &m_window, watch);
+    QObject::connect(qGuiApp, &QGuiApplication::screenRemoved, &m_window, later);
+}
+
+void PuppetFigure::ReturnToScreens()
+{
+    const QRect area = ScreenAreaAt(m_frame.center());
+    if (!m_visible || IsSliding() || area.contains(m_frame.center()))
+        return;
+    const int left =
+        std::clamp(m_frame.left(), area.left(), std::max(area.left(), area.right() + 1 - m_frame.width()));
+    const int top =
+        std::clamp(m_frame.top(), area.top(), std::max(area.top(), area.bottom() + 1 - m_frame.height()));
+    m_player.ForgetPlace();
+    MoveFrame({ left, top }, 0);
 }
 
 void PuppetFigure::SetFrame(const QRect &frame)

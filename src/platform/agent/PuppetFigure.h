@@ -37,6 +37,10 @@ public:
     void HideBalloon() override { m_speech.HideBalloon(); }
     bool BalloonVisible() const override { return m_speech.BalloonVisible(); }
 
+    // Brings a figure back that is seen on no screen any more, because one has gone or become smaller.
+    // Nothing else does: where the program puts a figure, there it stands.
+    void ReturnToScreens();
+
     // What moves the body, and what it looks like, for measurements and tests.
     const MotionPlayer &Player() const { return m_player; }
     const QImage &Picture() const { return m_puppet.Image(); }
@@ -70,6 +74,7 @@ private:
     QRect ToScreen(const QRectF &area) const;
     void PostDragged(bool begins);
     void PostHideAsked(bool hide);
+    void WatchScreens();
 
     const std::shared_ptr<int> m_alive = std::make_shared<int>();
     const std::shared_ptr<const CharacterData> m_character;
