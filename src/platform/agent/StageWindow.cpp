@@ -218,6 +218,9 @@ void StageWindow::Shape()
         const auto other = compositor ? XCB_SHAPE_SK_BOUNDING : XCB_SHAPE_SK_INPUT;
         xcb_shape_mask(connection, XCB_SHAPE_SO_SET, other, window, 0, 0, XCB_PIXMAP_NONE);
     }
+    // The picture first: what the new outline uncovers would show what was there before.
+    if (!compositor && m_shaped)
+        repaint();
     const auto kind = compositor ? XCB_SHAPE_SK_INPUT : XCB_SHAPE_SK_BOUNDING;
     const std::vector<xcb_rectangle_t> runs = RunsOf(m_picture, compositor ? kTouchable : kSolid);
     xcb_shape_rectangles(connection, XCB_SHAPE_SO_SET, kind, XCB_CLIP_ORDERING_YX_BANDED, window, 0, 0,
