@@ -102,9 +102,17 @@ void BalloonWindow::LayOut()
 
 void BalloonWindow::Begin(const BalloonText &whole)
 {
-    m_text.Clear();
-    m_coming = whole.Whole();
+    m_next = whole.Whole();
+    m_begins = true;
     m_givesWay = false;
+}
+
+// The first words of a line: what has been said goes now.
+void BalloonWindow::BeginLine()
+{
+    m_text.Clear();
+    m_coming = m_next;
+    m_begins = false;
     // Those of the moment when it begins: it is not to jump when a button comes alive behind it.
     m_controls = LiveControls();
     m_owner.controls = m_controls;
@@ -113,14 +121,16 @@ void BalloonWindow::Begin(const BalloonText &whole)
 
 void BalloonWindow::Append(const QString &piece, bool joined)
 {
-    const bool begins = m_text.Lines().isEmpty();
+    if (m_begins)
+        BeginLine();
+    const bool first = m_text.Lines().isEmpty();
     m_text.Append(piece, joined);
     if (m_text.Lines().isEmpty())
         return;
     setAccessibleName(m_text.Whole());
     Place();
     Render();
-    if (begins)
+    if (first)
         TakePlaceOfOthers();
     if (!isVisible()) {
         BringToFront();

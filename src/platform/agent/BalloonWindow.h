@@ -44,10 +44,13 @@ private:
     QSize BubbleSize(qsizetype lines) const;
     void Render();
 
+    void BeginLine();
     void LayOut();
     void TakePlaceOfOthers();
 
-    QString m_coming; // the whole text
+    QString m_coming; // the whole text of the line that is shown
+    QString m_next;   // and of the one that begins with the next words
+    bool m_begins = false;
     BalloonText m_text;
     double m_textWidth = 0;
     qsizetype m_mostLines = 1;

@@ -148,6 +148,27 @@ private slots:
         }
     }
 
+    void aBalloonKeepsItsWordsUntilTheNextLineIsHeard()
+    {
+        BalloonWindow balloon;
+        const auto coming = [&balloon](const QString &line) {
+            BalloonText whole = balloon.EmptyText();
+            whole.Append(line, false);
+            balloon.Begin(whole);
+        };
+        balloon.Follow(OwnerAt(300, 300));
+        coming(QStringLiteral("What was that terrible noise!"));
+        balloon.Append(QStringLiteral("What was that terrible noise!"), false);
+        const QRect before = balloon.Bubble();
+        coming(QStringLiteral("I must be dreaming, I just dreamed I heard a nasty blue wizard"));
+        balloon.Follow(OwnerAt(320, 310));
+        QCOMPARE(balloon.ShownText(), QStringLiteral("What was that terrible noise!"));
+        QCOMPARE(balloon.Bubble(), before.translated(20, 10));
+        balloon.Append(QStringLiteral("I"), false);
+        QCOMPARE(balloon.ShownText(), QStringLiteral("I"));
+        QVERIFY(balloon.Bubble().width() > before.width());
+    }
+
     void whatHasBeenSaidGivesWayToWhatIsSaid()
     {
         const auto say = [](BalloonWindow &balloon, const QPoint &at) {
