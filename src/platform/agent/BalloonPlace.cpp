@@ -31,12 +31,9 @@ public:
     // How good it is to stand there; a greater reason outweighs all the lesser ones.
     int Worth(const BalloonPlace &place, std::optional<BalloonPlace::Side> kept) const
     {
-        // A button that stays free is not worth a balloon before the belly.
-        const bool beforeBelly =
-            place.side == BalloonPlace::Side::Below && place.bubble.intersects(m_owner.body);
-        const bool reachable = IsFree(place.bubble, m_owner.controls) && !beforeBelly;
-        return 1 + (place.side == kept ? 4 : 0) + (IsFree(place.bubble, m_owner.others) ? 2 : 0) +
-               (reachable ? 1 : 0);
+        const QRect &bubble = place.bubble;
+        return 1 + (place.side == kept ? 8 : 0) + (IsFree(bubble, m_owner.others) ? 4 : 0) +
+               (bubble.intersects(m_owner.body) ? 0 : 2) + (IsFree(bubble, m_owner.controls) ? 1 : 0);
     }
     // Moved into the screen by as little as need be.
     QRect Inside(const QRect &place) const
@@ -95,7 +92,7 @@ BalloonPlace PlaceBalloon(QSize bubble, const BalloonOwner &owner, const QRect &
     const QRect &body = owner.body;
     const QRect &face = owner.face;
 
-    // Above the hat; if the screen ends there, as low as the face allows.
+    // Above the hat; if the screen ends there and no other place is better, as low as the face allows.
     const int lowest = face.top() - kBalloonGap / 2;
     const int wanted = std::min(body.top() - kBalloonGap, lowest);
     const int bottom = Between(wanted, screen.top() + bubble.height(), lowest);

@@ -27,10 +27,10 @@ struct BalloonOwner {
 // Room between bubble and figure, for the tail.
 constexpr int kBalloonGap = 16;
 
-// The place of a bubble of that size: above the figure when there is room, else above its face, beside it or
-// below it; on the side `kept` as long as that is possible, otherwise where it leaves free the faces of
-// others and then the controls. The bubble is always within `screen`, and off the face whenever any place of
-// the screen allows it. Pure.
+// The place of a bubble of that size: above the figure when there is room, else beside it, below it or before
+// its body; on the side `kept` as long as that is possible, otherwise where it leaves free the faces of
+// others, then the body, then the controls. The bubble is always within `screen`, and off the face whenever
+// any place of the screen allows it. Pure.
 BalloonPlace PlaceBalloon(QSize bubble, const BalloonOwner &owner, const QRect &screen,
                           std::optional<BalloonPlace::Side> kept = std::nullopt);
 

@@ -48,7 +48,8 @@ private slots:
         row("lower left corner", { 0, 512 }, ordinary, screen, Side::Above);
         row("lower right corner", { 768, 512 }, ordinary, screen, Side::Above);
         row("a little room above", { 400, 130 }, ordinary, screen, Side::Above);
-        row("above the face only", { 400, 80 }, ordinary, screen, Side::Above);
+        row("above the face only", { 400, 80 }, ordinary, screen, Side::Left);
+        row("above the face only, narrow screen", { 22, 80 }, { 240, 100 }, { 0, 0, 300, 340 }, Side::Above);
         row("half beyond the upper edge", { 300, -130 }, ordinary, screen, Side::Right);
         row("beyond the lower edge", { 400, 900 }, ordinary, screen, Side::Above);
         row("far beyond the right edge", { 3000, 300 }, ordinary, screen, Side::Above);
