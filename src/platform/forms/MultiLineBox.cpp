@@ -1,5 +1,6 @@
 #include "platform/forms/MultiLineBox.h"
 
+#include <QScrollBar>
 #include <QTextDocument>
 
 namespace platform {
@@ -7,6 +8,17 @@ namespace platform {
 MultiLineBox::MultiLineBox(QWidget *parent) : QPlainTextEdit(parent)
 {
     setTabChangesFocus(true);
+    // A scroll bar that is always there is dead while there is nothing to scroll.
+    QScrollBar &bar = *verticalScrollBar();
+    bar.setEnabled(false);
+    connect(&bar, &QScrollBar::rangeChanged, &bar, [&bar](int, int last) { bar.setEnabled(last > 0); });
+}
+
+void MultiLineBox::SetText(const QString &text)
+{
+    // By way of nothing, or the scroll bar of a longer text would stay beside a short one.
+    clear();
+    setPlainText(text);
 }
 
 QString MultiLineBox::Text() const

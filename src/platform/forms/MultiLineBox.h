@@ -14,7 +14,7 @@ public:
     // What stands in the box, letter by letter, line breaks as CR LF. The invisible mark that may open a file
     // is left out.
     QString Text() const;
-    void SetText(const QString &text) { setPlainText(text); }
+    void SetText(const QString &text);
 };
 
 } // namespace platform

@@ -4,6 +4,7 @@
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QLineEdit>
+#include <QScrollBar>
 #include <QTest>
 
 using platform::MultiLineBox;
@@ -13,6 +14,41 @@ class TestMultiLineBox : public QObject {
     Q_OBJECT
 
 private slots:
+    void theScrollBarIsThereOnlyWhenItIsNeeded_data()
+    {
+        QTest::addColumn<QStringList>("texts");
+        QTest::addColumn<bool>("needed");
+        const QString line = "How many legs has a spider?";
+        const QString lines = QString(line + ' ').repeated(12);
+        QTest::newRow("nothing was ever in it") << QStringList{} << false;
+        QTest::newRow("empty") << QStringList{ "" } << false;
+        QTest::newRow("one line") << QStringList{ line } << false;
+        QTest::newRow("emptied") << QStringList{ line, "" } << false;
+        QTest::newRow("many lines") << QStringList{ lines } << true;
+        QTest::newRow("one line after many") << QStringList{ lines, line } << false;
+        QTest::newRow("emptied after many") << QStringList{ lines, "" } << false;
+    }
+    void theScrollBarIsThereOnlyWhenItIsNeeded()
+    {
+        QFETCH(QStringList, texts);
+        QFETCH(bool, needed);
+        QWidget window;
+        window.resize(800, 600);
+        MultiLineBox box(&window);
+        QFont font = box.font();
+        font.setPixelSize(20);
+        box.setFont(font);
+        for (const int height : { 50, 60, 70, 90 }) {
+            box.setGeometry(10, 10, 320, height);
+            window.show();
+            for (const QString &text : texts) {
+                box.SetText(text);
+                QCoreApplication::processEvents();
+            }
+            QCOMPARE(box.verticalScrollBar()->isVisible(), needed);
+            QCOMPARE(box.verticalScrollBar()->isEnabled(), needed);
+        }
+    }
     void theTextIsWhatWasPutIn_data()
     {
         QTest::addColumn<QString>("given");
