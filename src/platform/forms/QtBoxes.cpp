@@ -203,7 +203,8 @@ QPushButton *AddButton(QDialog &box, QHBoxLayout &row, BoxAnswer answer)
     auto *button = new QPushButton(QString::fromLatin1(text.caption), &box);
     button->setObjectName(QString::fromLatin1(text.name));
     button->setAutoDefault(true);
-    button->setMinimumWidth(84);
+    const bool isWayOut = answer == BoxAnswer::No || answer == BoxAnswer::Cancel;
+    button->setProperty("rank", isWayOut ? QStringLiteral("second") : QStringLiteral("main"));
     row.addWidget(button);
     QObject::connect(button, &QPushButton::clicked, &box, [&box, answer] { box.done(ResultOf(answer)); });
     return button;
@@ -240,6 +241,13 @@ private:
     bool m_isBusy = false;
 };
 
+// Paper and ink in every room; the program's style sheet knows it by these names.
+void Dress(QDialog &box, const QString &name)
+{
+    box.setObjectName(name);
+    box.setProperty("room", QStringLiteral("study"));
+}
+
 QString TitleOr(const QString &title)
 {
     if (title.isNull())
@@ -253,11 +261,11 @@ QString TitleOr(const QString &title)
 BoxAnswer QtBoxes::MessageBox(const QString &text, BoxButtons buttons, const QString &title)
 {
     QDialog box(m_open ? m_open : WindowInFront());
-    box.setObjectName(QStringLiteral("MessageBox"));
+    Dress(box, QStringLiteral("MessageBox"));
     box.setWindowTitle(TitleOr(title));
     auto *column = new QVBoxLayout(&box);
-    column->setContentsMargins(18, 16, 18, 14);
-    column->setSpacing(14);
+    column->setContentsMargins(24, 20, 24, 18);
+    column->setSpacing(18);
     column->setSizeConstraint(QLayout::SetFixedSize);
     column->addWidget(MakeText(text, box));
 
@@ -291,11 +299,11 @@ BoxAnswer QtBoxes::MessageBox(const QString &text, BoxButtons buttons, const QSt
 QString QtBoxes::InputBox(const QString &prompt, const QString &title, const QString &preset)
 {
     QDialog box(m_open ? m_open : WindowInFront());
-    box.setObjectName(QStringLiteral("InputBox"));
+    Dress(box, QStringLiteral("InputBox"));
     box.setWindowTitle(TitleOr(title));
     auto *column = new QVBoxLayout(&box);
-    column->setContentsMargins(18, 16, 18, 14);
-    column->setSpacing(12);
+    column->setContentsMargins(24, 20, 24, 18);
+    column->setSpacing(14);
     column->setSizeConstraint(QLayout::SetFixedSize);
     column->addWidget(MakeText(prompt, box));
     auto *field = new QLineEdit(preset, &box);
@@ -322,14 +330,14 @@ QString QtBoxes::InputBox(const QString &prompt, const QString &title, const QSt
 void QtBoxes::WhileBusy(const QString &text, const std::function<void()> &work)
 {
     BusyBox box(m_open ? m_open : WindowInFront());
-    box.setObjectName(QStringLiteral("BusyBox"));
+    Dress(box, QStringLiteral("BusyBox"));
     box.setWindowTitle(TitleOr(QString()));
     box.setWindowFlag(Qt::WindowCloseButtonHint, false);
     if (box.parentWidget())
         box.setWindowModality(Qt::WindowModal);
     auto *column = new QVBoxLayout(&box);
-    column->setContentsMargins(18, 16, 18, 14);
-    column->setSpacing(12);
+    column->setContentsMargins(24, 20, 24, 18);
+    column->setSpacing(14);
     column->setSizeConstraint(QLayout::SetFixedSize);
     column->addWidget(MakeText(text, box));
     auto *bar = new QProgressBar(&box);
