@@ -33,6 +33,7 @@ void frmList::OnLoad(QWidget &window)
     DressWindow(window, Room::Study);
     platform::InstallEnterKey(window);
     m_resizer = std::make_unique<platform::Resizer>(window, platform::HoldAllButLeft({ "CommandButton" }));
+    m_ui->cmdNewSpell->setFocus();
     Connect(m_ui->cmdNewSpell, &QPushButton::clicked, [this] { ShowScreen(frmSpelling1::Shared(), *this); });
     Connect(m_ui->cmdEditSpell, &QPushButton::clicked, [this] { Edit(kSpellList); });
     Connect(m_ui->cdmDeleteSpell, &QPushButton::clicked, [this] { ShowFor<frmDelete>(kSpellList); });

@@ -56,6 +56,7 @@ void frmChooseList1::OnActivate()
             m_ui->File2->SetPath(folder + QStringLiteral("\\QList"));
             m_ui->Label1->setText(QStringLiteral("Select a Quiz"));
         }
+        m_ui->File2->setAccessibleName(m_ui->Label1->text());
         m_ui->File2->setFocus();
     } catch (const platform::Error &error) {
         ErrorReport(error);

@@ -3,6 +3,7 @@
 #include "ui_frmNumPlayers1.h"
 
 #include "platform/forms/EnterKey.h"
+#include "platform/forms/OptionKeys.h"
 #include "setup/frmPlayerNames1.h"
 #include "shell/Appearance.h"
 #include "shell/HelpTopics.h"
@@ -28,6 +29,7 @@ void frmNumPlayers1::OnLoad(QWidget &window)
     m_ui->setupUi(&window);
     DressWindow(window, Room::SetUp);
     platform::InstallEnterKey(window, m_ui->cmdNext);
+    platform::InstallOptionKeys(window);
     Connect(m_ui->cmdNext, &QPushButton::clicked, [this] { cmdNext_Click(); });
     Connect(m_ui->cmdback, &QPushButton::clicked, [this] { cmdback_Click(); });
     Connect(m_ui->cmdHelp, &QPushButton::clicked, [] { ShowHelpTopic(kPlayingTopic); });

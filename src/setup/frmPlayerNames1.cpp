@@ -48,8 +48,10 @@ void frmPlayerNames1::OnActivate()
         lblPlayer[index]->setVisible(false);
         txtPlayer[index]->setVisible(false);
     }
-    if (State().NumPlayers == 1)
+    if (State().NumPlayers == 1) {
         lblPlayer[0]->setText(QStringLiteral("Enter your name"));
+        txtPlayer[0]->setAccessibleName(lblPlayer[0]->text());
+    }
     txtPlayer[0]->setFocus();
 }
 

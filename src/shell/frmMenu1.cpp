@@ -55,6 +55,7 @@ void frmMenu1::OnLoad(QWidget &window)
     m_resizer = std::make_unique<platform::Resizer>(window, platform::HoldAllButLeft({ "CommandButton" }));
     m_timer1.emplace(Guarded([this] { Timer1_Timer(); }));
     m_agent1 = The().agent.CreateControl();
+    m_ui->cmdPlay->setFocus();
     Connect(m_ui->cmdPlay, &QPushButton::clicked, [this] { cmdPlay_Click(); });
     Connect(m_ui->Command3, &QPushButton::clicked, [this] { Command3_Click(); });
     Connect(m_ui->Command1, &QPushButton::clicked, [this] { Command1_Click(); });

@@ -7,6 +7,7 @@
 #include "platform/forms/Boxes.h"
 #include "platform/forms/EnterKey.h"
 #include "platform/forms/MousePress.h"
+#include "platform/forms/OptionKeys.h"
 #include "shell/Appearance.h"
 #include "shell/HelpTopics.h"
 #include "shell/SettingsFile.h"
@@ -39,6 +40,7 @@ void frmSettings::OnLoad(QWidget &window)
     m_ui->setupUi(&window);
     DressWindow(window, Room::Study);
     platform::InstallEnterKey(window);
+    platform::InstallOptionKeys(window);
     m_resizer = std::make_unique<platform::Resizer>(window);
     const auto markDirty = [this] { m_settingsDirty = true; };
     // The mouse alone marks this one, not the keyboard: wanted.

@@ -112,7 +112,9 @@ void SheetWindow::Open()
         const QWidget *screen = QApplication::activeWindow();
         winId();
         windowHandle()->setTransientParent(screen ? screen->windowHandle() : nullptr);
+        // The keyboard begins with the first control of the page.
         m_pages->currentWidget()->setFocus();
+        focusNextChild();
     }
     show();
     raise();

@@ -4,6 +4,7 @@
 #include "platform/help/HelpBook.h"
 #include "platform/help/HelpPage.h"
 #include "platform/help/HelpWindow.h"
+#include "support/ControlWalk.h"
 
 #include <QAction>
 #include <QFile>
@@ -205,6 +206,18 @@ private slots:
         text->setText("unheard of");
         QCOMPARE(Find<QLabel>("findResult")->text(), QString("Not on this page"));
         Press("next");
+    }
+
+    void everyControlIsReachedByTabAndToldOf()
+    {
+        auto *shelves = Find<QTabWidget>("shelves");
+        Press("find");
+        Find<QLineEdit>("searchWords")->setText("hint");
+        for (int shelf = 0; shelf < shelves->count(); ++shelf) {
+            shelves->setCurrentIndex(shelf);
+            QCOMPARE(support::FaultsForKeyboardAndReader(*m_window).join('\n'), QString());
+            QVERIFY(support::TabRound(*m_window).size() >= 10);
+        }
     }
 
     void escapeClosesTheFindBoxThenTheWindow()
