@@ -4,7 +4,7 @@ BUILD_PACKAGES="g++ cmake ninja-build ccache pkg-config qt6-base-dev qt6-multime
     libxcb1-dev libxcb-shape0-dev libxcb-randr0-dev flite1-dev libespeak-ng-dev espeak-ng-data libswresample-dev libavutil-dev
     libavformat-dev libavcodec-dev libswscale-dev ffmpeg libchm-dev libpocketsphinx-dev pocketsphinx-en-us
     fonts-comic-neue fonts-dejavu-core"
-DESKTOP_PACKAGES="xvfb xauth openbox picom xdotool x11-utils imagemagick pulseaudio pulseaudio-utils python3
+DESKTOP_PACKAGES="xvfb tigervnc-standalone-server xauth openbox picom xdotool x11-utils imagemagick pulseaudio pulseaudio-utils python3
     at-spi2-core dbus-daemon python3-gi gir1.2-atspi-2.0"
 
 say() { printf '== %s\n' "$*"; }
