@@ -27,6 +27,8 @@ ROLES = {
     "QLabel": "label", "QPushButton": "push button", "QRadioButton": "radio button", "QCheckBox": "check box",
     "QLineEdit": "text", "QTextEdit": "text", "platform::MultiLineBox": "text", "QListWidget": "list", "QGroupBox": "panel",
 }
+# What the program itself calls a control at times.
+RENAMED = {("frmPlayerNames1", "txtPlayer_0"): "Enter your name"}
 SILENCE = 60.0  # loudness of samples below which nothing is heard
 
 
