@@ -308,6 +308,7 @@ QString QtBoxes::InputBox(const QString &prompt, const QString &title, const QSt
     column->addWidget(MakeText(prompt, box));
     auto *field = new QLineEdit(preset, &box);
     field->setObjectName(QStringLiteral("boxField"));
+    field->setAccessibleName(prompt);
     field->setMinimumWidth(300);
     field->selectAll();
     column->addWidget(field);

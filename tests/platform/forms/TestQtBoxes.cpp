@@ -1,6 +1,7 @@
 #include "TestScreens.h"
 #include "platform/Error.h"
 #include "platform/forms/QtBoxes.h"
+#include "support/ControlWalk.h"
 #include "support/PlainDesk.h"
 
 #include <QApplication>
@@ -43,6 +44,8 @@ private slots:
     void closingFromTheFrameGivesTheMildestAnswer();
     void keysAnswer_data();
     void keysAnswer();
+    void boxesAreWorkedByKeysAndToldOf();
+    void theWayOutLooksLikeOne();
     void titleIsTheApplicationsUnlessGiven();
     void textIsNeverMarkup();
     void hugeTextScrollsOnTheDisplay_data();
@@ -166,6 +169,38 @@ void TestQtBoxes::keysAnswer()
         },
         [&] { return m_boxes.MessageBox("Sure?", buttons, {}); });
     QCOMPARE(given, answer);
+}
+
+void TestQtBoxes::boxesAreWorkedByKeysAndToldOf()
+{
+    const auto check = [](QDialog &box) {
+        QCOMPARE(support::FaultsForKeyboardAndReader(box).join('\n'), QString());
+    };
+    With(check, [this] { return m_boxes.MessageBox("Save changes?", BoxButtons::YesNoCancel, {}); });
+    With(check, [this] { return m_boxes.InputBox("Enter Password", {}, {}); });
+}
+
+void TestQtBoxes::theWayOutLooksLikeOne()
+{
+    const auto ranks = [](QDialog &box) {
+        QStringList found;
+        for (const QPushButton *button : box.findChildren<QPushButton *>())
+            found << button->property("rank").toString();
+        return found;
+    };
+    With(
+        [&](QDialog &box) {
+            QCOMPARE(ranks(box), QStringList({ "main", "second", "second" }));
+        },
+        [this] { return m_boxes.MessageBox("Save changes?", BoxButtons::YesNoCancel, {}); });
+    With(
+        [&](QDialog &box) {
+            QCOMPARE(ranks(box), QStringList({ "main", "second" }));
+        },
+        [this] { return m_boxes.InputBox("Enter Password", {}, {}); });
+    // On paper, whatever the room of the screen below.
+    With([](QDialog &box) { QCOMPARE(box.property("room").toString(), QString("study")); },
+         [this] { return m_boxes.MessageBox("Save successful", BoxButtons::Ok, {}); });
 }
 
 void TestQtBoxes::titleIsTheApplicationsUnlessGiven()
