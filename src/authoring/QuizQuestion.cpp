@@ -30,14 +30,14 @@ QString FaultsOfQuestion(const QuizEntry &entry)
     return faults;
 }
 
-void ShowIn(platform::ListItemReference item, const QuizEntry &entry)
+void ShowIn(const platform::ListItemReference &item, const QuizEntry &entry)
 {
     item->SetText(entry.question);
     for (int number = 1; number <= QuizEntry::kSubItems; ++number)
         item->SetSubItem(number, entry.SubItem(number));
 }
 
-QuizEntry QuestionIn(platform::ListItemReference item)
+QuizEntry QuestionIn(const platform::ListItemReference &item)
 {
     QuizEntry entry;
     entry.question = item->Text();

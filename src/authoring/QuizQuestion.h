@@ -10,7 +10,7 @@ namespace tumblewick {
 QString FaultsOfQuestion(const QuizEntry &entry);
 
 // The question as an entry of a list: the question itself is its text, the rest are its sub-items.
-void ShowIn(platform::ListItemReference item, const QuizEntry &entry);
-QuizEntry QuestionIn(platform::ListItemReference item);
+void ShowIn(const platform::ListItemReference &item, const QuizEntry &entry);
+QuizEntry QuestionIn(const platform::ListItemReference &item);
 
 } // namespace tumblewick

@@ -11,7 +11,7 @@ namespace platform {
 class AgentEngine;
 
 // A connection to the engine.
-class Client : public AgentControl, public std::enable_shared_from_this<Client> {
+class Client final : public AgentControl, public std::enable_shared_from_this<Client> {
 public:
     explicit Client(AgentEngine &engine, std::weak_ptr<bool> engineAlive);
     ~Client() override;

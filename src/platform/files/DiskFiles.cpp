@@ -217,7 +217,7 @@ private:
     int m_error = 0;
 };
 
-class DiskWriter : public TextWriter {
+class DiskWriter final : public TextWriter {
 public:
     explicit DiskWriter(Descriptor file) : m_file(std::move(file)) {}
     ~DiskWriter() override

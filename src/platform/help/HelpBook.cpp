@@ -155,6 +155,7 @@ std::vector<HelpHit> HelpBook::Search(const QString &words) const
     std::stable_sort(found.begin(), found.end(),
                      [](const auto &one, const auto &other) { return one.first > other.first; });
     std::vector<HelpHit> hits;
+    hits.reserve(found.size());
     for (auto &[weight, hit] : found)
         hits.push_back(std::move(hit));
     return hits;

@@ -23,7 +23,7 @@ public:
     }
 
     // Null when it has gone.
-    QWidget *Form() const { return m_form; }
+    QWidget *Form() const { return m_form.data(); }
     bool IsSeen() const { return m_form && m_form->isVisible(); }
 
     bool eventFilter(QObject *, QEvent *event) override

@@ -104,7 +104,7 @@ private:
     void StartClock()
     {
         m_isRunning = true;
-        m_base = 0us;
+        m_base = microseconds::zero();
         m_clock.start();
         const auto sound = m_reader->Sound();
         // `this` outlives the call: Stop takes it back.
@@ -126,7 +126,7 @@ private:
     microseconds Time()
     {
         if (!m_isRunning)
-            return 0us;
+            return microseconds::zero();
         const auto now = m_media.m_heard == this ? m_media.m_audio.Heard()
                                                  : m_base + microseconds(m_clock.nsecsElapsed() / 1000);
         m_reached = std::max(m_reached, now);
@@ -145,7 +145,7 @@ private:
                 << QStringLiteral("media: ended, %1 pictures shown, %2 dropped").arg(m_shown).arg(m_dropped);
             m_reader.reset();
         }
-        m_reached = 0us;
+        m_reached = microseconds::zero();
         delete m_surface;
     }
 

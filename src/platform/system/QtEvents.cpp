@@ -27,6 +27,8 @@ public:
         m_timer->start(std::max(delay, std::chrono::milliseconds(0)));
     }
 
+    TimedCall(const TimedCall &) = delete;
+    TimedCall &operator=(const TimedCall &) = delete;
     ~TimedCall() override
     {
         m_timer->stop();

@@ -149,6 +149,7 @@ std::vector<MouthCue> MouthShapes(std::span<const SpokenSound> sounds, Alphabet 
     cues = WithoutFlicker(cues);
     MergeEqual(cues);
     std::vector<MouthCue> mouths;
+    mouths.reserve(cues.size());
     for (const auto &cue : cues)
         mouths.push_back({ std::chrono::microseconds(std::llround(cue.at * 1e6)), cue.mouth });
     return mouths;

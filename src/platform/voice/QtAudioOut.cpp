@@ -83,7 +83,7 @@ public:
         return !m_device.isNull() && !m_doubtful;
     }
 
-    bool Play(std::shared_ptr<const Utterance> utterance, std::function<void(bool)> ended)
+    bool Play(const std::shared_ptr<const Utterance> &utterance, std::function<void(bool)> ended)
     {
         Stop();
         if (!utterance || !Usable())
@@ -115,7 +115,7 @@ public:
     microseconds Heard()
     {
         if (!m_sink)
-            return 0us;
+            return microseconds::zero();
         return std::min(m_clock.At(Now(), microseconds(m_sink->processedUSecs())), m_length);
     }
 
@@ -156,7 +156,7 @@ private:
     void Watch()
     {
         const bool lost = m_sink->state() == QAudio::StoppedState;
-        const auto heard = lost ? 0us : Heard();
+        const auto heard = lost ? microseconds::zero() : Heard();
         if (!lost && heard < m_length && m_clock.StandsStillFor(Now()) < kDeviceIsLost)
             return;
         const bool whole = !lost && heard >= m_length;
@@ -191,7 +191,7 @@ bool QtAudioOut::Usable() const
 
 bool QtAudioOut::Play(std::shared_ptr<const Utterance> utterance, std::function<void(bool)> ended)
 {
-    return m_player->Play(std::move(utterance), std::move(ended));
+    return m_player->Play(utterance, std::move(ended));
 }
 
 void QtAudioOut::Stop()
