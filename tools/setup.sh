@@ -7,6 +7,8 @@ BUILD_PACKAGES="g++ cmake ninja-build ccache pkg-config qt6-base-dev qt6-multime
 DESKTOP_PACKAGES="xvfb tigervnc-standalone-server xauth openbox picom xdotool x11-utils imagemagick pulseaudio pulseaudio-utils python3
     at-spi2-core dbus-daemon python3-gi gir1.2-atspi-2.0"
 
+CHECK_PACKAGES="clang-format clang clang-tidy cppcheck git"
+
 say() { printf '== %s\n' "$*"; }
 
 # need PACKAGE...: installs those that are not there, with apt, as root or through sudo.
