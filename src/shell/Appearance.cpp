@@ -142,6 +142,12 @@ QString NameOf(Room room)
     return QStringLiteral("study");
 }
 
+// The buttons of the hub keep their size, so that a wide window has room for an ornament beside them.
+QString DrawingOf(const QString &screen, Room room)
+{
+    return screen == QLatin1String("frmList") ? QStringLiteral("hub") : NameOf(room);
+}
+
 const ButtonLook *LookOf(const QString &screen, const QString &control)
 {
     const auto found =
@@ -372,7 +378,7 @@ void DressWindow(QWidget &window, Room room)
 {
     const QString screen = window.objectName();
     window.setProperty("room", NameOf(room));
-    platform::Backdrop::Install(window, QStringLiteral(":/rooms/%1.svg").arg(NameOf(room)));
+    platform::Backdrop::Install(window, QStringLiteral(":/rooms/%1.svg").arg(DrawingOf(screen, room)));
     FontInPixels(window);
     for (QWidget *widget : window.findChildren<QWidget *>())
         FontInPixels(*widget);

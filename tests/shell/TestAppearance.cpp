@@ -210,6 +210,30 @@ private slots:
         QCOMPARE(button.iconSize(), QSize(36, 32));
     }
 
+    void theHubHasAnOrnamentWhereThereIsRoom_data()
+    {
+        QTest::addColumn<QSize>("size");
+        QTest::addColumn<bool>("hasRoom");
+        QTest::newRow("narrow") << QSize(800, 600) << false;
+        QTest::newRow("usual") << QSize(1024, 768) << false;
+        QTest::newRow("wide") << QSize(1366, 768) << true;
+        QTest::newRow("large") << QSize(1536, 864) << true;
+    }
+    void theHubHasAnOrnamentWhereThereIsRoom()
+    {
+        QFETCH(QSize, size);
+        QFETCH(bool, hasRoom);
+        QImage pictures[2];
+        for (int index : { 0, 1 }) {
+            QWidget window;
+            window.setObjectName(index == 0 ? "frmList" : "frmDelete");
+            DressWindow(window, Room::Study);
+            window.resize(size);
+            pictures[index] = window.grab().toImage();
+        }
+        QCOMPARE(pictures[0] != pictures[1], hasRoom);
+    }
+
     void theBadgesOfTheAnswersDiffer()
     {
         QList<QImage> seen;

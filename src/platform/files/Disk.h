@@ -26,8 +26,8 @@ public:
 
     virtual int Open(const QByteArray &path, int flags) = 0; // makes files that everybody may write
     virtual int Close(int file) = 0;                         // a full disk may be told only here
-    virtual int Lock(int file, int how) = 0; // flock
-    virtual int Truncate(int file) = 0;      // to nothing
+    virtual int Lock(int file, int how) = 0;                 // flock
+    virtual int Truncate(int file) = 0;                      // to nothing
     // Up to `most` bytes; fewer do not mean that the end is near, none do.
     virtual qint64 Read(int file, char *bytes, qint64 most) = 0;
     // Up to `count` bytes; fewer are no failure.
