@@ -53,16 +53,18 @@ std::vector<xcb_rectangle_t> RunsOf(const QImage &image, int opaque)
 {
     std::vector<xcb_rectangle_t> runs;
     std::size_t rowBefore = 0;
+    // Asked once: it is a call of the library, and this runs over every pixel of every picture.
+    const int width = image.width();
     for (int y = 0; y < image.height(); ++y) {
         const auto *line = reinterpret_cast<const QRgb *>(image.constScanLine(y));
         const std::size_t row = runs.size();
-        for (int x = 0; x < image.width();) {
+        for (int x = 0; x < width;) {
             if (qAlpha(line[x]) < opaque) {
                 ++x;
                 continue;
             }
             const int start = x;
-            while (x < image.width() && qAlpha(line[x]) >= opaque)
+            while (x < width && qAlpha(line[x]) >= opaque)
                 ++x;
             runs.push_back({ std::int16_t(start), std::int16_t(y), std::uint16_t(x - start), 1 });
         }
