@@ -2,19 +2,27 @@
 
 #include "platform/voice/SoundShaping.h"
 
-#include <QDir>
 #include <QFile>
-#include <QProcess>
 #include <QTemporaryDir>
+
+#include <pocketsphinx.h>
+#include <sphinxbase/err.h>
 
 #include <algorithm>
 #include <cmath>
+#include <memory>
 #include <random>
 #include <stdexcept>
 
 namespace {
 
 constexpr double kQuietRound = 0.5;
+constexpr std::size_t kPiece = 2048; // samples
+
+struct Free {
+    void operator()(ps_decoder_t *decoder) const { ps_free(decoder); }
+    void operator()(cmd_ln_t *options) const { cmd_ln_free_r(options); }
+};
 
 QByteArray ContentOf(const QString &path)
 {
@@ -97,58 +105,33 @@ QByteArray InNoise(const std::vector<float> &speech, int sampleRate, double belo
 
 QStringList Heard(const std::vector<QByteArray> &recordings, const QString &dictionary, double warp)
 {
+    err_set_logfp(nullptr);
     const QTemporaryDir folder;
-    const QDir place(folder.path());
-    QByteArray names;
-    for (std::size_t index = 0; index < recordings.size(); ++index) {
-        const auto name = QByteArray::number(static_cast<qulonglong>(index));
-        WriteTo(place.filePath(QString::fromLatin1(name) + QStringLiteral(".raw")), recordings[index]);
-        names += name + '\n';
-    }
-    WriteTo(place.filePath(QStringLiteral("names")), names);
-    WriteTo(place.filePath(QStringLiteral("grammar")), GrammarOf(WordsOf(dictionary)));
-    // One listener hears them all: what he takes for the middle of voice and room goes on from word to word,
-    // as from a microphone. Left to begin anew with every recording, he would take it from a single short
-    // word. The recordings are cut to the word already; left to look for the speech itself, this program ends
-    // a long word at its first soft sound.
-    QStringList arguments{ "-adcin",
-                           "yes",
-                           "-cmn",
-                           "live",
-                           "-remove_silence",
-                           "no",
-                           "-cepext",
-                           ".raw",
-                           "-cepdir",
-                           folder.path(),
-                           "-ctl",
-                           place.filePath(QStringLiteral("names")),
-                           "-dict",
-                           dictionary,
-                           "-jsgf",
-                           place.filePath(QStringLiteral("grammar")),
-                           "-hyp",
-                           place.filePath(QStringLiteral("heard")) };
-    if (warp != 1)
-        arguments << QStringLiteral("-warp_type") << QStringLiteral("inverse_linear")
-                  << QStringLiteral("-warp_params") << QString::number(warp);
-    QProcess recogniser;
-    recogniser.setStandardOutputFile(QProcess::nullDevice());
-    recogniser.setStandardErrorFile(QProcess::nullDevice());
-    recogniser.start(QStringLiteral("pocketsphinx_batch"), arguments);
-    if (!recogniser.waitForFinished(-1) || recogniser.exitStatus() != QProcess::NormalExit ||
-        recogniser.exitCode() != 0)
-        throw std::runtime_error("pocketsphinx_batch failed; it is in the packages pocketsphinx and "
-                                 "pocketsphinx-en-us");
-    QStringList heard(static_cast<qsizetype>(recordings.size()));
-    for (const auto &line : ContentOf(place.filePath(QStringLiteral("heard"))).split('\n')) {
-        // "the words (name score)"
-        const auto bracket = line.lastIndexOf('(');
-        const auto name = bracket < 0 ? QByteArray() : line.mid(bracket + 1).split(' ').value(0);
-        bool isNumber = false;
-        const auto index = name.toLongLong(&isNumber);
-        if (isNumber && index >= 0 && index < heard.size())
-            heard[index] = QString::fromUtf8(line.left(bracket)).trimmed().toLower();
+    const QByteArray grammar = QFile::encodeName(folder.filePath(QStringLiteral("grammar")));
+    WriteTo(QString::fromLocal8Bit(grammar), GrammarOf(WordsOf(dictionary)));
+    const std::unique_ptr<cmd_ln_t, Free> options(
+        cmd_ln_init(nullptr, ps_args(), TRUE, "-hmm", SPHINX_MODELS "/en-us/en-us", "-dict",
+                    QFile::encodeName(dictionary).constData(), "-jsgf", grammar.constData(), "-warp_type",
+                    "inverse_linear", "-warp_params", QByteArray::number(warp).constData(), nullptr));
+    const std::unique_ptr<ps_decoder_t, Free> decoder(options ? ps_init(options.get()) : nullptr);
+    if (!decoder)
+        throw std::runtime_error(
+            "the recogniser cannot be started; its model is in the package pocketsphinx-en-us");
+    // One listener hears them all piece by piece, as from a microphone: what he knows of voice and room goes
+    // on from word to word. Left to begin anew with every recording, he would take it from a single short
+    // word.
+    ps_start_stream(decoder.get());
+    QStringList heard;
+    for (const QByteArray &recording : recordings) {
+        if (ps_start_utt(decoder.get()) < 0)
+            throw std::runtime_error("the recogniser does not listen");
+        const auto *samples = reinterpret_cast<const int16 *>(recording.constData());
+        const auto count = static_cast<std::size_t>(recording.size()) / sizeof(int16);
+        for (std::size_t at = 0; at < count; at += kPiece)
+            ps_process_raw(decoder.get(), samples + at, std::min(kPiece, count - at), FALSE, FALSE);
+        ps_end_utt(decoder.get());
+        int32 score = 0;
+        heard << QString::fromUtf8(ps_get_hyp(decoder.get(), &score)).trimmed().toLower();
     }
     return heard;
 }

@@ -1,11 +1,12 @@
 // Says the words of dictionaries in the voices of characters, through everything that the game itself uses up
 // to the sound device, and prints how many of them a recogniser understands in noise.
 //
-// The listener is pocketsphinx with its model of American English and its usual settings. It knows the words
-// of one dictionary and expects exactly one of them. Each is heard once at each level of noise, with half a
-// second of noise before and behind it; the noise is pink and so many decibels below the active level of the
-// word. What the listener knows of voice and room goes on from word to word. The size of the speaker is told
-// to him for the two voices that are larger or smaller than people. Rounds differ in nothing but the noise.
+// The listener is pocketsphinx with its model of American English and its usual settings, listening as to a
+// microphone: what it knows of voice and room goes on from word to word. It knows the words of one dictionary
+// and expects exactly one of them. Each is heard once at each level of noise, with half a second of noise
+// before and behind it; the noise is pink and so many decibels below the active level of the word. The size
+// of the speaker is told to it for the two voices that are larger or smaller than people. Rounds differ in
+// nothing but the noise.
 
 #include "Judge.h"
 
