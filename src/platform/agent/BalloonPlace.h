@@ -21,7 +21,7 @@ struct BalloonOwner {
     QRect face;                  // not to be covered
     QPoint mouth;                // what the tail points to
     std::vector<QRect> others;   // faces of other figures, better left free
-    std::vector<QRect> controls; // what the user may want to press meanwhile, left free if that costs no face
+    std::vector<QRect> controls; // what the user may want to press or read, left free if that costs no face
 };
 
 // Room between bubble and figure, for the tail.

@@ -8,6 +8,8 @@
 #include <QLineEdit>
 #include <QPainter>
 #include <QPainterPath>
+#include <QPlainTextEdit>
+#include <QTextEdit>
 
 #include <algorithm>
 #include <cmath>
@@ -38,18 +40,27 @@ QFont BalloonFont(int size)
 // All balloons of the program, so that one may take the place of another that has had its say.
 std::vector<BalloonWindow *> g_balloons;
 
-// What the user can press, type into or choose from at this moment.
-std::vector<QRect> LiveControls()
+bool IsNeeded(const QWidget &control)
+{
+    if (const auto *text = qobject_cast<const QTextEdit *>(&control))
+        return !text->document()->isEmpty();
+    if (const auto *text = qobject_cast<const QPlainTextEdit *>(&control))
+        return !text->document()->isEmpty();
+    const bool used = qobject_cast<const QAbstractButton *>(&control) ||
+                      qobject_cast<const QLineEdit *>(&control) ||
+                      qobject_cast<const QAbstractItemView *>(&control);
+    return used && control.isEnabled();
+}
+
+// What the user can press, type into, choose from or read at this moment.
+std::vector<QRect> ControlsInUse()
 {
     std::vector<QRect> controls;
     for (const QWidget *window : QApplication::topLevelWidgets()) {
         if (!window->isVisible() || window->windowType() == Qt::ToolTip)
             continue;
         for (const QWidget *control : window->findChildren<QWidget *>()) {
-            const bool used = qobject_cast<const QAbstractButton *>(control) ||
-                              qobject_cast<const QLineEdit *>(control) ||
-                              qobject_cast<const QAbstractItemView *>(control);
-            if (used && control->isVisible() && control->isEnabled())
+            if (control->isVisible() && IsNeeded(*control))
                 controls.emplace_back(control->mapToGlobal(QPoint(0, 0)), control->size());
         }
     }
@@ -114,7 +125,7 @@ void BalloonWindow::BeginLine()
     m_coming = m_next;
     m_begins = false;
     // Those of the moment when it begins: it is not to jump when a button comes alive behind it.
-    m_controls = LiveControls();
+    m_controls = ControlsInUse();
     m_owner.controls = m_controls;
     LayOut();
 }

@@ -5,6 +5,7 @@
 #include <QGuiApplication>
 #include <QPushButton>
 #include <QScreen>
+#include <QTextEdit>
 #include <QtTest>
 
 using namespace platform;
@@ -123,6 +124,25 @@ private slots:
         QCOMPARE(int(PlaceBalloon(bubble, owner, screen).side), int(Side::Above));
         owner.others.clear();
         QCOMPARE(int(PlaceBalloon(bubble, owner, screen, Side::Above).side), int(Side::Above));
+    }
+
+    void textOfTheProgramIsLeftFree()
+    {
+        QWidget form;
+        form.setGeometry(0, 0, 800, 600);
+        QTextEdit board(&form);
+        board.setGeometry(420, 120, 200, 60);
+        board.setReadOnly(true);
+        form.show();
+        const QRect place(board.mapToGlobal(QPoint(0, 0)), board.size());
+        for (const QString &scores : { QStringLiteral("Ann 1 out of 1"), QString() }) {
+            board.setPlainText(scores);
+            BalloonWindow balloon;
+            balloon.Follow(OwnerAt(400, 200));
+            balloon.Begin(balloon.EmptyText());
+            balloon.Append(QStringLiteral("When Genie and Peedy arrive"), false);
+            QCOMPARE(balloon.Bubble().intersects(place), scores.isEmpty());
+        }
     }
 
     void liveControlsOfTheProgramAreLeftFree()
