@@ -182,6 +182,10 @@ class Desktop:
         self._until(address.exists, "the session bus")
         self.environment["DBUS_SESSION_BUS_ADDRESS"] = "unix:path=%s" % address
         self.environment["QT_LINUX_ACCESSIBILITY_ALWAYS_ON"] = "1"
+        self.open_reader()
+
+    def open_reader(self):
+        """Starts what reads the tree, once more when it has ended with a program that went while it was read."""
         self._reader = self._start(
             "/usr/bin/python3", str(Path(__file__).with_name("tree.py")), stdin=subprocess.PIPE,
             stdout=subprocess.PIPE, text=True,

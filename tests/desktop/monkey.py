@@ -60,7 +60,12 @@ class Monkey:
         reader.stdin.flush()
         if not select.select([reader.stdout], [], [], ANSWER_LIMIT)[0]:
             raise Failure("the program did not answer within %.0f s" % ANSWER_LIMIT)
-        self.nodes = [node for node in json.loads(reader.stdout.readline())
+        line = reader.stdout.readline()
+        if not line:
+            self.note("the reader ended")
+            self.desk.open_reader()
+            line = "[]"
+        self.nodes = [node for node in json.loads(line)
                       if "showing" in node["states"] and node["place"]]
         for line in self.desk.lines()[-200:]:
             if SANITIZER.search(line):
@@ -83,6 +88,14 @@ class Monkey:
 
     def note(self, *what):
         self.done.append(" ".join(str(word) for word in what))
+
+    def summary(self, seed, steps):
+        screens = sorted({match.group(1) for match in (re.match(r"screen: (\w+) activate", line) for line in self.desk.lines())
+                          if match})
+        text = "seed %d: %d steps, %d starts, %d screens (%s)" % (seed, steps, self.starts, len(screens), ", ".join(screens))
+        if self.sizes:
+            text += "\nmemory in MiB: %d at first, %d at the end, %d at most" % (self.sizes[0], self.sizes[-1], max(self.sizes))
+        return text
 
     # What it does
 
@@ -150,14 +163,10 @@ def main(application, failures, minutes, seed):
             (failures / "monkey.txt").write_text("\n".join(desk.lines()))
             (failures / "monkey-steps.txt").write_text("\n".join(monkey.done))
             print("FAILED after %d steps with seed %d: %s" % (len(monkey.done), seed, failure))
+            print(monkey.summary(seed, len(monkey.done)))
             print("the last steps: " + "; ".join(monkey.done[-8:]))
             return 1
-        screens = sorted({match.group(1) for match in (re.match(r"screen: (\w+) activate", line) for line in desk.lines())
-                          if match})
-        sizes = monkey.sizes
-        print("seed %d: %d steps, %d starts, %d screens (%s)" % (seed, steps, monkey.starts, len(screens), ", ".join(screens)))
-        if sizes:
-            print("memory in MiB: %d at first, %d at the end, %d at most" % (sizes[0], sizes[-1], max(sizes)))
+        print(monkey.summary(seed, steps))
         return 0
 
 

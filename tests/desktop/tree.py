@@ -41,7 +41,7 @@ def walk(node, parent, nodes):
             child = node.get_child_at_index(index)
             if child:
                 walk(child, here, nodes)
-    except GLib.Error:
+    except (GLib.Error, AttributeError, TypeError):
         pass  # It went while it was read: the next reading tells.
 
 
