@@ -26,11 +26,20 @@ public:
         QStyledItemDelegate::paint(painter, within, index);
     }
 
+    // No wider than the list either, so that a screen reader tells where the text is seen.
+    QSize sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const override
+    {
+        QSize size = QStyledItemDelegate::sizeHint(option, index);
+        size.setWidth(std::min(size.width(), m_list.viewport()->width()));
+        return size;
+    }
+
     bool helpEvent(QHelpEvent *event, QAbstractItemView *view, const QStyleOptionViewItem &option,
                    const QModelIndex &index) override
     {
         if (event->type() != QEvent::ToolTip || !index.isValid() ||
-            sizeHint(option, index).width() + Indent(index) <= m_list.viewport()->width())
+            QStyledItemDelegate::sizeHint(option, index).width() + Indent(index) <=
+                m_list.viewport()->width())
             return QStyledItemDelegate::helpEvent(event, view, option, index);
         QToolTip::showText(event->globalPos(),
                            Qt::convertFromPlainText(index.data().toString(), Qt::WhiteSpaceNormal),

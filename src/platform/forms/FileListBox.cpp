@@ -139,11 +139,7 @@ void FileListBox::contextMenuEvent(QContextMenuEvent *event)
 QItemSelectionModel::SelectionFlags FileListBox::selectionCommand(const QModelIndex &index,
                                                                   const QEvent *event) const
 {
-    // The base class would let a click beside the files, or with Ctrl, select none.
-    const auto usual = QListWidget::selectionCommand(index, event);
-    if (!index.isValid() || usual == QItemSelectionModel::NoUpdate)
-        return QItemSelectionModel::NoUpdate;
-    return QItemSelectionModel::ClearAndSelect;
+    return KeptSelection(index, QListWidget::selectionCommand(index, event));
 }
 
 } // namespace platform

@@ -5,6 +5,7 @@
 #include "platform/files/Drives.h"
 #include "platform/files/Files.h"
 #include "platform/forms/CutText.h"
+#include "platform/forms/SelectionKeys.h"
 
 #include <QIcon>
 #include <QKeyEvent>
@@ -158,10 +159,7 @@ void FolderList::focusOutEvent(QFocusEvent *event)
 QItemSelectionModel::SelectionFlags FolderList::selectionCommand(const QModelIndex &index,
                                                                  const QEvent *event) const
 {
-    const auto usual = QListWidget::selectionCommand(index, event);
-    if (!index.isValid() || usual == QItemSelectionModel::NoUpdate)
-        return QItemSelectionModel::NoUpdate;
-    return QItemSelectionModel::ClearAndSelect;
+    return KeptSelection(index, QListWidget::selectionCommand(index, event));
 }
 
 } // namespace platform

@@ -1,5 +1,6 @@
 #include "platform/forms/ListView.h"
 
+#include "platform/forms/SelectionKeys.h"
 #include "platform/forms/Twips.h"
 
 #include <QContextMenuEvent>
@@ -280,10 +281,7 @@ void ListView::UpdateScrollBar()
 QItemSelectionModel::SelectionFlags ListView::selectionCommand(const QModelIndex &index,
                                                                const QEvent *event) const
 {
-    const auto usual = QTreeView::selectionCommand(index, event);
-    if (!index.isValid() || usual == QItemSelectionModel::NoUpdate)
-        return QItemSelectionModel::NoUpdate;
-    return QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows;
+    return KeptSelection(index, QTreeView::selectionCommand(index, event));
 }
 
 } // namespace platform

@@ -36,6 +36,14 @@ bool SelectByKey(QListWidget &list, const QKeyEvent &event)
     return true;
 }
 
+QItemSelectionModel::SelectionFlags KeptSelection(const QModelIndex &index,
+                                                  QItemSelectionModel::SelectionFlags usual)
+{
+    if (!index.isValid() || usual == QItemSelectionModel::NoUpdate)
+        return QItemSelectionModel::NoUpdate;
+    return QItemSelectionModel::ClearAndSelect | (usual & QItemSelectionModel::Rows);
+}
+
 void InstallSelectionKeys(QListWidget &list)
 {
     new SelectionKeysFilter(list); // owned by the list

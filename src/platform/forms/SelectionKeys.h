@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QItemSelectionModel>
+
 class QKeyEvent;
 class QListWidget;
 
@@ -11,5 +13,11 @@ void InstallSelectionKeys(QListWidget &list);
 
 // What it does with a key press; true when that has selected an entry.
 bool SelectByKey(QListWidget &list, const QKeyEvent &event);
+
+// What a click or a key at `index` does to the selection in a list where nothing but another entry takes it
+// from an entry; `usual` is what the list would do by itself, which is to let a click beside the entries, or
+// with Ctrl, select none.
+QItemSelectionModel::SelectionFlags KeptSelection(const QModelIndex &index,
+                                                  QItemSelectionModel::SelectionFlags usual);
 
 } // namespace platform

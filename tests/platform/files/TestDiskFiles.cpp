@@ -1,6 +1,8 @@
 #include "platform/files/DiskFiles.h"
 
 #include "platform/Error.h"
+#include "support/AsOrdinaryUser.h"
+#include "support/NumberRaised.h"
 
 #include <QDir>
 #include <QElapsedTimer>
@@ -19,41 +21,9 @@
 using platform::DiskFiles;
 using platform::FileWriting;
 using platform::NumberOfErrno;
+using support::AsOrdinaryUser;
+using support::NumberRaised;
 using namespace std::chrono_literals;
-
-namespace {
-
-// The number of the Error that `work` raises, 0 when it raises none.
-template <class Work>
-qint32 NumberRaised(Work work)
-{
-    try {
-        work();
-    } catch (const platform::Error &error) {
-        return error.Number();
-    }
-    return 0;
-}
-
-// Rights bind everybody but the superuser, so the superuser steps down for a while.
-class AsOrdinaryUser {
-public:
-    AsOrdinaryUser() : m_user(geteuid())
-    {
-        if (m_user == 0 && seteuid(65534) != 0)
-            qFatal("cannot step down");
-    }
-    ~AsOrdinaryUser()
-    {
-        if (seteuid(m_user) != 0)
-            qFatal("cannot step up");
-    }
-
-private:
-    uid_t m_user;
-};
-
-} // namespace
 
 // Text files on the disk.
 class TestDiskFiles : public QObject {

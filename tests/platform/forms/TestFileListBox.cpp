@@ -365,6 +365,8 @@ void TestFileListBox::longNamesAreCutAndToldWhole()
         return QToolTip::text();
     };
     QCOMPARE(list.item(0)->text(), name);
+    // A screen reader finds it where it is seen.
+    QVERIFY(list.viewport()->rect().contains(list.visualItemRect(list.item(0))));
     QCOMPARE(tip(1), QString());
     QCOMPARE(tip(0), Qt::convertFromPlainText(name, Qt::WhiteSpaceNormal));
 }

@@ -4,6 +4,7 @@
 #include "platform/files/DiskFiles.h"
 #include "platform/forms/DriveList.h"
 #include "support/FaultyFiles.h"
+#include "support/NumberRaised.h"
 #include "support/PlainDesk.h"
 
 #include <QDir>
@@ -16,22 +17,8 @@
 using platform::Drive;
 using platform::DriveList;
 using platform::FolderList;
+using support::NumberRaised;
 using Operation = support::FaultyFiles::Operation;
-
-namespace {
-
-template <class Work>
-qint32 NumberRaised(Work work)
-{
-    try {
-        work();
-    } catch (const platform::Error &error) {
-        return error.Number();
-    }
-    return 0;
-}
-
-} // namespace
 
 // The list of the drives and the tree of folders.
 class TestFolderList : public QObject {

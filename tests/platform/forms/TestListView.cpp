@@ -1,5 +1,6 @@
 #include "platform/Error.h"
 #include "platform/forms/ListView.h"
+#include "support/NumberRaised.h"
 
 #include <QAbstractItemModelTester>
 #include <QElapsedTimer>
@@ -15,6 +16,7 @@
 #include <optional>
 
 using platform::ListView;
+using support::NumberRaised;
 
 // The list in columns, with its entries counted from 1.
 class TestListView : public QObject {
@@ -49,14 +51,14 @@ private slots:
     {
         Fill({ "cat" });
         for (const int index : { -1, 0, 2 }) {
-            QCOMPARE(Raised([&] { m_list->Item(index); }), 9);
-            QCOMPARE(Raised([&] { m_list->Remove(index); }), 9);
-            QCOMPARE(Raised([&] { m_list->Item(1)->SubItem(index); }), 9);
-            QCOMPARE(Raised([&] { m_list->Item(1)->SetSubItem(index, "x"); }), 9);
+            QCOMPARE(NumberRaised([&] { m_list->Item(index); }), 9);
+            QCOMPARE(NumberRaised([&] { m_list->Remove(index); }), 9);
+            QCOMPARE(NumberRaised([&] { m_list->Item(1)->SubItem(index); }), 9);
+            QCOMPARE(NumberRaised([&] { m_list->Item(1)->SetSubItem(index, "x"); }), 9);
         }
         for (const int column : { -1, 0, 3 }) {
-            QCOMPARE(Raised([&] { m_list->SetColumnTwips(column, 1500); }), 9);
-            QCOMPARE(Raised([&] { m_list->ColumnTwips(column); }), 9);
+            QCOMPARE(NumberRaised([&] { m_list->SetColumnTwips(column, 1500); }), 9);
+            QCOMPARE(NumberRaised([&] { m_list->ColumnTwips(column); }), 9);
         }
     }
 
@@ -67,14 +69,14 @@ private slots:
         m_list->Remove(1);
         item->SetText("cow");
         QCOMPARE(item->Text(), QString("cow"));
-        QCOMPARE(Raised([&] { item->Index(); }), 9);
+        QCOMPARE(NumberRaised([&] { item->Index(); }), 9);
         QCOMPARE(Seen(), QStringList({ "dog" }));
     }
 
     void anEmptyListHasNothingSelected()
     {
         QVERIFY(m_list->SelectedItem().IsNothing());
-        QCOMPARE(Raised([&] { m_list->SelectedItem()->Text(); }), 91);
+        QCOMPARE(NumberRaised([&] { m_list->SelectedItem()->Text(); }), 91);
         Fill({ "cat" });
         m_list->Remove(1);
         QVERIFY(m_list->SelectedItem().IsNothing());
@@ -394,16 +396,6 @@ private:
         }
         return lines;
     }
-    static int Raised(const std::function<void()> &work)
-    {
-        try {
-            work();
-        } catch (const platform::Error &error) {
-            return error.Number();
-        }
-        return 0;
-    }
-
     std::optional<ListView> m_list;
 };
 
