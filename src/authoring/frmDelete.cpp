@@ -19,7 +19,7 @@ namespace tumblewick {
 
 using platform::The;
 
-frmDelete::frmDelete() : SharedScreen(QStringLiteral("frmDelete"), QStringLiteral("Delete a List")) {}
+frmDelete::frmDelete() : ResizedScreen(QStringLiteral("frmDelete"), QStringLiteral("Delete a List")) {}
 
 frmDelete::~frmDelete()
 {
@@ -33,7 +33,7 @@ void frmDelete::OnLoad(QWidget &window)
     m_ui->setupUi(&window);
     DressWindow(window, Room::Study);
     platform::InstallEnterKey(window);
-    m_resizer = std::make_unique<platform::Resizer>(window);
+    ScaleControls(window);
     m_ui->File1->SetDeleteButton(*m_ui->cmdDel);
     Connect(m_ui->cmdDel, &QPushButton::clicked, [this] { cmdDel_Click(); });
     Connect(m_ui->cmdback, &QPushButton::clicked, [this] { ShowScreen(frmList::Shared(), *this); });
@@ -43,22 +43,15 @@ void frmDelete::OnLoad(QWidget &window)
 
 void frmDelete::OnActivate()
 {
-    try {
+    Trapped([this] {
         m_ui->File1->setFocus();
         m_ui->File1->SetPath(Folder());
-    } catch (const platform::Error &error) {
-        ErrorReport(error);
-    }
+    });
 }
 
 void frmDelete::OnUnload()
 {
     CloseHelp();
-}
-
-void frmDelete::OnResize()
-{
-    m_resizer->Apply();
 }
 
 QString frmDelete::Folder() const
@@ -71,7 +64,7 @@ QString frmDelete::Folder() const
 // With nothing selected it asks all the same, and a Yes then fails on the folder: wanted.
 void frmDelete::cmdDel_Click()
 {
-    try {
+    Trapped([this] {
         const QString name = m_ui->File1->FileName();
         if (The().boxes.MessageBox(
                 QStringLiteral("Are you sure you want to delete ") + name + QLatin1Char('?'),
@@ -79,9 +72,7 @@ void frmDelete::cmdDel_Click()
             return;
         The().files.Kill(Folder() + QLatin1Char('\\') + name);
         m_ui->File1->Refresh();
-    } catch (const platform::Error &error) {
-        ErrorReport(error);
-    }
+    });
 }
 
 } // namespace tumblewick

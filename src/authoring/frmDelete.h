@@ -1,7 +1,6 @@
 #pragma once
 
-#include "platform/forms/Resizer.h"
-#include "platform/forms/Screen.h"
+#include "platform/forms/ResizedScreen.h"
 
 #include <QString>
 
@@ -14,7 +13,7 @@ class frmDelete;
 namespace tumblewick {
 
 // Deletes lists of one kind.
-class frmDelete : public platform::SharedScreen<frmDelete> {
+class frmDelete : public platform::ResizedScreen<frmDelete> {
 public:
     frmDelete();
     ~frmDelete() override;
@@ -26,14 +25,11 @@ private:
     void OnLoad(QWidget &window) override;
     void OnActivate() override;
     void OnUnload() override;
-    void OnResize() override;
-    bool FillsDisplay() const override { return true; }
 
     QString Folder() const; // of the lists, ends without a separator
     void cmdDel_Click();
 
     std::unique_ptr<Ui::frmDelete> m_ui; // valid while loaded
-    std::unique_ptr<platform::Resizer> m_resizer;
 };
 
 } // namespace tumblewick

@@ -8,6 +8,7 @@
 #include "platform/Services.h"
 #include "platform/forms/Boxes.h"
 #include "platform/forms/EnterKey.h"
+#include "platform/forms/Holds.h"
 #include "platform/system/Process.h"
 #include "shell/Appearance.h"
 #include "shell/ErrorBoxes.h"
@@ -20,7 +21,7 @@ namespace tumblewick {
 
 using platform::The;
 
-frmEdit::frmEdit() : SharedScreen(QStringLiteral("frmEdit"), QStringLiteral("Select a List")) {}
+frmEdit::frmEdit() : ResizedScreen(QStringLiteral("frmEdit"), QStringLiteral("Select a List")) {}
 
 frmEdit::~frmEdit()
 {
@@ -34,8 +35,7 @@ void frmEdit::OnLoad(QWidget &window)
     m_ui->setupUi(&window);
     DressWindow(window, Room::Study);
     platform::InstallEnterKey(window, m_ui->cmdOK);
-    m_resizer =
-        std::make_unique<platform::Resizer>(window, platform::HoldAllButLeft({ "CommandButton", "Label" }));
+    ScaleControls(window, platform::HoldAllButLeft({ "CommandButton", "Label" }));
     m_ui->File1->SetDoubleClickButton(*m_ui->cmdOK);
     Connect(m_ui->File1, &platform::FileListBox::Clicked, [this] { File1_Click(); });
     Connect(m_ui->cmdOK, &QPushButton::clicked, [this] { cmdOK_Click(); });
@@ -46,26 +46,19 @@ void frmEdit::OnLoad(QWidget &window)
 
 void frmEdit::OnActivate()
 {
-    try {
+    Trapped([this] {
         m_ui->File1->setFocus();
         const QString folder = The().process.ApplicationFolder();
         if (ListType == kSpellList)
             m_ui->File1->SetPath(folder + QStringLiteral("\\Lists"));
         else if (ListType == kQuizList)
             m_ui->File1->SetPath(folder + QStringLiteral("\\QList"));
-    } catch (const platform::Error &error) {
-        ErrorReport(error);
-    }
+    });
 }
 
 void frmEdit::OnUnload()
 {
     CloseHelp();
-}
-
-void frmEdit::OnResize()
-{
-    m_resizer->Apply();
 }
 
 void frmEdit::File1_Click()
@@ -76,15 +69,13 @@ void frmEdit::File1_Click()
 
 void frmEdit::cmdOK_Click()
 {
-    try {
+    Trapped([this] {
         if (ListType == kSpellList)
             EditSelected<frmEditSpell>(
                 QStringLiteral("Select a spelling list by clicking on the name of the list."));
         else if (ListType == kQuizList)
             EditSelected<frmEditQuiz>(QStringLiteral("Select a quiz by clicking on the name of the list."));
-    } catch (const platform::Error &error) {
-        ErrorReport(error);
-    }
+    });
 }
 
 template <class Target>

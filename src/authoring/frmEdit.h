@@ -1,7 +1,6 @@
 #pragma once
 
-#include "platform/forms/Holds.h"
-#include "platform/forms/Screen.h"
+#include "platform/forms/ResizedScreen.h"
 
 #include <QString>
 
@@ -14,7 +13,7 @@ class frmEdit;
 namespace tumblewick {
 
 // Chooses the list to edit.
-class frmEdit : public platform::SharedScreen<frmEdit> {
+class frmEdit : public platform::ResizedScreen<frmEdit> {
 public:
     frmEdit();
     ~frmEdit() override;
@@ -27,8 +26,6 @@ private:
     void OnLoad(QWidget &window) override;
     void OnActivate() override;
     void OnUnload() override;
-    void OnResize() override;
-    bool FillsDisplay() const override { return true; }
 
     void File1_Click();
     void cmdOK_Click();
@@ -37,7 +34,6 @@ private:
     void EditSelected(const QString &nothingSelected);
 
     std::unique_ptr<Ui::frmEdit> m_ui; // valid while loaded
-    std::unique_ptr<platform::Resizer> m_resizer;
 };
 
 } // namespace tumblewick

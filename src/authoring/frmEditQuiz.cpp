@@ -20,7 +20,7 @@ namespace tumblewick {
 
 using platform::The;
 
-frmEditQuiz::frmEditQuiz() : SharedScreen(QStringLiteral("frmEditQuiz"), QStringLiteral("Edit Quiz")) {}
+frmEditQuiz::frmEditQuiz() : ResizedScreen(QStringLiteral("frmEditQuiz"), QStringLiteral("Edit Quiz")) {}
 
 frmEditQuiz::~frmEditQuiz()
 {
@@ -34,7 +34,7 @@ void frmEditQuiz::OnLoad(QWidget &window)
     m_ui->setupUi(&window);
     DressWindow(window, Room::Study);
     platform::InstallEnterKey(window);
-    m_resizer = std::make_unique<platform::Resizer>(window);
+    ScaleControls(window);
     m_columns.emplace(*m_ui->lvwList);
     m_editBoxes = { m_ui->txtEQuestion,
                     { m_ui->txtEAnsw_0, m_ui->txtEAnsw_1, m_ui->txtEAnsw_2, m_ui->txtEAnsw_3 },
@@ -93,7 +93,7 @@ void frmEditQuiz::OnUnload()
 
 void frmEditQuiz::OnResize()
 {
-    m_resizer->Apply();
+    ResizedScreen::OnResize();
     m_columns->FollowList();
     DrawAnswerShapes({ m_ui->Image1, m_ui->Image2, m_ui->Image3, m_ui->Image4 });
     DrawAnswerShapes({ m_ui->Image5, m_ui->Image6, m_ui->Image7, m_ui->Image8 });
@@ -213,15 +213,6 @@ void frmEditQuiz::cmdMenu_Click()
         if (MayLeave())
             ShowScreen(frmMenu1::Shared(), *this);
     });
-}
-
-void frmEditQuiz::Trapped(const std::function<void()> &work)
-{
-    try {
-        work();
-    } catch (const platform::Error &error) {
-        ErrorReport(error);
-    }
 }
 
 } // namespace tumblewick

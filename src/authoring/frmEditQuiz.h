@@ -3,10 +3,8 @@
 #include "authoring/QuestionBoxes.h"
 #include "authoring/QuizColumns.h"
 #include "lists/KeptFile.h"
-#include "platform/forms/Resizer.h"
-#include "platform/forms/Screen.h"
+#include "platform/forms/ResizedScreen.h"
 
-#include <functional>
 #include <memory>
 #include <optional>
 
@@ -17,7 +15,7 @@ class frmEditQuiz;
 namespace tumblewick {
 
 // Edits one quiz. Whatever is done goes to the file at once.
-class frmEditQuiz : public platform::SharedScreen<frmEditQuiz> {
+class frmEditQuiz : public platform::ResizedScreen<frmEditQuiz> {
 public:
     frmEditQuiz();
     ~frmEditQuiz() override;
@@ -29,7 +27,6 @@ private:
     void OnActivate() override;
     void OnUnload() override;
     void OnResize() override;
-    bool FillsDisplay() const override { return true; }
 
     void lvwList_Click();
     void lvwList_DblClick();
@@ -44,7 +41,6 @@ private:
 
     void LoadQuestions();
     void RewriteFile();
-    void Trapped(const std::function<void()> &work);
 
     KeptFileReference m_file;
     // These three outlive the visit; only a double click sets the first two right: wanted.
@@ -53,7 +49,6 @@ private:
     bool AddDirty = false;
 
     std::unique_ptr<Ui::frmEditQuiz> m_ui; // valid while loaded
-    std::unique_ptr<platform::Resizer> m_resizer;
     std::optional<QuizColumns> m_columns;
     QuestionBoxes m_editBoxes;
     QuestionBoxes m_addBoxes;

@@ -42,7 +42,7 @@ bool IsEitherFilled(const QLineEdit &one, const QLineEdit &other)
 } // namespace
 
 frmEditSpell::frmEditSpell()
-    : SharedScreen(QStringLiteral("frmEditSpell"), QStringLiteral("Edit Spelling List")),
+    : ResizedScreen(QStringLiteral("frmEditSpell"), QStringLiteral("Edit Spelling List")),
       m_tester(*this, [this](Standing standing) {
           return PlaceBeforeList(platform::Twips(*m_ui->List), State().Characters[kMerlin]->Height(),
                                  standing);
@@ -62,7 +62,7 @@ void frmEditSpell::OnLoad(QWidget &window)
     m_ui->setupUi(&window);
     DressWindow(window, Room::Study);
     platform::InstallEnterKey(window);
-    m_resizer = std::make_unique<platform::Resizer>(window);
+    ScaleControls(window);
     m_agent1 = The().agent.CreateControl();
     m_tester.SetControl(m_agent1);
     for (QLineEdit *box : { m_ui->txtESpell, m_ui->txtEPronounce, m_ui->txtASpell, m_ui->txtAPronounce })
@@ -114,11 +114,6 @@ void frmEditSpell::OnUnload()
     m_file = nullptr;
     m_agent1->Disconnect();
     Release();
-}
-
-void frmEditSpell::OnResize()
-{
-    m_resizer->Apply();
 }
 
 // Comes before each double click too.
@@ -256,15 +251,6 @@ void frmEditSpell::cmdMenu_Click()
         if (MayLeave())
             ShowScreen(frmMenu1::Shared(), *this);
     });
-}
-
-void frmEditSpell::Trapped(const std::function<void()> &work)
-{
-    try {
-        work();
-    } catch (const platform::Error &error) {
-        ErrorReport(error);
-    }
 }
 
 } // namespace tumblewick

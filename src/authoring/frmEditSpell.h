@@ -3,10 +3,8 @@
 #include "authoring/PronunciationTest.h"
 #include "lists/KeptFile.h"
 #include "lists/SpellingList.h"
-#include "platform/forms/Resizer.h"
-#include "platform/forms/Screen.h"
+#include "platform/forms/ResizedScreen.h"
 
-#include <functional>
 #include <memory>
 
 class QLineEdit;
@@ -18,7 +16,7 @@ class frmEditSpell;
 namespace tumblewick {
 
 // Edits one spelling list. Whatever is done goes to the file at once.
-class frmEditSpell : public platform::SharedScreen<frmEditSpell> {
+class frmEditSpell : public platform::ResizedScreen<frmEditSpell> {
 public:
     frmEditSpell();
     ~frmEditSpell() override;
@@ -29,8 +27,6 @@ private:
     void OnLoad(QWidget &window) override;
     void OnActivate() override;
     void OnUnload() override;
-    void OnResize() override;
-    bool FillsDisplay() const override { return true; }
 
     void List_Click();
     void List_DblClick();
@@ -48,7 +44,6 @@ private:
     void RewriteFile(SpellingWriting how);
     void EmptyEditBoxes();
     void Test(const PronunciationTest &test, const QLineEdit &box);
-    void Trapped(const std::function<void()> &work);
 
     KeptFileReference m_file;
     bool ItemChosen = false; // an entry was double-clicked into the edit boxes
@@ -56,7 +51,6 @@ private:
     bool AddDirty = false;
 
     std::unique_ptr<Ui::frmEditSpell> m_ui; // valid while loaded
-    std::unique_ptr<platform::Resizer> m_resizer;
     platform::AgentControlReference m_agent1;
     PronunciationTester m_tester;
 };

@@ -18,7 +18,7 @@
 
 namespace tumblewick {
 
-frmList::frmList() : SharedScreen(QStringLiteral("frmList"), QStringLiteral("Maintenance")) {}
+frmList::frmList() : ResizedScreen(QStringLiteral("frmList"), QStringLiteral("Maintenance")) {}
 
 frmList::~frmList()
 {
@@ -32,7 +32,7 @@ void frmList::OnLoad(QWidget &window)
     m_ui->setupUi(&window);
     DressWindow(window, Room::Study);
     platform::InstallEnterKey(window);
-    m_resizer = std::make_unique<platform::Resizer>(window, platform::HoldAllButLeft({ "CommandButton" }));
+    ScaleControls(window, platform::HoldAllButLeft({ "CommandButton" }));
     m_ui->cmdNewSpell->setFocus();
     Connect(m_ui->cmdNewSpell, &QPushButton::clicked, [this] { ShowScreen(frmSpelling1::Shared(), *this); });
     Connect(m_ui->cmdEditSpell, &QPushButton::clicked, [this] { Edit(kSpellList); });
@@ -67,11 +67,6 @@ void frmList::OnUnload()
 {
     CloseHelp();
     Release();
-}
-
-void frmList::OnResize()
-{
-    m_resizer->Apply();
 }
 
 } // namespace tumblewick

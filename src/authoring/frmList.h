@@ -1,7 +1,6 @@
 #pragma once
 
-#include "platform/forms/Resizer.h"
-#include "platform/forms/Screen.h"
+#include "platform/forms/ResizedScreen.h"
 
 #include <memory>
 
@@ -12,7 +11,7 @@ class frmList;
 namespace tumblewick {
 
 // The hub of the grown-ups' screens, behind the password lock of the menu.
-class frmList : public platform::SharedScreen<frmList> {
+class frmList : public platform::ResizedScreen<frmList> {
 public:
     frmList();
     ~frmList() override;
@@ -20,8 +19,6 @@ public:
 private:
     void OnLoad(QWidget &window) override;
     void OnUnload() override;
-    void OnResize() override;
-    bool FillsDisplay() const override { return true; }
 
     // Hands the kind of list to the target and goes there.
     template <class Target>
@@ -29,7 +26,6 @@ private:
     void Edit(const QString &listType);
 
     std::unique_ptr<Ui::frmList> m_ui; // valid while loaded
-    std::unique_ptr<platform::Resizer> m_resizer;
 };
 
 } // namespace tumblewick

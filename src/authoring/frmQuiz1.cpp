@@ -21,7 +21,7 @@ using platform::BoxAnswer;
 using platform::BoxButtons;
 using platform::The;
 
-frmQuiz1::frmQuiz1() : SharedScreen(QStringLiteral("frmQuiz1"), QStringLiteral("Create a Quiz")) {}
+frmQuiz1::frmQuiz1() : ResizedScreen(QStringLiteral("frmQuiz1"), QStringLiteral("Create a Quiz")) {}
 
 frmQuiz1::~frmQuiz1() = default;
 
@@ -31,7 +31,7 @@ void frmQuiz1::OnLoad(QWidget &window)
     m_ui->setupUi(&window);
     DressWindow(window, Room::Study);
     platform::InstallEnterKey(window);
-    m_resizer = std::make_unique<platform::Resizer>(window);
+    ScaleControls(window);
     m_columns.emplace(*m_ui->lvwList);
     m_boxes = { m_ui->txtQuest,
                 { m_ui->txtAnsw_0, m_ui->txtAnsw_1, m_ui->txtAnsw_2, m_ui->txtAnsw_3 },
@@ -63,7 +63,7 @@ void frmQuiz1::OnUnload()
 
 void frmQuiz1::OnResize()
 {
-    m_resizer->Apply();
+    ResizedScreen::OnResize();
     m_columns->FollowList();
     DrawAnswerShapes({ m_ui->Image1, m_ui->Image2, m_ui->Image3, m_ui->Image4 });
 }

@@ -2,8 +2,7 @@
 
 #include "authoring/QuestionBoxes.h"
 #include "authoring/QuizColumns.h"
-#include "platform/forms/Resizer.h"
-#include "platform/forms/Screen.h"
+#include "platform/forms/ResizedScreen.h"
 
 #include <memory>
 #include <optional>
@@ -15,7 +14,7 @@ class frmQuiz1;
 namespace tumblewick {
 
 // Makes a new quiz. No file is touched until it is saved.
-class frmQuiz1 : public platform::SharedScreen<frmQuiz1> {
+class frmQuiz1 : public platform::ResizedScreen<frmQuiz1> {
 public:
     frmQuiz1();
     ~frmQuiz1() override;
@@ -25,7 +24,6 @@ private:
     void OnActivate() override;
     void OnUnload() override;
     void OnResize() override;
-    bool FillsDisplay() const override { return true; }
 
     void cmdAdd_Click();
     void cmdDel_Click();
@@ -40,7 +38,6 @@ private:
     bool ListDirty = false;
 
     std::unique_ptr<Ui::frmQuiz1> m_ui; // valid while loaded
-    std::unique_ptr<platform::Resizer> m_resizer;
     std::optional<QuizColumns> m_columns;
     QuestionBoxes m_boxes;
     QString m_filePath; // of the last save

@@ -34,7 +34,7 @@ const PronunciationTest kTestOfPronunciation{ QStringLiteral("You have not enter
 } // namespace
 
 frmSpelling1::frmSpelling1()
-    : SharedScreen(QStringLiteral("frmSpelling1"), QStringLiteral("Create a Spell List")),
+    : ResizedScreen(QStringLiteral("frmSpelling1"), QStringLiteral("Create a Spell List")),
       m_tester(*this, [this](Standing) {
           return PlaceBesideBoxes(platform::Twips(*m_ui->txtNew), platform::Twips(*m_ui->Frame1),
                                   State().DisplayWidth);
@@ -50,7 +50,7 @@ void frmSpelling1::OnLoad(QWidget &window)
     m_ui->setupUi(&window);
     DressWindow(window, Room::Study);
     platform::InstallEnterKey(window);
-    m_resizer = std::make_unique<platform::Resizer>(window);
+    ScaleControls(window);
     m_agent1 = The().agent.CreateControl();
     m_tester.SetControl(m_agent1);
     for (QLineEdit *box : { m_ui->txtName, m_ui->txtNew, m_ui->txtPronounce })
@@ -81,7 +81,7 @@ void frmSpelling1::OnUnload()
 
 void frmSpelling1::OnResize()
 {
-    m_resizer->Apply();
+    ResizedScreen::OnResize();
     const int half = platform::Twips(*m_ui->List1).width / 2;
     m_ui->List1->SetColumnTwips(1, half);
     m_ui->List1->SetColumnTwips(2, half);

@@ -1,8 +1,7 @@
 #pragma once
 
 #include "authoring/PronunciationTest.h"
-#include "platform/forms/Resizer.h"
-#include "platform/forms/Screen.h"
+#include "platform/forms/ResizedScreen.h"
 
 #include <memory>
 
@@ -13,7 +12,7 @@ class frmSpelling1;
 namespace tumblewick {
 
 // Makes a new spelling list. The words stand on the screen alone until they are saved.
-class frmSpelling1 : public platform::SharedScreen<frmSpelling1> {
+class frmSpelling1 : public platform::ResizedScreen<frmSpelling1> {
 public:
     frmSpelling1();
     ~frmSpelling1() override;
@@ -22,7 +21,6 @@ private:
     void OnLoad(QWidget &window) override;
     void OnUnload() override;
     void OnResize() override;
-    bool FillsDisplay() const override { return true; }
 
     void cmdTestit_Click();
     void cmdTest_Click();
@@ -36,7 +34,6 @@ private:
     bool ListDirty = false; // a word was added since the last save; deleting one changes nothing
 
     std::unique_ptr<Ui::frmSpelling1> m_ui; // valid while loaded
-    std::unique_ptr<platform::Resizer> m_resizer;
     platform::AgentControlReference m_agent1;
     PronunciationTester m_tester;
 };

@@ -20,7 +20,7 @@ namespace tumblewick {
 
 using platform::The;
 
-frmExpList::frmExpList() : SharedScreen(QStringLiteral("frmExpList"), QStringLiteral("Lists")) {}
+frmExpList::frmExpList() : ResizedScreen(QStringLiteral("frmExpList"), QStringLiteral("Lists")) {}
 
 frmExpList::~frmExpList()
 {
@@ -34,10 +34,9 @@ void frmExpList::OnLoad(QWidget &window)
     m_ui->setupUi(&window);
     DressWindow(window, Room::Study);
     platform::InstallEnterKey(window, m_ui->cmdExport);
-    m_resizer = std::make_unique<platform::Resizer>(window);
+    ScaleControls(window);
     m_ui->FileList->SetMenuButton(*m_ui->cmdExport);
-    Connect(m_ui->FileList, &platform::FileListBox::Clicked,
-            [this] { m_ui->txtName->setText(m_ui->FileList->FileName()); });
+    Connect(m_ui->FileList, &platform::FileListBox::Clicked, [this] { FileList_Click(); });
     Connect(m_ui->Drive1, &platform::DriveList::Changed, [this] { Drive1_Change(); });
     Connect(m_ui->cmdExport, &QPushButton::clicked, [this] { cmdExport_Click(); });
     Connect(m_ui->cmdback, &QPushButton::clicked, [this] { ShowScreen(frmList::Shared(), *this); });
@@ -47,15 +46,13 @@ void frmExpList::OnLoad(QWidget &window)
 
 void frmExpList::OnActivate()
 {
-    try {
+    Trapped([this] {
         m_ui->FileList->setFocus();
         m_ui->Drive1->SetDrive(The().drives.Starting());
         m_ui->FileList->SetPath(The().process.ApplicationFolder() + (ListType == kSpellList
                                                                          ? QStringLiteral("\\Lists")
                                                                          : QStringLiteral("\\Qlist")));
-    } catch (const platform::Error &error) {
-        ErrorReport(error);
-    }
+    });
 }
 
 void frmExpList::OnUnload()
@@ -64,9 +61,10 @@ void frmExpList::OnUnload()
     Release();
 }
 
-void frmExpList::OnResize()
+void frmExpList::FileList_Click()
 {
-    m_resizer->Apply();
+    m_ui->txtName->setText(m_ui->FileList->FileName());
+    m_ui->txtName->setCursorPosition(0); // a long name is seen from its beginning
 }
 
 void frmExpList::Drive1_Change()

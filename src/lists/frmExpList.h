@@ -1,7 +1,6 @@
 #pragma once
 
-#include "platform/forms/Resizer.h"
-#include "platform/forms/Screen.h"
+#include "platform/forms/ResizedScreen.h"
 
 #include <QString>
 
@@ -14,7 +13,7 @@ class frmExpList;
 namespace tumblewick {
 
 // Copies a list of the program to any folder.
-class frmExpList : public platform::SharedScreen<frmExpList> {
+class frmExpList : public platform::ResizedScreen<frmExpList> {
 public:
     frmExpList();
     ~frmExpList() override;
@@ -26,14 +25,12 @@ private:
     void OnLoad(QWidget &window) override;
     void OnActivate() override;
     void OnUnload() override;
-    void OnResize() override;
-    bool FillsDisplay() const override { return true; }
 
+    void FileList_Click();
     void Drive1_Change();
     void cmdExport_Click();
 
     std::unique_ptr<Ui::frmExpList> m_ui; // valid while loaded
-    std::unique_ptr<platform::Resizer> m_resizer;
 };
 
 } // namespace tumblewick

@@ -20,7 +20,7 @@ namespace tumblewick {
 
 using platform::The;
 
-frmImpList::frmImpList() : SharedScreen(QStringLiteral("frmImpList"), QStringLiteral("Import List")) {}
+frmImpList::frmImpList() : ResizedScreen(QStringLiteral("frmImpList"), QStringLiteral("Import List")) {}
 
 frmImpList::~frmImpList()
 {
@@ -34,12 +34,11 @@ void frmImpList::OnLoad(QWidget &window)
     m_ui->setupUi(&window);
     DressWindow(window, Room::Study);
     platform::InstallEnterKey(window, m_ui->cmdImport);
-    m_resizer = std::make_unique<platform::Resizer>(window);
+    ScaleControls(window);
     m_ui->FileList->SetMenuButton(*m_ui->cmdImport);
     Connect(m_ui->Drive1, &platform::DriveList::Changed, [this] { Drive1_Change(); });
     Connect(m_ui->Dir1, &platform::FolderList::Changed, [this] { Dir1_Change(); });
-    Connect(m_ui->FileList, &platform::FileListBox::Clicked,
-            [this] { m_ui->txtName->setText(m_ui->FileList->FileName()); });
+    Connect(m_ui->FileList, &platform::FileListBox::Clicked, [this] { FileList_Click(); });
     Connect(m_ui->cmdImport, &QPushButton::clicked, [this] { cmdImport_Click(); });
     Connect(m_ui->cmdback, &QPushButton::clicked, [this] { ShowScreen(frmList::Shared(), *this); });
     Connect(m_ui->cmdExit, &QPushButton::clicked, [this] { ShowScreen(frmMenu1::Shared(), *this); });
@@ -48,12 +47,10 @@ void frmImpList::OnLoad(QWidget &window)
 
 void frmImpList::OnActivate()
 {
-    try {
+    Trapped([this] {
         m_ui->Dir1->setFocus();
         m_ui->Drive1->SetDrive(The().drives.Starting());
-    } catch (const platform::Error &error) {
-        ErrorReport(error);
-    }
+    });
 }
 
 void frmImpList::OnUnload()
@@ -62,9 +59,10 @@ void frmImpList::OnUnload()
     Release();
 }
 
-void frmImpList::OnResize()
+void frmImpList::FileList_Click()
 {
-    m_resizer->Apply();
+    m_ui->txtName->setText(m_ui->FileList->FileName());
+    m_ui->txtName->setCursorPosition(0); // a long name is seen from its beginning
 }
 
 void frmImpList::Drive1_Change()
@@ -74,11 +72,7 @@ void frmImpList::Drive1_Change()
 
 void frmImpList::Dir1_Change()
 {
-    try {
-        m_ui->FileList->SetPath(m_ui->Dir1->Path());
-    } catch (const platform::Error &error) {
-        ErrorReport(error);
-    }
+    Trapped([this] { m_ui->FileList->SetPath(m_ui->Dir1->Path()); });
 }
 
 void frmImpList::cmdImport_Click()

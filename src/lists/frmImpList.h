@@ -1,7 +1,6 @@
 #pragma once
 
-#include "platform/forms/Resizer.h"
-#include "platform/forms/Screen.h"
+#include "platform/forms/ResizedScreen.h"
 
 #include <QString>
 
@@ -14,7 +13,7 @@ class frmImpList;
 namespace tumblewick {
 
 // Copies a file of any folder to the lists of the program.
-class frmImpList : public platform::SharedScreen<frmImpList> {
+class frmImpList : public platform::ResizedScreen<frmImpList> {
 public:
     frmImpList();
     ~frmImpList() override;
@@ -26,15 +25,13 @@ private:
     void OnLoad(QWidget &window) override;
     void OnActivate() override;
     void OnUnload() override;
-    void OnResize() override;
-    bool FillsDisplay() const override { return true; }
 
+    void FileList_Click();
     void Drive1_Change();
     void Dir1_Change();
     void cmdImport_Click();
 
     std::unique_ptr<Ui::frmImpList> m_ui; // valid while loaded
-    std::unique_ptr<platform::Resizer> m_resizer;
 };
 
 } // namespace tumblewick

@@ -6,6 +6,7 @@
 #include "platform/Services.h"
 #include "platform/forms/Boxes.h"
 #include "platform/forms/EnterKey.h"
+#include "platform/forms/Holds.h"
 #include "platform/system/Process.h"
 #include "setup/frmPlayerNames1.h"
 #include "shell/Appearance.h"
@@ -19,7 +20,7 @@ namespace tumblewick {
 using platform::The;
 
 frmChooseList1::frmChooseList1()
-    : SharedScreen(QStringLiteral("frmChooseList1"), QStringLiteral("Choose a List"))
+    : ResizedScreen(QStringLiteral("frmChooseList1"), QStringLiteral("Choose a List"))
 {
 }
 
@@ -35,8 +36,7 @@ void frmChooseList1::OnLoad(QWidget &window)
     m_ui->setupUi(&window);
     DressWindow(window, Room::SetUp);
     platform::InstallEnterKey(window, m_ui->cmdNext);
-    m_resizer =
-        std::make_unique<platform::Resizer>(window, platform::HoldAllButLeft({ "CommandButton", "Label" }));
+    ScaleControls(window, platform::HoldAllButLeft({ "CommandButton", "Label" }));
     m_ui->File2->SetDoubleClickButton(*m_ui->cmdNext);
     Connect(m_ui->File2, &platform::FileListBox::Clicked, [this] { File2_Click(); });
     Connect(m_ui->cmdNext, &QPushButton::clicked, [this] { cmdNext_Click(); });
@@ -47,7 +47,7 @@ void frmChooseList1::OnLoad(QWidget &window)
 
 void frmChooseList1::OnActivate()
 {
-    try {
+    Trapped([this] {
         m_ui->lblmsg->setText(QString());
         const QString folder = The().process.ApplicationFolder();
         if (State().GameMode == kSpellingMode) {
@@ -58,19 +58,12 @@ void frmChooseList1::OnActivate()
         }
         m_ui->File2->setAccessibleName(m_ui->Label1->text());
         m_ui->File2->setFocus();
-    } catch (const platform::Error &error) {
-        ErrorReport(error);
-    }
+    });
 }
 
 void frmChooseList1::OnUnload()
 {
     CloseHelp();
-}
-
-void frmChooseList1::OnResize()
-{
-    m_resizer->Apply();
 }
 
 void frmChooseList1::File2_Click()
@@ -81,7 +74,7 @@ void frmChooseList1::File2_Click()
 
 void frmChooseList1::cmdNext_Click()
 {
-    try {
+    Trapped([this] {
         if (m_ui->File2->FileName().isEmpty()) {
             // The same words serve for a quiz.
             The().boxes.MessageBox(QStringLiteral("Please choose a spelling list"));
@@ -92,9 +85,7 @@ void frmChooseList1::cmdNext_Click()
         frmSpell1::Shared().Show();
         // By name, which may be another object than this one.
         frmChooseList1::Shared().Unload();
-    } catch (const platform::Error &error) {
-        ErrorReport(error);
-    }
+    });
 }
 
 // The list stays loaded behind the names, and Next there brings it to the front as it was left.

@@ -1,7 +1,6 @@
 #pragma once
 
-#include "platform/forms/Holds.h"
-#include "platform/forms/Screen.h"
+#include "platform/forms/ResizedScreen.h"
 
 #include <memory>
 
@@ -12,7 +11,7 @@ class frmChooseList1;
 namespace tumblewick {
 
 // Set-up, third step: which list.
-class frmChooseList1 : public platform::SharedScreen<frmChooseList1> {
+class frmChooseList1 : public platform::ResizedScreen<frmChooseList1> {
 public:
     frmChooseList1();
     ~frmChooseList1() override;
@@ -21,8 +20,6 @@ private:
     void OnLoad(QWidget &window) override;
     void OnActivate() override;
     void OnUnload() override;
-    void OnResize() override;
-    bool FillsDisplay() const override { return true; }
 
     void File2_Click();
     void cmdNext_Click();
@@ -30,7 +27,6 @@ private:
     void cmdMenu_Click();
 
     std::unique_ptr<Ui::frmChooseList1> m_ui; // valid while loaded
-    std::unique_ptr<platform::Resizer> m_resizer;
 };
 
 } // namespace tumblewick

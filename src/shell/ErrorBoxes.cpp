@@ -11,6 +11,15 @@ void ErrorReport(const platform::Error &error)
         QLatin1Char(' ') + error.Description() + QStringLiteral("\r\nWe apologise for this inconvenience"));
 }
 
+void Trapped(const std::function<void()> &work)
+{
+    try {
+        work();
+    } catch (const platform::Error &error) {
+        ErrorReport(error);
+    }
+}
+
 void ShortErrorBox(const platform::Error &error)
 {
     platform::The().boxes.MessageBox(error.Description() + QLatin1Char(' ') +

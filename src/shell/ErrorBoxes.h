@@ -2,6 +2,8 @@
 
 #include "platform/Error.h"
 
+#include <functional>
+
 // The two boxes that a handler with a trap shows for an error that it does not know. Neither ends the
 // program.
 
@@ -10,6 +12,9 @@ inline constexpr char kSupportAddress[] = "support@tumblewick.example";
 
 // The full report, with the support address, the number and the description.
 void ErrorReport(const platform::Error &error);
+
+// Does `work`, and reports the error that ends it.
+void Trapped(const std::function<void()> &work);
 
 // The description and the number alone.
 void ShortErrorBox(const platform::Error &error);

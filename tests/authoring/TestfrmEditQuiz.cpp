@@ -376,6 +376,21 @@ private slots:
         QCOMPARE(m_desk->Typed("A"), kBees);
     }
 
+    // Nothing may reach the quiz that was edited before.
+    void aMissingFileBehindAnotherOneIsReported()
+    {
+        Open();
+        LeavesWithoutAQuestion();
+        m_desk->boxes.Expect(ReportText(53));
+        frmEditQuiz::Shared().EditFileName = "Nobody";
+        frmEditQuiz::Shared().Show();
+        m_desk->Settle();
+        m_desk->TypeQuestion("A", kBees);
+        m_desk->boxes.Expect(ReportText(91));
+        m_desk->Press("cmdAdd");
+        QCOMPARE(m_desk->Content("QList/Zoo"), kSpiderLine + kBeesLine + kSumLine);
+    }
+
     void anUnreadableFileIsReported()
     {
         m_desk->files.Fail(Operation::OpenForReading, 70);

@@ -70,6 +70,7 @@ private slots:
         Open(kSpellList);
         m_desk->Select("bears");
         QCOMPARE(m_desk->Name()->text(), "bears");
+        QCOMPARE(m_desk->Name()->cursorPosition(), 0); // a long name is seen from its beginning
         m_desk->Type("txtName", "mine");
         m_desk->Select("Ants");
         QCOMPARE(m_desk->Name()->text(), "Ants");

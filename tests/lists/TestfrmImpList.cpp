@@ -119,6 +119,7 @@ private slots:
         m_desk->Go("Documents");
         m_desk->Select("letter.doc");
         QCOMPARE(m_desk->Name()->text(), "letter.doc");
+        QCOMPARE(m_desk->Name()->cursorPosition(), 0); // a long name is seen from its beginning
         m_desk->Type("txtName", name);
         m_desk->boxes.Expect(kDone);
         m_desk->Press("cmdImport");

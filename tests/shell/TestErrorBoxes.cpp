@@ -1,6 +1,7 @@
 #include "shell/ErrorBoxes.h"
 
 #include "support/PlainDesk.h"
+#include "support/ReportText.h"
 
 #include <QTest>
 
@@ -10,6 +11,7 @@ class TestErrorBoxes : public QObject {
 private slots:
     void fullReportGivesAddressNumberAndDescription();
     void fullReportGivesAgentNumbersSigned();
+    void trappedWorkIsReportedAndEndsThere();
     void shortBoxGivesDescriptionAndNumber();
 };
 
@@ -34,6 +36,21 @@ void TestErrorBoxes::fullReportGivesAgentNumbersSigned()
                       "We apologise for this inconvenience");
     ErrorReport(platform::Error(platform::kAgentRefuses, "gone"));
     QVERIFY(desk.boxes.AllAnswered());
+}
+
+void TestErrorBoxes::trappedWorkIsReportedAndEndsThere()
+{
+    support::PlainDesk desk;
+    QStringList done;
+    Trapped([&] { done << "sound"; });
+    desk.boxes.Expect(support::ReportText(platform::kDiskFull));
+    Trapped([&] {
+        done << "before";
+        throw platform::Error(platform::kDiskFull);
+    });
+    QCOMPARE(done, QStringList({ "sound", "before" }));
+    QVERIFY(desk.boxes.AllAnswered());
+    QVERIFY(!desk.process.Ended());
 }
 
 void TestErrorBoxes::shortBoxGivesDescriptionAndNumber()
