@@ -275,8 +275,9 @@ class Desktop:
     def control(self, screen, name):
         """The node of a control that can be seen now, or None."""
         role, known = self._names(screen)[name]
+        names = (known, RENAMED.get((screen, name), known))
         nodes = self.tree()
-        found = [node for node in nodes if node["name"] == known and node["role"] == role and "showing" in node["states"]]
+        found = [node for node in nodes if node["name"] in names and node["role"] == role and "showing" in node["states"]]
         # Another screen that is loaded may have a control of that name.
         own = [node for node in found if self.window(nodes, node)["name"] == TITLES.get(screen)]
         return (own or found or [None])[0]
