@@ -1,10 +1,14 @@
 #include "platform/agent/BalloonPlace.h"
 
 #include <algorithm>
+#include <cstdlib>
 
 namespace platform {
 
 namespace {
+
+// So far from its ends can a bubble have its tail.
+constexpr int kTailRoom = 32;
 
 int Between(int least, int wanted, int most)
 {
@@ -34,6 +38,25 @@ public:
         const QRect &bubble = place.bubble;
         return 1 + (place.side == kept ? 8 : 0) + (IsFree(bubble, m_owner.others) ? 4 : 0) +
                (bubble.intersects(m_owner.body) ? 0 : 2) + (IsFree(bubble, m_owner.controls) ? 1 : 0);
+    }
+    // Moved sideways off the controls by as little as need be; as it was if its tail could not reach the
+    // mouth from there.
+    QRect Beside(const QRect &place) const
+    {
+        QRect best = place;
+        int least = place.width() / 2 - kTailRoom + 1;
+        const auto consider = [&](const QRect &moved) {
+            const int way = std::abs(moved.left() - place.left());
+            if (way < least && m_screen.contains(moved) && IsFree(moved, m_owner.controls)) {
+                best = moved;
+                least = way;
+            }
+        };
+        for (const QRect &control : m_owner.controls) {
+            consider(At(control.left() - m_size.width(), place.top()));
+            consider(At(control.right() + 1, place.top()));
+        }
+        return best;
     }
     // Moved into the screen by as little as need be.
     QRect Inside(const QRect &place) const
@@ -105,6 +128,7 @@ BalloonPlace PlaceBalloon(QSize bubble, const BalloonOwner &owner, const QRect &
     const QRect below = places.Inside(places.BelowAt(body.bottom() + kBalloonGap));
     const BalloonPlace candidates[] = {
         { above, Side::Above },
+        { places.Beside(above), Side::Above },
         { leftFirst ? left : right, leftFirst ? Side::Left : Side::Right },
         { leftFirst ? right : left, leftFirst ? Side::Right : Side::Left },
         { below, Side::Below },

@@ -126,6 +126,24 @@ private slots:
         QCOMPARE(int(PlaceBalloon(bubble, owner, screen, Side::Above).side), int(Side::Above));
     }
 
+    void aBalloonMovesAsideForAControl()
+    {
+        using Side = BalloonPlace::Side;
+        const QRect screen(0, 0, 800, 600);
+        const QSize bubble(320, 120);
+        BalloonOwner owner = OwnerAt(250, 170);
+        owner.controls = { QRect(515, 80, 270, 160) };
+        const BalloonPlace place = PlaceBalloon(bubble, owner, screen);
+        QCOMPARE(int(place.side), int(Side::Above));
+        QCOMPARE(place.bubble.right(), 514);
+        QCOMPARE(place.bubble.bottom(), PlaceBalloon(bubble, OwnerAt(250, 170), screen).bubble.bottom());
+        // Not so far that the tail would lose its figure.
+        owner.controls = { QRect(380, 80, 270, 160) };
+        const BalloonPlace far = PlaceBalloon(bubble, owner, screen);
+        QVERIFY(far.side != Side::Above);
+        QVERIFY(!far.bubble.intersects(owner.controls.front()));
+    }
+
     void textOfTheProgramIsLeftFree()
     {
         QWidget form;
