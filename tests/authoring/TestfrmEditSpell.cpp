@@ -153,6 +153,8 @@ private slots:
         QCOMPARE(Content(), QByteArray("caf\xe9_kaffay\r\nknight_nite\r\ndog\r\n"));
         QCOMPARE(m_desk->Words(), QStringList({ "caf\u00e9|kaffay", "knight|nite", "dog|" }));
         QCOMPARE(Boxes(), QStringList({ "", "", "", "" }));
+        m_desk->boxes.Expect(kNotChosen); // the next change needs its own double click
+        m_desk->Press("cmdSave");
         Choose(2);
         m_desk->Type("txtEPronounce", "");
         m_desk->Press("cmdSave");

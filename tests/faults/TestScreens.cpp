@@ -48,6 +48,7 @@ public:
         return buttons == platform::BoxButtons::Ok ? platform::BoxAnswer::Ok : platform::BoxAnswer::Yes;
     }
     QString InputBox(const QString &, const QString &, const QString &) override { return {}; }
+    void WhileBusy(const QString &, const std::function<void()> &work) override { work(); }
 
     QStringList asked;
     QStringList told;

@@ -5,6 +5,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QRandomGenerator>
 #include <QTemporaryDir>
 
@@ -45,7 +46,10 @@ public:
         disk.Kill(copy);
     }
 
-    QTemporaryDir folder;
+    // In memory where that can be had: ten thousand lists are much for a disk that others use too.
+    QTemporaryDir folder{ (QFileInfo(QStringLiteral("/dev/shm")).isWritable() ? QStringLiteral("/dev/shm")
+                                                                              : QDir::tempPath()) +
+                          QStringLiteral("/lists-XXXXXX") };
     platform::DiskFiles disk;
 };
 

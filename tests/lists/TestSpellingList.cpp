@@ -116,8 +116,8 @@ private slots:
         QCOMPARE(m_files.Content(), QByteArray());
     }
 
-    // Any text that the screens take comes back from every writer to every reader, also by way of another
-    // folder.
+    // Any text that the screens take comes back from every writer to every reader, of each tenth list also by
+    // way of another folder.
     void tenThousandListsComeBack()
     {
         QRandomGenerator random(20240229);
@@ -129,8 +129,8 @@ private slots:
             empty += entries.empty();
             Write(entries, SpellingWriting::Plain);
             const QByteArray plain = m_files.Content();
-            for (const bool isMoved : { false, true }) {
-                if (isMoved)
+            for (int journey = 0; journey < (number % 10 == 0 ? 2 : 1); ++journey) {
+                if (journey > 0)
                     m_files.ExportAndImport();
                 QVERIFY2(IsSame(Read(), entries), plain.toHex(' '));
                 const QStringList lines = m_files.Lines();

@@ -270,6 +270,15 @@ private slots:
         QCOMPARE(m_desk->Folder()->Path(), m_desk->Home("/Documents"));
     }
 
+    void aDriveThatIsThereButCannotBeListedIsReported()
+    {
+        Open(kSpellList);
+        m_desk->files.Fail(Operation::FolderNames, 75);
+        m_desk->boxes.Expect(ReportText(75));
+        m_desk->Choose("STICK");
+        QCOMPARE(m_desk->Folder()->Path(), m_desk->Home());
+    }
+
     void aDriveThatHasGoneIsToldAndAnotherOneWorks()
     {
         Open(kSpellList);
