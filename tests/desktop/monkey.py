@@ -151,7 +151,8 @@ class Monkey:
 
 def main(application, failures, minutes, seed):
     # Little of what is freed is kept, so that growth is the program's own.
-    environment = {"ASAN_OPTIONS": "detect_leaks=0:exitcode=99:quarantine_size_mb=8:malloc_context_size=8", "UBSAN_OPTIONS": "print_stacktrace=1"}
+    environment = {"ASAN_OPTIONS": "detect_leaks=0:exitcode=99:quarantine_size_mb=8:malloc_context_size=8",
+                   "UBSAN_OPTIONS": "print_stacktrace=1"}
     lists = {"Two": ["sun", "star"], "Odd": ["knight_nite", "", "_x", "caf\u00e9"]}
     quizzes = {"Legs": ["How many legs has a spider?_Four_Six_Eight_Ten_3_"], "Broken": ["no separators", "Q_1_2_3_4_x_"]}
     with Desktop(application, lists=lists, quizzes=quizzes, environment=environment) as desk:

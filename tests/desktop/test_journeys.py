@@ -673,17 +673,20 @@ def run(application, failures, wanted):
     def journey(name):
         work, content = JOURNEYS[name]
         begin = time.monotonic()
-        with Desktop(application, effects=False, **content) as desk:
-            try:
-                work(Walk(desk, ways))
-                outcome = "passed: %s" % name
-            except Exception as failure:  # pylint: disable=broad-except
-                outcome = "FAILED: %s: %s" % (name, failure)
-                failed.append(name)
-                failures.mkdir(parents=True, exist_ok=True)
-                file = failures / ("journey-" + name.replace(" ", "-"))
-                desk.picture(file.with_suffix(".png"))
-                file.with_suffix(".txt").write_text("\n".join(desk.lines()))
+        outcome = "passed: %s" % name
+        try:
+            with Desktop(application, effects=False, **content) as desk:
+                try:
+                    work(Walk(desk, ways))
+                except Exception:
+                    failures.mkdir(parents=True, exist_ok=True)
+                    file = failures / ("journey-" + name.replace(" ", "-"))
+                    desk.picture(file.with_suffix(".png"))
+                    file.with_suffix(".txt").write_text("\n".join(desk.lines()))
+                    raise
+        except Exception as failure:  # pylint: disable=broad-except
+            outcome = "FAILED: %s: %s" % (name, failure)
+            failed.append(name)
         with said:
             print("%s, %.0f s" % (outcome, time.monotonic() - begin), flush=True)
 
