@@ -1,14 +1,18 @@
 #include "authoring/QuizDesk.h"
 #include "authoring/frmEdit.h"
 #include "authoring/frmEditQuiz.h"
+#include "platform/forms/ListView.h"
 #include "platform/forms/Twips.h"
+#include "shell/Appearance.h"
 #include "shell/ListTypes.h"
 #include "shell/SharedState.h"
 #include "shell/frmMenu1.h"
 #include "support/ReportText.h"
 
 #include <QDir>
+#include <QHeaderView>
 #include <QLabel>
+#include <QScopeGuard>
 
 using namespace tumblewick;
 using platform::BoxAnswer;
@@ -526,6 +530,26 @@ private slots:
         m_desk->boxes.Expect(ReportText(6));
         m_desk->Press("cmdSave");
         QCOMPARE(m_desk->Content("QList/Zoo"), QByteArray());
+    }
+
+    // A title that is cut off shows more once its column is wider.
+    void theTitlesOfTheColumnsAreSeenWhole()
+    {
+        ApplyAppearance(*qApp);
+        const auto putOff = qScopeGuard([] { qApp->setStyleSheet(QString()); });
+        Open();
+        QHeaderView *titles = m_desk->Find<platform::ListView>("lvwList")->header();
+        for (int column = 0; column < titles->count(); ++column) {
+            const auto seen = [&] {
+                const QRect all(titles->sectionViewportPosition(column), 0, titles->sectionSize(column) - 3,
+                                titles->height());
+                return titles->viewport()->grab(all).toImage();
+            };
+            const QImage before = seen();
+            titles->resizeSection(column, titles->sectionSize(column) + 60);
+            QVERIFY2(seen().copy(before.rect()) == before, qPrintable(QString::number(column)));
+            titles->resizeSection(column, titles->sectionSize(column) - 60);
+        }
     }
 
 private:
