@@ -267,10 +267,18 @@ class Desktop:
 
     def node(self, wanted):
         """The first node that can be seen now and is the wanted one, or None."""
-        for node in self.tree():
-            if "showing" in node["states"] and wanted(node):
+        nodes = self.tree()
+        for node in nodes:
+            if self._is_seen(nodes, node) and wanted(node):
                 return node
         return None
+
+    @staticmethod
+    def _is_seen(nodes, node):
+        """The entries of a list say that they show while the list is hidden."""
+        parent = None if node["parent"] is None else nodes[node["parent"]]
+        return "showing" in node["states"] and (
+            parent is None or parent["role"] == "application" or "showing" in parent["states"])
 
     def control(self, screen, name):
         """The node of a control that can be seen now, or None."""
