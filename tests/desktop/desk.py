@@ -449,3 +449,23 @@ class Desktop:
         self._visit("frmChooseList1")
         self.click("frmChooseList1", "cmdNext")
         self.wait(r"screen: frmSpell1 activate", since)
+
+
+def run_each(application, failures, cases):
+    """Runs tests, each given as a name, the test and what its Desktop holds, on a desk of their own one after the other.
+
+    What a test that failed has left is put into the folder `failures`. Gives the exit code of the program.
+    """
+    failed = 0
+    for name, test, content in cases:
+        with Desktop(application, **content) as desk:
+            try:
+                test(desk)
+                print("passed: %s" % name)
+            except Exception as failure:  # pylint: disable=broad-except
+                failed += 1
+                print("FAILED: %s: %s" % (name, failure))
+                failures.mkdir(parents=True, exist_ok=True)
+                desk.picture(failures / (name + ".png"))
+                (failures / (name + ".txt")).write_text("\n".join(desk.lines()))
+    return 1 if failed else 0

@@ -6,7 +6,7 @@ import sys
 import time
 from pathlib import Path
 
-from desk import SILENCE, Desktop, Failure
+from desk import SILENCE, Failure, run_each
 
 SPEAKERS = ["Merlin", "Genie", "Peedy"]
 PRAISES = [
@@ -184,24 +184,11 @@ def quiz(desk):
 
 
 def run(application, failures):
-    tests = [
-        ("spelling", (1024, 768), dict(lists=WORDS), spelling),
-        ("quiz", (800, 600), dict(quizzes=QUIZ), quiz),
-    ]
-    failed = 0
-    for name, size, content, test in tests:
-        # Without effects, so that only speech is heard.
-        with Desktop(application, size, effects=False, **content) as desk:
-            try:
-                test(desk)
-                print("passed: %s" % name)
-            except Exception as failure:  # pylint: disable=broad-except
-                failed += 1
-                print("FAILED: %s: %s" % (name, failure))
-                failures.mkdir(parents=True, exist_ok=True)
-                desk.picture(failures / (name + ".png"))
-                (failures / (name + ".txt")).write_text("\n".join(desk.lines()))
-    return 1 if failed else 0
+    # Without effects, so that only speech is heard.
+    return run_each(application, failures, [
+        ("spelling", spelling, dict(size=(1024, 768), effects=False, lists=WORDS)),
+        ("quiz", quiz, dict(size=(800, 600), effects=False, quizzes=QUIZ)),
+    ])
 
 
 if __name__ == "__main__":

@@ -7,7 +7,7 @@ import sys
 import time
 from pathlib import Path
 
-from desk import Desktop, Failure
+from desk import Failure, run_each
 
 CLICK_LIMIT = 0.050  # seconds from the click to the request, at the median
 TALKING_LIMIT = 0.40  # of one core, with three characters on the screen
@@ -114,20 +114,11 @@ def helped(desk):
 
 def run(application, failures):
     lists = {"One": ["sun", "star"]}
-    failed = 0
-    for name, sound, test in (("idle", True, idle), ("helped", False, helped), ("talking", True, talking),
-                              ("handled", True, handled), ("silent", False, silent)):
-        with Desktop(application, sound=sound, lists=lists) as desk:
-            try:
-                test(desk)
-                print("passed: %s" % name)
-            except Exception as failure:  # pylint: disable=broad-except
-                failed += 1
-                print("FAILED: %s: %s" % (name, failure))
-                failures.mkdir(parents=True, exist_ok=True)
-                desk.picture(failures / (name + ".png"))
-                (failures / (name + ".txt")).write_text("\n".join(desk.lines()))
-    return 1 if failed else 0
+    return run_each(application, failures, [
+        (name, test, dict(sound=sound, lists=lists))
+        for name, sound, test in (("idle", True, idle), ("helped", False, helped), ("talking", True, talking),
+                                  ("handled", True, handled), ("silent", False, silent))
+    ])
 
 
 if __name__ == "__main__":

@@ -11,7 +11,7 @@ import tempfile
 import time
 from pathlib import Path
 
-from desk import TITLES, Desktop, Failure
+from desk import TITLES, Failure, run_each
 
 UNUSABLE = r"Your current display settings \\n cannot be used by a graphical interface such as this program\."
 NOTE = "NOTE: Consider changing your display mode to 1024 X 768. The program will  perform better and certainly look better"
@@ -302,7 +302,6 @@ def together(desk):
 
 
 def run(application, failures):
-    failed = 0
     with tempfile.TemporaryDirectory() as programs:
         cases = (
             ("keyboard", keyboard, dict(quizzes={"Legs": ["How many legs has a spider?_Four_Six_Eight_Ten_3_"] * 4})),
@@ -312,18 +311,7 @@ def run(application, failures):
             ("together", together, dict(settings=("Intro", ""),
                                         lists={"Birds": ["owl", "wren"], "Trees": ["oak", "elm"]})),
         )
-        for name, test, content in cases:
-            with Desktop(application, **content) as desk:
-                try:
-                    test(desk)
-                    print("passed: %s" % name)
-                except Exception as failure:  # pylint: disable=broad-except
-                    failed += 1
-                    print("FAILED: %s: %s" % (name, failure))
-                    failures.mkdir(parents=True, exist_ok=True)
-                    desk.picture(failures / (name + ".png"))
-                    (failures / (name + ".txt")).write_text("\n".join(desk.lines()))
-    return 1 if failed else 0
+        return run_each(application, failures, cases)
 
 
 if __name__ == "__main__":
