@@ -9,6 +9,8 @@ import json
 import random
 import re
 import select
+import signal
+import statistics
 import sys
 import time
 from pathlib import Path
@@ -16,6 +18,9 @@ from pathlib import Path
 from desk import Desktop, Failure
 
 ANSWER_LIMIT = 20.0  # seconds within which the program has to answer a screen reader
+MEMORY_LIMIT = 450  # MiB; the sanitizers want most of it
+LEAKS_EVERY = 200  # steps from one look for leaks to the next
+LEAVES = re.compile("Exit|Quit")  # what such a button ends would be seen too seldom after hours of use
 PRESSED = ("push button", "radio button", "check box", "list item", "menu item", "combo box", "table cell", "page tab")
 TYPED = ["cat", "knight_nite", "Ann", "3", "1", "01", "new list", "a/b", "con", "?", "\\map=\"x\"=\"y\"\\", "<b>big</b>", "%s%n",
          "Zoë", "ß", "''\"\"", " ", "x" * 60, "How many?"]
@@ -32,10 +37,9 @@ class Monkey:
         self.desk = desk
         self.random = random.Random(seed)
         self.done = []
-        self.starts = 1
         self.begun = 0  # the line of the trace at which the present run begins
         self.nodes = []
-        self.sizes = []
+        self.sizes = [[]]  # what each run of the program took, in MiB, from look to look
         self.pressed = collections.Counter()
 
     def run(self, seconds):
@@ -47,9 +51,11 @@ class Monkey:
                 self.start_again()
             if steps % 4 == 0:
                 self.look()
+            if steps % LEAKS_EVERY == 0:
+                self.desk.program.send_signal(signal.SIGUSR2)
             action = self.random.choices(
                 (self.press, self.type, self.key, self.click, self.drag, self.menu, self.resize, self.close),
-                (40, 14, 14, 6, 5, 3, 2, 1))[0]
+                (80, 28, 28, 12, 10, 6, 4, 1))[0]
             action()
             steps += 1
             time.sleep(self.random.choice((0.02, 0.05, 0.2, 0.6)))
@@ -78,7 +84,9 @@ class Monkey:
         if status.exists():
             match = re.search(r"VmRSS:\s+(\d+)", status.read_text())
             if match:
-                self.sizes.append(int(match.group(1)) // 1024)
+                self.sizes[-1].append(int(match.group(1)) // 1024)
+                if self.sizes[-1][-1] > MEMORY_LIMIT:
+                    raise Failure("the program has grown to %d MiB" % self.sizes[-1][-1])
 
     def start_again(self):
         code = self.desk.program.returncode
@@ -90,7 +98,7 @@ class Monkey:
         self.begun = self.desk.mark()
         self.desk.start_program()
         self.desk.wait(r"screen: frmMenu1 activate", self.begun, limit=120)
-        self.starts += 1
+        self.sizes.append([])
 
     def note(self, *what):
         self.done.append(" ".join(str(word) for word in what))
@@ -98,9 +106,14 @@ class Monkey:
     def summary(self, seed, steps):
         screens = sorted({match.group(1) for match in (re.match(r"screen: (\w+) activate", line) for line in self.desk.lines())
                           if match})
-        text = "seed %d: %d steps, %d starts, %d screens (%s)" % (seed, steps, self.starts, len(screens), ", ".join(screens))
-        if self.sizes:
-            text += "\nmemory in MiB: %d at first, %d at the end, %d at most" % (self.sizes[0], self.sizes[-1], max(self.sizes))
+        text = "seed %d: %d steps, %d starts, %d screens (%s)" % (
+            seed, steps, len(self.sizes), len(screens), ", ".join(screens))
+        longest = max(self.sizes, key=len)
+        if len(longest) >= 10:
+            tenth = len(longest) // 10
+            text += "\nmemory in MiB: %d at most; in the longest run, of %d looks, %s" % (
+                max(map(max, filter(None, self.sizes))), len(longest),
+                ", ".join("%d" % statistics.median(longest[at:at + tenth]) for at in range(0, tenth * 10, tenth)))
         return text
 
     # What it does
@@ -114,10 +127,13 @@ class Monkey:
         if not live:
             return
         # What it has seldom pressed draws it most, so that it comes deep into the program.
-        node = self.random.choices(live, [1 / (1 + self.pressed[each["name"]]) for each in live])[0]
+        node = self.random.choices(live, [self.liking(each) for each in live])[0]
         self.pressed[node["name"]] += 1
         self.note("press", node["role"], node["name"])
         self.desk.click_node(node)
+
+    def liking(self, node):
+        return (0.05 if LEAVES.search(node["name"]) else 1) / (1 + self.pressed[node["name"]])
 
     def type(self):
         text = self.random.choice(TYPED)
@@ -156,8 +172,9 @@ class Monkey:
 
 
 def main(application, failures, minutes, seed):
-    # Little of what is freed is kept, so that growth is the program's own.
-    environment = {"ASAN_OPTIONS": "detect_leaks=0:exitcode=99:quarantine_size_mb=8:malloc_context_size=8",
+    # Little of what is freed is kept, so that growth is the program's own; leaks are looked for when a signal comes.
+    environment = {"ASAN_OPTIONS": "detect_leaks=1:exitcode=99:quarantine_size_mb=8:malloc_context_size=8",
+                   "LSAN_OPTIONS": "print_suppressions=0:suppressions=" + str(Path(__file__).with_name("leaks.supp")),
                    "UBSAN_OPTIONS": "print_stacktrace=1"}
     lists = {"Two": ["sun", "star"], "Odd": ["knight_nite", "", "_x", "caf\u00e9"]}
     quizzes = {"Legs": ["How many legs has a spider?_Four_Six_Eight_Ten_3_"], "Broken": ["no separators", "Q_1_2_3_4_x_"]}
