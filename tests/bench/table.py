@@ -24,6 +24,7 @@ CHARACTERS = ["merlin", "genie", "peedy"]
 
 # What is measured, in which unit, and the worst median that is good enough; None where there is no such bound.
 ROWS = [
+    ("a plain window, for comparison: start to painted", "ms", None),
     ("start to the splash", "ms", None),
     ("end of the splash's pause to the painted menu", "ms", None),
     ("end of the splash's pause to the menu's first answer", "ms", None),
@@ -31,7 +32,8 @@ ROWS = [
     ("memory in a game, three characters shown", "MiB", None),
     ("load of one core at the menu, nobody shown", "%", 3),
     ("load of one core in a game, one character speaking", "%", 40),
-    ("three figures, nobody speaks: load of one core", "%", 60),
+    ("three figures move, one speaks: load of one core", "%", 60),
+    ("three figures: memory of all, with their pictures", "MiB", 120),
     ("picture to picture while they move, in the middle", "ms", None),
     ("picture to picture, 99 of 100 within", "ms", 20),
     ("work for a picture, in the middle", "ms", None),
@@ -44,6 +46,14 @@ ROWS = [
 ]
 
 
+def take(add, found, patterns):
+    """Adds what each pattern finds in the printed text to the row of its name."""
+    for name, pattern in patterns.items():
+        match = re.search(pattern, found)
+        if match:
+            add(name, float(match.group(1)))
+
+
 def with_sound(*command):
     """Runs a command with a sound server and a display of its own; gives what it prints."""
     result = subprocess.run(
@@ -54,20 +64,15 @@ def with_sound(*command):
 
 def starts(build, add):
     # In a process of its own, whose display and sound server go with it.
-    code = ("import sys, shutil, tempfile; from pathlib import Path; sys.path.insert(0, %r); import startup\n"
-            "with tempfile.TemporaryDirectory() as folder:\n"
-            "    own = Path(folder) / 'Tumblewick'; shutil.copytree(%r, own)\n"
-            "    (own / 'Set').write_bytes(b'No Intro\\r\\n\\r\\n')\n"
-            "    display = startup.Display(folder)\n"
-            "    for _ in range(11): print(*startup.start_of_game(display, own))\n"
-            "    display.close()\n") % (str(ROOT / "tests/bench"), str(build / "Tumblewick"))
-    result = subprocess.run([str(ROOT / "tests/support/with-sound-server"), sys.executable, "-c", code],
-                            capture_output=True, text=True, check=False)
-    lines = [line.split() for line in result.stdout.splitlines()]
-    for splash, painted, answer in lines[1:]:  # the first one fills the machine's caches
-        add(0, 1000 * float(splash))
-        add(1, 1000 * float(painted))
-        add(2, 1000 * float(answer))
+    result = subprocess.run(
+        [str(ROOT / "tests/support/with-sound-server"), sys.executable, str(ROOT / "tests/bench/startup.py"),
+         str(build / "Tumblewick"), str(build / "tests/bench_plain")], capture_output=True, text=True, check=False)
+    names = {"splash": "start to the splash", "window": "a plain window, for comparison: start to painted",
+             "menu": "end of the splash's pause to the painted menu",
+             "answer": "end of the splash's pause to the menu's first answer"}
+    for line in result.stdout.splitlines():
+        what, seconds = line.split()
+        add(names[what], 1000 * float(seconds))
 
 
 def resident(desk):
@@ -80,48 +85,46 @@ def program(build, add):
         with Desktop(build / "Tumblewick", lists={"One": ["sun", "star"]}) as desk:
             desk.wait(r"screen: frmSplash unload")
             time.sleep(2)
-            add(3, resident(desk))
-            add(5, 100 * desk.processor_share(5))
+            add("memory at the menu, characters loaded", resident(desk))
+            add("load of one core at the menu, nobody shown", 100 * desk.processor_share(5))
             desk.set_up("s", ["Ann"], 0)
             end, _ = desk.wait(r'Speak "Ann, how do you spell: .*-> done')
             for _ in range(8):
                 desk.click("frmSpell1", "cmdReplay")
             desk.wait(r'Speak "How do you spell: .*-> running', end)
-            add(6, 100 * desk.processor_share(5))
-            add(4, resident(desk))
+            add("load of one core in a game, one character speaking", 100 * desk.processor_share(5))
+            add("memory in a game, three characters shown", resident(desk))
 
 
 def figures(build, add):
     show = build / "tools/show-character/show-character"
     folders = [ROOT / "characters" / name for name in CHARACTERS]
     for _ in range(3):
-        found = with_sound(show, "--seconds", "10", *folders)
-        for row, pattern in ((7, r"pixels: ([\d.]+) %"), (8, r"a picture every ([\d.]+) ms"), (9, r"99 % within ([\d.]+) ms, the"),
-                             (10, r"work for a picture: in the middle ([\d.]+) ms")):
-            match = re.search(pattern, found)
-            if match:
-                add(row, float(match.group(1)))
+        take(add, with_sound(show, "--seconds", "10", "--say", "One of us talks, while all of us move.", *folders), {
+            "three figures move, one speaks: load of one core": r"pixels: ([\d.]+) %",
+            "three figures: memory of all, with their pictures": r"at most (\d+) MiB",
+            "picture to picture while they move, in the middle": r"a picture every ([\d.]+) ms",
+            "picture to picture, 99 of 100 within": r"99 % within ([\d.]+) ms, the",
+            "work for a picture, in the middle": r"work for a picture: in the middle ([\d.]+) ms"})
 
 
 def speech(build, add):
     show = build / "tools/show-character/show-character"
     for name in CHARACTERS:
-        found = with_sound(ROOT / "tests/bench/speech.py", show, ROOT / "characters" / name)
-        for row, pattern in ((11, r"first sound +([\d.]+) ms"), (12, r"median +([\d.]+) ms"), (13, r"95 % within +([\d.]+) ms")):
-            match = re.search(pattern, found)
-            if match:
-                add(row, float(match.group(1)))
+        take(add, with_sound(ROOT / "tests/bench/speech.py", show, ROOT / "characters" / name), {
+            "call to speak to the first sound": r"first sound +([\d.]+) ms",
+            "mouth against the sound, off by": r"median +([\d.]+) ms",
+            "mouth against the sound, 95 of 100 within": r"95 % within +([\d.]+) ms"})
 
 
 def rules(build, add):
     for _ in range(5):
         found = subprocess.run([str(build / "tests/bench_rules")], capture_output=True, text=True, check=False,
                                env=dict(os.environ, QT_QPA_PLATFORM="offscreen")).stdout
-        for row, pattern in ((14, r"read a list of 32,767 lines +([\d.]+)"), (15, r"draw all of its 32,767 questions +([\d.]+)"),
-                             (16, r"over 2,000 words, without speech +([\d.]+)")):
-            match = re.search(pattern, found)
-            if match:
-                add(row, float(match.group(1)))
+        take(add, found, {
+            "read a list of 32,767 lines": r"read a list of 32,767 lines +([\d.]+)",
+            "draw all of its 32,767 questions": r"draw all of its 32,767 questions +([\d.]+)",
+            "a spelling game over 2,000 words, without speech": r"over 2,000 words, without speech +([\d.]+)"})
 
 
 def number(value):
@@ -133,11 +136,11 @@ def main(arguments):
     samples = collections.defaultdict(list)
     for work in (rules, starts, program, figures, speech):
         print("measuring: %s" % work.__name__, file=sys.stderr, flush=True)
-        work(build, lambda row, value: samples[row].append(value))
+        work(build, lambda name, value: samples[name].append(value))
     lines = ["| Measured | Median | From | To | Times | Wanted |", "|---|---:|---:|---:|---:|---|"]
     failed = False
-    for row, (what, unit, bound) in enumerate(ROWS):
-        found = samples[row]
+    for what, unit, bound in ROWS:
+        found = samples[what]
         if not found:
             lines.append("| %s | not measured | | | 0 | |" % what)
             failed = True
