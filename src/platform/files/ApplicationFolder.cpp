@@ -1,5 +1,7 @@
 #include "platform/files/ApplicationFolder.h"
 
+#include "platform/files/Disk.h"
+
 #include <QDir>
 #include <QDirIterator>
 #include <QFile>
@@ -7,9 +9,12 @@
 #include <QTemporaryDir>
 
 #include <algorithm>
+#include <cerrno>
 
+#include <dirent.h>
 #include <fcntl.h>
 #include <sys/file.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace platform {
@@ -60,15 +65,27 @@ bool CopyFile(const QString &from, const QString &to)
            QFile::setPermissions(to, QFile::permissions(to) | QFileDevice::WriteOwner);
 }
 
+// Whether something is there. Gives false too when that cannot be told, and leaves the errno.
+bool IsThere(const QString &path)
+{
+    struct stat status {};
+    return SystemDisk().Status(QFile::encodeName(path), status) == 0;
+}
+
+// What cannot be listed or looked at is no empty folder: a copy without it would stay like that for ever.
 bool CopyTree(const QString &from, const QString &to)
 {
     if (!QFileInfo(from).isDir())
         return CopyFile(from, to);
     if (!QDir().mkpath(to))
         return false;
-    const auto entries = QDir(from).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
-    return std::all_of(entries.begin(), entries.end(),
-                       [&](const QString &name) { return CopyTree(from + u'/' + name, to + u'/' + name); });
+    int error = 0;
+    const std::vector<Disk::Entry> entries = SystemDisk().Entries(QFile::encodeName(from), error);
+    return error == 0 && std::all_of(entries.begin(), entries.end(), [&](const Disk::Entry &entry) {
+               const QString name = u'/' + QFile::decodeName(entry.name);
+               const bool leadsNowhere = entry.type == DT_LNK && !IsThere(from + name) && errno == ENOENT;
+               return leadsNowhere || CopyTree(from + name, to + name);
+           });
 }
 
 // Copies `name` into `folder` unless it is there, under another name at first: a copy that is broken off must
@@ -77,8 +94,10 @@ bool CopyWhereMissing(const QString &beside, const QString &folder, const QStrin
 {
     const QString to = folder + u'/' + name;
     const QString from = beside + u'/' + name;
-    if (QFileInfo::exists(to) || !QFileInfo::exists(from))
+    if (QFileInfo::exists(to))
         return true;
+    if (!IsThere(from))
+        return errno == ENOENT;
     const QTemporaryDir work(folder + u'/' + kWorkFolder);
     if (!work.isValid() || !CopyTree(from, work.filePath(name)))
         return false;
@@ -115,14 +134,15 @@ bool MakeUsersFolder(const QFileInfo &program, const QString &folder)
         if (entry.isSymLink() && (!entry.exists() || entry.fileName() == program.fileName()))
             QFile::remove(entry.filePath());
     }
-    for (const QFileInfo &entry : QDir(beside).entryInfoList(QDir::AllEntries | QDir::NoDotAndDotDot)) {
-        const QString name = entry.fileName();
-        const bool shared =
-            !kWritten.contains(name) && name != QLatin1String(kForEveryUser) && name != program.fileName();
-        if (shared && !Link(entry.filePath(), folder + u'/' + name))
+    int error = 0;
+    for (const Disk::Entry &entry : SystemDisk().Entries(QFile::encodeName(beside), error)) {
+        const QString name = QFile::decodeName(entry.name);
+        const bool isShared = !name.startsWith(u'.') && !kWritten.contains(name) &&
+                              name != QLatin1String(kForEveryUser) && name != program.fileName();
+        if (isShared && !Link(beside + u'/' + name, folder + u'/' + name))
             return false;
     }
-    return true;
+    return error == 0;
 }
 
 } // namespace
