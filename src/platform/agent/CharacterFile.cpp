@@ -138,7 +138,11 @@ std::shared_ptr<const CharacterData> LoadCharacterFile(const QString &path)
     // Far above anything that the tool packs.
     if (file.size() > kLargestFile)
         throw Error(kAgentBadData);
-    return CharacterFromFile(file.readAll());
+    const QByteArray bytes = file.readAll();
+    // What a disk no longer gives is not what another kind of file would be.
+    if (file.error() != QFileDevice::NoError)
+        throw Error(kAgentBadData);
+    return CharacterFromFile(bytes);
 }
 
 CharacterSource ReadCharacterFolder(const QString &folder, const QString &soundFolder)

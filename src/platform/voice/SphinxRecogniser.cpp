@@ -71,6 +71,18 @@ constexpr Spoken kSpoken[] = {
     { "go_ahead", "G OW AH HH EH D", "go" },
 };
 
+// Whether the model has what the library cannot do without. It ends the program over some files that are
+// missing.
+bool IsWhole(const QString &model)
+{
+    const auto has = [&model](const char *name) {
+        QFile file(model + QLatin1Char('/') + QLatin1String(name));
+        return QFileInfo(file).isFile() && file.open(QIODevice::ReadOnly) && file.size() > 0;
+    };
+    return has("mdef") && has("means") && has("variances") && has("transition_matrices") &&
+           (has("sendump") || has("mixture_weights"));
+}
+
 struct Free {
     void operator()(ps_decoder_t *decoder) const { ps_free(decoder); }
     void operator()(cmd_ln_t *options) const { cmd_ln_free_r(options); }
@@ -262,7 +274,7 @@ QString SphinxRecogniser::UsualModel()
 
 QString SphinxRecogniser::Obstacle() const
 {
-    if (QFileInfo(m_model + QStringLiteral("/mdef")).isFile())
+    if (IsWhole(m_model))
         return QString();
     return QCoreApplication::translate("SpeechPage",
                                        "The sounds of English are not installed, so that no letter can be "
@@ -271,6 +283,8 @@ QString SphinxRecogniser::Obstacle() const
 
 QStringList SphinxRecogniser::Understand(const QString &model, const QByteArray &samples)
 {
+    if (!IsWhole(model))
+        return {};
     // The files are read once for each model.
     static std::pair<QString, std::unique_ptr<Ear>> ear;
     if (!ear.second || ear.first != model)
