@@ -1,5 +1,6 @@
-// Part of the program when it is built under the sanitizers, where it ends too abruptly for their own look at its end:
-// signal USR2 looks for memory that nothing points to any more, and tells of it on the standard error.
+// Part of the program when it is built under the sanitizers, where it ends too abruptly for their own look at
+// its end: signal USR2 looks for memory that nothing points to any more, and tells of it on the standard
+// error.
 
 #include <csignal>
 #include <thread>
@@ -8,8 +9,7 @@
 
 namespace {
 
-struct LeakCheck
-{
+struct LeakCheck {
     LeakCheck()
     {
         // All later threads inherit the mask, so that the signal waits for the one that asks for it.
