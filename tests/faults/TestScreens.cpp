@@ -550,21 +550,28 @@ private:
                            const QByteArray &where)
     {
         const QString target = QString::fromLatin1(work.file);
-        for (const auto &[name, content] : before) {
-            if (name != target)
-                QVERIFY2(outcome.files.count(name) && outcome.files.at(name) == content,
-                         where + ", lost: " + name.toUtf8());
+        for (const auto &[other, content] : before) {
+            if (other != target)
+                QVERIFY2(outcome.files.count(other) && outcome.files.at(other) == content,
+                         where + ", lost: " + other.toUtf8());
         }
-        for (const auto &[name, content] : outcome.files)
-            QVERIFY2(name == target || before.count(name), where + ", left behind: " + name.toUtf8());
-        if (!outcome.files.count(target))
+        for (const auto &[other, content] : outcome.files)
+            QVERIFY2(other == target || before.count(other), where + ", left behind: " + other.toUtf8());
+        const QByteArray name(work.name);
+        if (!outcome.files.count(target)) {
+            QVERIFY2(!before.count(target) || name.contains("deleted") || name.contains("ported"),
+                     where + ", lost: " + target.toUtf8());
             return;
+        }
         const QByteArray content = outcome.files.at(target);
         const QByteArray wanted = sound.files.count(target) ? sound.files.at(target) : QByteArray();
         const bool isOld = before.count(target) && content == before.at(target);
         QVERIFY2(isOld || wanted.startsWith(content), where + ", there is: " + content);
+        // What is added stands behind what was there.
+        QVERIFY2(!name.contains("is added") || content.startsWith(before.at(target)),
+                 where + ", there is: " + content);
         // Half a copy is taken away again, as long as the disk is there.
-        if (QByteArray(work.name).contains("ported") && fault != DiskFault::Gone)
+        if (name.contains("ported") && fault != DiskFault::Gone)
             QVERIFY2(isOld || content == wanted, where + ", half a copy: " + content);
     }
 

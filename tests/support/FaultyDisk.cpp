@@ -8,6 +8,7 @@
 
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace support {
 
@@ -74,7 +75,7 @@ int FaultyDisk::Open(const QByteArray &path, int flags)
     if (file >= 0 && IsInside(path)) {
         m_files.insert(file);
         if ((flags & O_ACCMODE) != O_RDONLY)
-            m_written.insert(file);
+            m_written[file] = m_disk.StatusOf(file, status) == 0 ? status.st_size : 0;
     }
     return file;
 }
@@ -82,19 +83,28 @@ int FaultyDisk::Open(const QByteArray &path, int flags)
 int FaultyDisk::Close(int file)
 {
     m_files.erase(file);
-    const bool wasWritten = m_written.erase(file) > 0;
+    const auto written = m_written.find(file);
+    const bool wasWritten = written != m_written.end();
+    const qint64 safe = wasWritten ? written->second : 0;
+    if (wasWritten)
+        m_written.erase(written);
+    const bool isFull = m_fault == DiskFault::NoSpace && Strikes(wasWritten);
+    const bool isGone = m_fault == DiskFault::Gone && Strikes(wasWritten);
+    // It was only taken on trust.
+    if ((isFull || isGone) && ftruncate(file, safe) != 0)
+        qFatal("a file cannot be cut off");
     const int result = m_disk.Close(file);
-    if (m_fault == DiskFault::NoSpace && Strikes(wasWritten))
+    if (isFull)
         return Failed<int>(ENOSPC);
-    if (m_fault == DiskFault::Gone && Strikes(wasWritten))
-        return Failed<int>(EIO);
-    return result;
+    return isGone ? Failed<int>(EIO) : result;
 }
 
 int FaultyDisk::Truncate(int file)
 {
     if (m_fault == DiskFault::Gone && Strikes(m_files.count(file) > 0))
         return Failed<int>(EIO);
+    if (const auto written = m_written.find(file); written != m_written.end())
+        written->second = 0;
     return m_disk.Truncate(file);
 }
 

@@ -2,13 +2,15 @@
 
 #include "platform/files/Disk.h"
 
+#include <map>
 #include <set>
 
 namespace support {
 
 // What may go wrong on a disk.
 enum class DiskFault {
-    NoSpace,      // nothing more can be made or written; of the first write half is still done
+    NoSpace,      // nothing more can be made or written; of the first write half is still done, and what a
+                  // closing file has taken is lost when it is only then told
     NoPermission, // nothing can be looked at, opened, listed or removed; what is open stays so
     Gone,         // the disk was pulled out: no path leads anywhere, what is open fails
     Slow,         // each call takes a while
@@ -45,8 +47,8 @@ private:
     int ErrorOfPath(const QByteArray &path);
 
     platform::Disk &m_disk = platform::SystemDisk();
-    std::set<int> m_files;   // that are open and lie inside
-    std::set<int> m_written; // those of them that are open for writing
+    std::set<int> m_files;           // that are open and lie inside
+    std::map<int, qint64> m_written; // those of them that are open for writing, and how much of each is safe
     QByteArray m_folder;
     DiskFault m_fault = DiskFault::NoSpace;
     bool m_isOn = false;
