@@ -11,7 +11,8 @@
 
 namespace platform {
 
-MountedDrives::MountedDrives(QString home, QString table) : m_home(std::move(home)), m_table(std::move(table))
+MountedDrives::MountedDrives(QString home, QString table, Disk &disk)
+    : m_home(std::move(home)), m_table(std::move(table)), m_disk(disk)
 {
 }
 
@@ -35,10 +36,10 @@ void MountedDrives::CheckReady(const QString &path) const
     // The folder of a volume often stays behind, empty.
     const bool isMounted =
         std::any_of(drives.begin(), drives.end(), [&](const Drive &drive) { return drive.path == path; });
-    const DiskPath place(path);
+    const DiskPath place(path, m_disk);
     int error = 0;
     if (isMounted && place.isFolder)
-        FolderEntries(SystemDisk(), place.native, EntryKind::Folder, error);
+        FolderEntries(m_disk, place.native, EntryKind::Folder, error);
     // Somebody else's volume is there, though it cannot be looked into.
     if (!isMounted || !place.isFolder || (error != 0 && error != EACCES && error != EPERM))
         throw Error(kDeviceUnavailable);

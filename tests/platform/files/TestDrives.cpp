@@ -1,6 +1,8 @@
 #include "platform/Error.h"
 #include "platform/files/MountedDrives.h"
+#include "support/AsOrdinaryUser.h"
 #include "support/FakeDrives.h"
+#include "support/FaultyDisk.h"
 
 #include <QDir>
 #include <QFile>
@@ -44,6 +46,8 @@ private slots:
     void aVolumeWhoseFolderStaysBehindRaises68();
     void aHomeThatHasGoneRaises68();
     void aTableThatIsMissingLeavesTheHome();
+    void aStickPulledOutWhileItIsLookedAtRaises68();
+    void somebodyElsesVolumeIsReady();
 
 private:
     static void Both()
@@ -139,6 +143,37 @@ void TestDrives::aTableThatIsMissingLeavesTheHome()
     QVERIFY(QFile::remove(m_folder->filePath("table")));
     QCOMPARE(m_real->Starting(), m_home);
     QCOMPARE(m_real->All().back().path, "/");
+}
+
+void TestDrives::aStickPulledOutWhileItIsLookedAtRaises68()
+{
+    support::FaultyDisk disk;
+    const platform::MountedDrives drives(m_home, m_folder->filePath("table"), disk);
+    drives.All();
+    int steps = 0;
+    for (;; ++steps) {
+        disk.Fail(support::DiskFault::Gone, steps, QFile::encodeName(m_folder->path()));
+        const qint32 number = NumberRaised(drives, m_stick);
+        if (disk.Hits() == 0)
+            break;
+        QVERIFY2(number == 68, QByteArray::number(steps + 1));
+    }
+    QVERIFY(steps >= 2);
+    disk.Heal();
+    QCOMPARE(NumberRaised(drives, m_stick), 0);
+}
+
+// It cannot be looked into, but it has not gone.
+void TestDrives::somebodyElsesVolumeIsReady()
+{
+    m_real->All();
+    QCOMPARE(chmod(QFile::encodeName(m_folder->path()).constData(), 0755), 0);
+    QCOMPARE(chmod(QFile::encodeName(m_stick).constData(), 0), 0);
+    {
+        const support::AsOrdinaryUser user;
+        QCOMPARE(NumberRaised(*m_real, m_stick), 0);
+    }
+    QCOMPARE(chmod(QFile::encodeName(m_stick).constData(), 0755), 0);
 }
 
 QTEST_APPLESS_MAIN(TestDrives)
