@@ -1,11 +1,14 @@
 #include "ChmWriter.h"
 #include "platform/Error.h"
 #include "platform/agent/CharacterFile.h"
+#include "platform/files/DiskFiles.h"
+#include "platform/forms/Picture.h"
 #include "platform/help/HelpBook.h"
 #include "platform/media/ClipFile.h"
 #include "platform/voice/SphinxRecogniser.h"
 #include "support/AsOrdinaryUser.h"
 #include "support/FaultyCalls.h"
+#include "support/PlainDesk.h"
 #include "support/SmallCharacter.h"
 
 #include <QDir>
@@ -58,8 +61,9 @@ QByteArray Noise()
 
 } // namespace
 
-// What libraries open by themselves: help, characters, clip and the recogniser's model, on a disk that fails
-// at each step. Each is there, or its usual notice, number or silence is; afterwards it is there again.
+// What libraries open by themselves: help, characters, clip, picture and the recogniser's model, on a disk
+// that fails at each step. Each is there, or its usual notice, number or silence is; afterwards it is there
+// again.
 class TestOpenedFiles : public QObject {
     Q_OBJECT
 
@@ -74,6 +78,10 @@ private slots:
     void aCharacterThatMayNotBeReadIsMissing();
     void aClipPlaysOrEnds_data();
     void aClipPlaysOrEnds();
+    void aPictureIsShownOrRefused_data() { Faults(); }
+    void aPictureIsShownOrRefused();
+    void whatIsNoPictureIsRefused_data();
+    void whatIsNoPictureIsRefused();
     void aModelWithoutAFileUnderstandsNothing_data();
     void aModelWithoutAFileUnderstandsNothing();
 
@@ -235,6 +243,64 @@ void TestOpenedFiles::aClipPlaysOrEnds()
     QCOMPARE(PicturesIn(path), all);
 }
 
+void TestOpenedFiles::aPictureIsShownOrRefused()
+{
+    QFETCH(DiskFault, fault);
+    QFETCH(bool, isBorne);
+    DiskFiles files;
+    const support::PlainDesk desk(&files);
+    QImage picture(60, 40, QImage::Format_RGB32);
+    for (int row = 0; row < picture.height(); ++row)
+        for (int column = 0; column < picture.width(); ++column)
+            picture.setPixel(column, row, qRgb(row * 6, column * 4, 100));
+    QVERIFY(picture.save(m_folder.filePath("TWicon4.bmp")));
+    const QString path = m_folder.path() + "\\twICON4.bmp";
+    std::set<qint32> numbers;
+    AtEachStep(fault, isBorne, [&](const QByteArray &step) {
+        try {
+            const QImage shown = LoadPicture(path).toImage().convertToFormat(QImage::Format_RGB32);
+            QVERIFY2(shown.size() == picture.size() && (!isBorne || shown == picture), step);
+        } catch (const Error &error) {
+            numbers.insert(error.Number());
+        }
+    });
+    numbers.erase(kFileNotFound);
+    numbers.erase(kPathNotFound);
+    QCOMPARE(numbers, isBorne ? std::set<qint32>() : std::set<qint32>{ kInvalidPicture });
+    QCOMPARE(LoadPicture(path).toImage().convertToFormat(QImage::Format_RGB32), picture);
+}
+
+void TestOpenedFiles::whatIsNoPictureIsRefused_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<qint32>("number");
+    QTest::newRow("nothing") << "none.bmp" << qint32(kFileNotFound);
+    QTest::newRow("no folder") << "none\\none.bmp" << qint32(kPathNotFound);
+    QTest::newRow("a folder") << "folder.bmp" << qint32(kFileNotFound);
+    QTest::newRow("empty") << "empty.bmp" << qint32(kInvalidPicture);
+    QTest::newRow("a letter") << "letter.bmp" << qint32(kInvalidPicture);
+    QTest::newRow("only its first bytes") << "first.bmp" << qint32(kInvalidPicture);
+}
+
+void TestOpenedFiles::whatIsNoPictureIsRefused()
+{
+    QFETCH(QString, name);
+    QFETCH(qint32, number);
+    DiskFiles files;
+    const support::PlainDesk desk(&files);
+    QDir(m_folder.path()).mkdir("folder.bmp");
+    Write(m_folder.filePath("empty.bmp"), "");
+    Write(m_folder.filePath("letter.bmp"), "Dear Sir or Madam");
+    Write(m_folder.filePath("first.bmp"), QByteArray("BM\x36\x1c\0\0", 6));
+    qint32 raised = 0;
+    try {
+        LoadPicture(m_folder.path() + '\\' + name);
+    } catch (const Error &error) {
+        raised = error.Number();
+    }
+    QCOMPARE(raised, number);
+}
+
 void TestOpenedFiles::aModelWithoutAFileUnderstandsNothing_data()
 {
     QTest::addColumn<QString>("name");
@@ -270,5 +336,5 @@ void TestOpenedFiles::aModelWithoutAFileUnderstandsNothing()
     QCOMPARE(SphinxRecogniser::Understand(model.path(), Noise()), QStringList());
 }
 
-QTEST_GUILESS_MAIN(TestOpenedFiles)
+QTEST_MAIN(TestOpenedFiles)
 #include "TestOpenedFiles.moc"
