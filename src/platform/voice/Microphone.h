@@ -14,6 +14,8 @@ public:
     struct Device {
         QString id;   // stays the same from run to run
         QString name; // for the user
+
+        friend bool operator==(const Device &, const Device &) = default;
     };
 
     virtual ~Microphone() = default;
@@ -32,7 +34,7 @@ public:
     // Ends either. What has been heard and not yet been told is told first, inside the call.
     virtual void Stop() = 0;
 
-    // Called by the event loop when devices have come or gone.
+    // Called by the event loop, within a second or so, when devices have come or gone since Devices.
     std::function<void()> devicesChanged;
 };
 

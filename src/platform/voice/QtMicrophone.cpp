@@ -16,7 +16,8 @@ namespace platform {
 namespace {
 
 constexpr int kSampleRate = 16000;
-constexpr int kLevelEvery = 60; // milliseconds
+constexpr int kLevelEvery = 60;  // milliseconds
+constexpr int kLookEvery = 1000; // likewise
 // What is as soft as an empty room, and what is a shout, in decibels below full scale.
 constexpr double kSoftest = -55;
 constexpr double kLoudest = -6;
@@ -25,6 +26,16 @@ constexpr double kLoudest = -6;
 bool IsEcho(const QAudioDevice &device)
 {
     return device.id().endsWith(".monitor");
+}
+
+std::vector<Microphone::Device> DevicesNow()
+{
+    std::vector<Microphone::Device> devices;
+    for (const QAudioDevice &device : QMediaDevices::audioInputs()) {
+        if (!IsEcho(device))
+            devices.push_back({ QString::fromUtf8(device.id()), device.description() });
+    }
+    return devices;
 }
 
 } // namespace
@@ -40,10 +51,8 @@ class QtMicrophone::Ear : public QObject {
 public:
     explicit Ear(QtMicrophone &owner)
     {
-        connect(&m_devices, &QMediaDevices::audioInputsChanged, this, [&owner] {
-            if (owner.devicesChanged)
-                owner.devicesChanged();
-        });
+        m_watch.setInterval(kLookEvery);
+        connect(&m_watch, &QTimer::timeout, this, [this, &owner] { Look(owner.devicesChanged); });
         m_timer.setInterval(kLevelEvery);
         connect(&m_timer, &QTimer::timeout, this, [this] { Tell(); });
     }
@@ -83,14 +92,35 @@ public:
         m_source.reset();
     }
 
+    // Whoever asks for the devices may want to hear of others. The library does not always tell.
+    void Watch(std::vector<Device> devices)
+    {
+        m_known = std::move(devices);
+        m_watch.start();
+    }
+
 private:
+    void Look(const std::function<void()> &changed)
+    {
+        if (!changed) {
+            m_watch.stop();
+            return;
+        }
+        std::vector<Device> devices = DevicesNow();
+        if (devices == m_known)
+            return;
+        m_known = std::move(devices);
+        changed();
+    }
+
     void Tell()
     {
         const auto heard = m_heard; // may be replaced by what it calls
         heard(m_stream->readAll());
     }
 
-    QMediaDevices m_devices;
+    std::vector<Device> m_known;
+    QTimer m_watch;
     std::unique_ptr<QAudioSource> m_source;
     QIODevice *m_stream = nullptr; // the source's own
     QTimer m_timer;
@@ -103,11 +133,8 @@ QtMicrophone::~QtMicrophone() = default;
 
 std::vector<Microphone::Device> QtMicrophone::Devices() const
 {
-    std::vector<Device> devices;
-    for (const QAudioDevice &device : QMediaDevices::audioInputs()) {
-        if (!IsEcho(device))
-            devices.push_back({ QString::fromUtf8(device.id()), device.description() });
-    }
+    std::vector<Device> devices = DevicesNow();
+    m_ear->Watch(devices);
     return devices;
 }
 
