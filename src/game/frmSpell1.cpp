@@ -17,7 +17,7 @@ namespace tumblewick {
 
 using platform::The;
 
-frmSpell1::frmSpell1() : SharedScreen(QStringLiteral("frmSpell1"), QStringLiteral("The Game")) {}
+frmSpell1::frmSpell1() : ResizedScreen(QStringLiteral("frmSpell1"), QStringLiteral("The Game")) {}
 
 frmSpell1::~frmSpell1() = default;
 
@@ -27,7 +27,7 @@ void frmSpell1::OnLoad(QWidget &window)
     m_ui->setupUi(&window);
     DressWindow(window, Room::Game);
     // Buttons keep their size but move up and down with the rest.
-    m_resizer = std::make_unique<platform::Resizer>(window, platform::HoldSize({ "CommandButton" }));
+    ScaleControls(window, platform::HoldSize({ "CommandButton" }));
     platform::InstallEnterKey(window, m_ui->cmdGo);
     platform::InstallSelectionKeys(*m_ui->lvwAnswer);
     MediaPlayer1 = The().media.CreatePlayer(window, QPoint(kClipLeft, kClipTop));
@@ -60,11 +60,6 @@ void frmSpell1::OnUnload()
     CloseHelp();
     // Timer1 stays: a script that runs on behind the unload may still arm it, and it does not tick any more.
     m_agent1->Disconnect();
-}
-
-void frmSpell1::OnResize()
-{
-    m_resizer->Apply();
 }
 
 void frmSpell1::Timer1_Timer()

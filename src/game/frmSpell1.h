@@ -5,8 +5,7 @@
 #include "game/Turns.h"
 #include "lists/QuizLine.h"
 #include "platform/agent/Agent.h"
-#include "platform/forms/Resizer.h"
-#include "platform/forms/Screen.h"
+#include "platform/forms/ResizedScreen.h"
 #include "platform/forms/Timer.h"
 #include "shell/SharedState.h"
 #include "stage/Endings.h"
@@ -26,7 +25,7 @@ namespace tumblewick {
 
 // The game: one screen for both kinds. It drives the turns by the rules that stand beside it and says what
 // the characters do. Its instance lives for the whole run, and so do its members.
-class frmSpell1 : public platform::SharedScreen<frmSpell1> {
+class frmSpell1 : public platform::ResizedScreen<frmSpell1> {
 public:
     frmSpell1();
     // The screen's own control; while loaded.
@@ -37,8 +36,6 @@ private:
     void OnLoad(QWidget &window) override;
     void OnActivate() override { StartGame(); }
     void OnUnload() override;
-    void OnResize() override;
-    bool FillsDisplay() const override { return true; }
 
     // StartGame.cpp: from the first appearance to the first question.
     void StartGame();
@@ -113,7 +110,6 @@ private:
     RankOrder m_rankOrder; // built only for more than one player
 
     std::unique_ptr<Ui::frmSpell1> m_ui; // valid while loaded
-    std::unique_ptr<platform::Resizer> m_resizer;
     std::unique_ptr<platform::Timer> Timer1;
     std::unique_ptr<platform::MediaPlayer> MediaPlayer1;
     platform::AgentControlReference m_agent1;

@@ -6,6 +6,7 @@
 #include "platform/Services.h"
 #include "platform/forms/Boxes.h"
 #include "platform/forms/EnterKey.h"
+#include "platform/forms/Holds.h"
 #include "platform/forms/Picture.h"
 #include "platform/system/Chance.h"
 #include "platform/system/Process.h"
@@ -37,7 +38,7 @@ bool IsWithoutService(const platform::Error &error)
 
 } // namespace
 
-frmMenu1::frmMenu1() : SharedScreen(QStringLiteral("frmMenu1"), QStringLiteral("Menu")) {}
+frmMenu1::frmMenu1() : ResizedScreen(QStringLiteral("frmMenu1"), QStringLiteral("Menu")) {}
 
 frmMenu1::~frmMenu1()
 {
@@ -52,7 +53,7 @@ void frmMenu1::OnLoad(QWidget &window)
     m_ui->setupUi(&window);
     DressWindow(window, Room::Menu);
     platform::InstallEnterKey(window);
-    m_resizer = std::make_unique<platform::Resizer>(window, platform::HoldAllButLeft({ "CommandButton" }));
+    ScaleControls(window, platform::HoldAllButLeft({ "CommandButton" }));
     m_timer1.emplace(Guarded([this] { Timer1_Timer(); }));
     m_agent1 = The().agent.CreateControl();
     m_ui->cmdPlay->setFocus();
@@ -120,11 +121,6 @@ void frmMenu1::OnUnload()
     m_agent1->Disconnect();
 }
 
-void frmMenu1::OnResize()
-{
-    m_resizer->Apply();
-}
-
 void frmMenu1::cmdPlay_Click()
 {
     BeginSetUp(kSpellingMode);
@@ -155,35 +151,33 @@ void frmMenu1::BeginSetUp(const QString &gameMode)
 
 void frmMenu1::cmdSettings_Click()
 {
-    try {
-        SendCharactersOff();
-    } catch (const platform::Error &error) {
-        if (!IsWithoutService(error))
-            return ShortErrorBox(error);
-    }
-    ShowScreen(frmSettings::Shared(), *this);
+    if (SendCharactersOff())
+        ShowScreen(frmSettings::Shared(), *this);
 }
 
 void frmMenu1::cmdCreate_Click()
 {
-    try {
-        SendCharactersOff();
-    } catch (const platform::Error &error) {
-        if (!IsWithoutService(error))
-            return ShortErrorBox(error);
-    }
-    PassLock();
+    if (SendCharactersOff())
+        PassLock();
 }
 
-void frmMenu1::SendCharactersOff()
+bool frmMenu1::SendCharactersOff()
 {
     const auto &characters = State().Characters;
-    for (const auto &character : characters)
-        character->StopAll();
-    IntroCancelled = true;
-    characters[kMerlin]->Play(QStringLiteral("Pleased"));
-    for (const auto &character : characters)
-        character->Hide();
+    try {
+        for (const auto &character : characters)
+            character->StopAll();
+        IntroCancelled = true;
+        characters[kMerlin]->Play(QStringLiteral("Pleased"));
+        for (const auto &character : characters)
+            character->Hide();
+    } catch (const platform::Error &error) {
+        if (!IsWithoutService(error)) {
+            ShortErrorBox(error);
+            return false;
+        }
+    }
+    return true;
 }
 
 // The password guards this one door, and there is no limit to how often one may try.

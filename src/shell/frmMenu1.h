@@ -2,8 +2,7 @@
 
 #include "platform/Integer16.h"
 #include "platform/agent/Agent.h"
-#include "platform/forms/Holds.h"
-#include "platform/forms/Screen.h"
+#include "platform/forms/ResizedScreen.h"
 
 #include <QString>
 
@@ -18,7 +17,7 @@ namespace tumblewick {
 
 // The main menu: where the characters are loaded and every path begins and ends. Its instance lives for the
 // whole run, and so do its members.
-class frmMenu1 : public platform::SharedScreen<frmMenu1> {
+class frmMenu1 : public platform::ResizedScreen<frmMenu1> {
 public:
     frmMenu1();
     ~frmMenu1() override;
@@ -31,24 +30,21 @@ private:
     void OnLoad(QWidget &window) override;
     void OnActivate() override;
     void OnUnload() override;
-    void OnResize() override;
-    bool FillsDisplay() const override { return true; }
 
     void DrawIntroduction();
     void Timer1_Timer();
     void cmdPlay_Click();
     void Command3_Click();
     void Command1_Click();
-
     void cmdCreate_Click();
     void cmdSettings_Click();
 
     void BeginSetUp(const QString &gameMode);
-    void SendCharactersOff();
+    // Whether the way is free; if not, the user has been told why.
+    [[nodiscard]] bool SendCharactersOff();
     void PassLock();
 
     std::unique_ptr<Ui::frmMenu1> m_ui; // valid while loaded
-    std::unique_ptr<platform::Resizer> m_resizer;
     std::optional<platform::Timer> m_timer1;
     platform::AgentControlReference m_agent1;
 };

@@ -26,7 +26,7 @@ const QString kMask = QStringLiteral("****");
 
 } // namespace
 
-frmSettings::frmSettings() : SharedScreen(QStringLiteral("frmSettings"), QStringLiteral("Settings")) {}
+frmSettings::frmSettings() : ResizedScreen(QStringLiteral("frmSettings"), QStringLiteral("Settings")) {}
 
 frmSettings::~frmSettings()
 {
@@ -41,7 +41,7 @@ void frmSettings::OnLoad(QWidget &window)
     DressWindow(window, Room::Study);
     platform::InstallEnterKey(window);
     platform::InstallOptionKeys(window);
-    m_resizer = std::make_unique<platform::Resizer>(window);
+    ScaleControls(window);
     const auto markDirty = [this] { m_settingsDirty = true; };
     // The mouse alone marks this one, not the keyboard: wanted.
     platform::OnMousePress(*m_ui->optIntro, Guarded(markDirty));
@@ -76,11 +76,6 @@ void frmSettings::OnUnload()
 {
     CloseHelp();
     Release();
-}
-
-void frmSettings::OnResize()
-{
-    m_resizer->Apply();
 }
 
 void frmSettings::cmdback_Click()

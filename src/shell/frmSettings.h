@@ -1,7 +1,6 @@
 #pragma once
 
-#include "platform/forms/Resizer.h"
-#include "platform/forms/Screen.h"
+#include "platform/forms/ResizedScreen.h"
 
 #include <memory>
 
@@ -13,7 +12,7 @@ namespace tumblewick {
 
 // Introductions on or off, the password of the authoring screens, and the way to the characters' own
 // properties.
-class frmSettings : public platform::SharedScreen<frmSettings> {
+class frmSettings : public platform::ResizedScreen<frmSettings> {
 public:
     frmSettings();
     ~frmSettings() override;
@@ -22,8 +21,6 @@ private:
     void OnLoad(QWidget &window) override;
     void OnActivate() override;
     void OnUnload() override;
-    void OnResize() override;
-    bool FillsDisplay() const override { return true; }
 
     void cmdback_Click();
     void cmdProperties_Click();
@@ -32,7 +29,6 @@ private:
     bool SaveSettings();
 
     std::unique_ptr<Ui::frmSettings> m_ui; // valid while loaded
-    std::unique_ptr<platform::Resizer> m_resizer;
     bool m_settingsDirty = false;
 };
 
