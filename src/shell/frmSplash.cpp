@@ -41,7 +41,7 @@ void SplashErrorBox(const platform::Error &error)
                            "this is not the case then contact support and\r\n Quote the following "
                            "information") +
             facts);
-    else if (error.Number() != 0)
+    else
         The().boxes.MessageBox(QStringLiteral("Tumblewick has detected a problem. Please email support ") +
                                QLatin1String(kSupportAddress) +
                                QStringLiteral(" and quote\r\n following information  ") + facts +

@@ -19,16 +19,15 @@ public:
     frmSplash();
     ~frmSplash() override;
 
-    // Judges the display by the text of its mode and sets DisplayWidth; ends the program when the display
-    // cannot serve. Raises 13 for a text that does not begin with a number.
-    void CheckDisplay(const QString &modeText);
-
 private:
     void OnLoad(QWidget &window) override;
     void OnActivate() override;
     bool IsFramed() const override { return false; }
 
     ScreenInfo &Info();
+    // Judges the display by the text of its mode and sets DisplayWidth; ends the program when the display
+    // cannot serve. Raises 13 for a text that does not begin with a number.
+    void CheckDisplay(const QString &modeText);
     void Pause();
 
     std::unique_ptr<Ui::frmSplash> m_ui; // valid while loaded

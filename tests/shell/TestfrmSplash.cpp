@@ -1,3 +1,4 @@
+#include "platform/Error.h"
 #include "shell/SharedState.h"
 #include "shell/frmMenu1.h"
 #include "shell/frmSplash.h"
@@ -24,6 +25,31 @@ const QString kTooFewColours = QStringLiteral(
 const QString kNote = QStringLiteral(
     "NOTE: Consider changing your display mode to 1024 X 768. The program will  perform better "
     "and certainly look better");
+
+// The desk with a service behind the characters that cannot be had.
+class DeskWithoutAgent {
+public:
+    DeskWithoutAgent(Desk &desk, qint32 number) : m_desk(desk), m_agent(number)
+    {
+        platform::InstallServices(&m_services);
+    }
+    ~DeskWithoutAgent() { platform::InstallServices(&m_desk.services); }
+    DeskWithoutAgent(const DeskWithoutAgent &) = delete;
+    DeskWithoutAgent &operator=(const DeskWithoutAgent &) = delete;
+
+private:
+    struct NoAgent : platform::AgentServer {
+        explicit NoAgent(qint32 raised) : number(raised) {}
+        platform::AgentControlReference CreateControl() override { throw platform::Error(number); }
+        const qint32 number;
+    };
+
+    Desk &m_desk;
+    NoAgent m_agent;
+    platform::Services m_services{ m_desk.time,    m_desk.time,    m_desk.chance, m_desk.process,
+                                   m_desk.files,   m_desk.boxes,   m_desk.help,   m_agent,
+                                   m_desk.display, m_desk.desktop, m_desk.media,  m_desk.drives };
+};
 
 } // namespace
 
@@ -104,6 +130,45 @@ private slots:
         Open();
         QVERIFY(frmMenu1::Shared().IsActive());
         QCOMPARE(int(State().DisplayWidth), 0);
+    }
+
+    void aDisplayTooWideToCountIsReportedAndTheStartGoesOn()
+    {
+        m_desk->display.Run({ 32, 32768, 600, 0, 60 });
+        m_desk->boxes.Expect("Tumblewick has detected a problem. Please email support "
+                             "support@tumblewick.example and quote\r\n following information  6 Overflow "
+                             "We apologise for this inconvenience");
+        Open();
+        QVERIFY(frmMenu1::Shared().IsActive());
+        QCOMPARE(int(State().DisplayWidth), 0);
+    }
+
+    void aMenuThatDoesNotComeIsReportedAndTheSplashStays_data()
+    {
+        QTest::addColumn<int>("number");
+        QTest::addColumn<QString>("box");
+        QTest::newRow("5") << int(platform::kInvalidCall)
+                           << "There is a problem with the program. If you have two installations of "
+                              "Tumblewick on your machine\r\n You need to uninstall the second "
+                              "Installation. If this is not the case then contact support and\r\n "
+                              "Quote the following information5 Invalid procedure call or argument";
+        QTest::newRow("another") << int(platform::kNoSuchComponent)
+                                 << "Tumblewick has detected a problem. Please email support "
+                                    "support@tumblewick.example and quote\r\n following information  "
+                                    "429 ActiveX component can't create object "
+                                    "We apologise for this inconvenience";
+    }
+    void aMenuThatDoesNotComeIsReportedAndTheSplashStays()
+    {
+        QFETCH(int, number);
+        QFETCH(QString, box);
+        const DeskWithoutAgent without(*m_desk, number);
+        m_desk->boxes.Expect(box);
+        Open();
+        QVERIFY(m_desk->boxes.AllAnswered());
+        QVERIFY(frmSplash::Shared().IsActive());
+        QVERIFY(!frmMenu1::Shared().IsLoaded());
+        QVERIFY(!m_desk->process.Ended());
     }
 
     void theMenuComesBehindThePause_data()
