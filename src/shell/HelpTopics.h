@@ -18,7 +18,7 @@ inline const QString kPlayingTopic = QStringLiteral("Playing the Game.htm");
 // Opens a topic of the help file beside the program.
 void ShowHelpTopic(const QString &topic);
 
-// What the unload of a screen does.
+// Closes all help, whoever opened it; so the unload of a screen does.
 void CloseHelp();
 
 } // namespace tumblewick

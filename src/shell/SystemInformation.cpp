@@ -21,7 +21,7 @@ QString NumberText(const QByteArray &bytes)
 {
     QString digits;
     for (auto byte = bytes.rbegin(); byte != bytes.rend(); ++byte)
-        digits += QString::number(static_cast<quint8>(*byte), 16).toUpper();
+        digits += QString::number(static_cast<quint8>(*byte), 16);
     return QString::number(static_cast<qint32>(digits.toUInt(nullptr, 16)));
 }
 

@@ -25,8 +25,7 @@ namespace platform {
 //   left    keeps its shape and its distance to the left edge
 //   right   keeps its shape and its distance to the right edge
 //   spare   like right, but left out of a widget that is narrower in proportion than the drawing: ornaments
-//   for
-//           the room that controls of a fixed size leave
+//           for the room that controls of a fixed size leave
 //
 // Part of the user interface thread. A drawing without any of the parts, or none at all, paints nothing.
 class Backdrop : public QObject {
