@@ -1,6 +1,7 @@
 #include "platform/Error.h"
 #include "shell/LastIntroduction.h"
 #include "support/Desk.h"
+#include "support/NumberRaised.h"
 
 #include <QFile>
 #include <QtTest>
@@ -36,7 +37,7 @@ private slots:
         Desk desk;
         desk.WriteFile("Lintro", content);
         QTEST(CheckLastIntro(candidate), "repeated");
-        QTEST(Content(desk), "after");
+        QTEST(desk.Content("Lintro"), "after");
     }
 
     void aFileThatCannotServeRaises_data()
@@ -58,12 +59,7 @@ private slots:
             QVERIFY(QFile::remove(desk.folder.filePath("Lintro")));
         else
             desk.WriteFile("Lintro", content);
-        try {
-            CheckLastIntro(0);
-            QFAIL("nothing was raised");
-        } catch (const platform::Error &error) {
-            QCOMPARE(error.Number(), number);
-        }
+        QCOMPARE(support::NumberRaised([] { CheckLastIntro(0); }), number);
     }
 
     void aMissingFileIsMadeEmpty()
@@ -71,14 +67,7 @@ private slots:
         Desk desk;
         QVERIFY(QFile::remove(desk.folder.filePath("Lintro")));
         QVERIFY_EXCEPTION_THROWN(CheckLastIntro(0), platform::Error);
-        QCOMPARE(Content(desk), QByteArray(""));
-    }
-
-private:
-    static QByteArray Content(const Desk &desk)
-    {
-        QFile file(desk.folder.filePath("Lintro"));
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("unreadable");
+        QCOMPARE(desk.Content("Lintro"), QByteArray(""));
     }
 };
 

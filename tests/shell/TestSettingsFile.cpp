@@ -1,6 +1,7 @@
 #include "platform/Error.h"
 #include "shell/SettingsFile.h"
 #include "support/Desk.h"
+#include "support/NumberRaised.h"
 
 #include <QFile>
 #include <QtTest>
@@ -61,23 +62,18 @@ private slots:
             QVERIFY(QFile::remove(desk.folder.filePath("Set")));
         else
             desk.WriteFile("Set", content);
-        try {
-            ReadSettings();
-            QFAIL("nothing was raised");
-        } catch (const platform::Error &error) {
-            QCOMPARE(error.Number(), number);
-        }
+        QCOMPARE(support::NumberRaised([] { ReadSettings(); }), number);
     }
 
     void whatIsWrittenIsTwoLines()
     {
         Desk desk;
         WriteSettings({ true, "S3cret" });
-        QCOMPARE(Content(desk), QByteArray("Intro\r\nS3cret\r\n"));
+        QCOMPARE(desk.Content("Set"), QByteArray("Intro\r\nS3cret\r\n"));
         WriteSettings({ false, "" });
-        QCOMPARE(Content(desk), QByteArray("No Intro\r\n\r\n"));
+        QCOMPARE(desk.Content("Set"), QByteArray("No Intro\r\n\r\n"));
         WriteSettings({ false, QString::fromUtf8("café") });
-        QCOMPARE(Content(desk), QByteArray("No Intro\r\ncaf\xe9\r\n"));
+        QCOMPARE(desk.Content("Set"), QByteArray("No Intro\r\ncaf\xe9\r\n"));
     }
 
     void aMissingFileIsNotMade()
@@ -86,13 +82,6 @@ private slots:
         QVERIFY(QFile::remove(desk.folder.filePath("Set")));
         QVERIFY_EXCEPTION_THROWN(WriteSettings({ true, "" }), platform::Error);
         QVERIFY(!QFile::exists(desk.folder.filePath("Set")));
-    }
-
-private:
-    static QByteArray Content(const Desk &desk)
-    {
-        QFile file(desk.folder.filePath("Set"));
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("unreadable");
     }
 };
 

@@ -1,28 +1,18 @@
 #include "platform/Error.h"
 #include "platform/system/QtDesktop.h"
+#include "support/NumberRaised.h"
 
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 #include <QtTest>
 
-using platform::Error;
 using platform::QtDesktop;
+using support::NumberRaised;
 
 namespace {
 
 const QString kKey = QStringLiteral("SOFTWARE\\Microsoft\\Shared Tools\\MSINFO");
-
-template <class Work>
-qint32 NumberRaised(Work work)
-{
-    try {
-        work();
-    } catch (const Error &error) {
-        return error.Number();
-    }
-    return 0;
-}
 
 } // namespace
 
