@@ -32,14 +32,17 @@
 #include <QStandardPaths>
 
 #include <cstdio>
+#include <optional>
 
 int main(int argc, char *argv[])
 {
-    if (!platform::PrepareDisplay()) {
+    std::optional<platform::DisplayChoice> choice(std::in_place);
+    if (!choice->HasDisplay()) {
         std::fputs("Tumblewick needs a graphical display.\n", stderr);
         return 1;
     }
     QApplication application(argc, argv);
+    choice.reset();
     QApplication::setApplicationName(QStringLiteral("Tumblewick"));
     // Characters are windows too; the screens themselves know when the last of them has gone.
     QApplication::setQuitOnLastWindowClosed(false);

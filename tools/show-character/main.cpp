@@ -120,7 +120,8 @@ struct Actor {
 
 int main(int argumentCount, char **arguments)
 {
-    if (!PrepareDisplay())
+    const DisplayChoice choice;
+    if (!choice.HasDisplay())
         return Refuse(QStringLiteral("there is no display"));
     QApplication application(argumentCount, arguments);
     tumblewick::ApplyAppearance(application);

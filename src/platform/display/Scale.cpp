@@ -13,6 +13,8 @@ namespace {
 
 constexpr double kStep = 0.25;
 constexpr QSize kLeastUnits(1024, 768);
+constexpr char kWindowSystem[] = "QT_QPA_PLATFORM";
+constexpr char kScale[] = "QT_SCALE_FACTOR";
 
 // The pixels of the X display, empty when it cannot be reached.
 QSize DisplayPixels()
@@ -40,18 +42,30 @@ double ScaleFor(const QSize &display)
     return std::max(1.0, std::floor(room / kStep) * kStep);
 }
 
-bool PrepareDisplay()
+DisplayChoice::DisplayChoice()
 {
-    if (qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
-        return true;
+    if (qEnvironmentVariableIsSet(kWindowSystem))
+        return;
     const QSize pixels = DisplayPixels();
-    if (pixels.isEmpty())
-        return false;
+    m_hasDisplay = !pixels.isEmpty();
+    if (!m_hasDisplay)
+        return;
     // Characters stand at places of their own choosing, which only the X window system allows.
-    qputenv("QT_QPA_PLATFORM", "xcb");
-    if (!qEnvironmentVariableIsSet("QT_SCALE_FACTOR") && ScaleFor(pixels) > 1.0)
-        qputenv("QT_SCALE_FACTOR", QByteArray::number(ScaleFor(pixels)));
-    return true;
+    Set(kWindowSystem, "xcb");
+    if (!qEnvironmentVariableIsSet(kScale) && ScaleFor(pixels) > 1.0)
+        Set(kScale, QByteArray::number(ScaleFor(pixels)));
+}
+
+DisplayChoice::~DisplayChoice()
+{
+    for (const char *variable : m_set)
+        qunsetenv(variable);
+}
+
+void DisplayChoice::Set(const char *variable, const QByteArray &value)
+{
+    qputenv(variable, value);
+    m_set.push_back(variable);
 }
 
 } // namespace platform

@@ -1,3 +1,4 @@
+#include "platform/display/Scale.h"
 #include "platform/display/XcbDisplay.h"
 #include "shell/ScreenInfo.h"
 #include "support/Desk.h"
@@ -96,6 +97,34 @@ private slots:
         QCOMPARE(display.ChangeMode({ depth, size.width(), size.height(), 0, frequency }),
                  qint32(kDisplayBadMode));
         QCOMPARE(PixelsOfDisplay(), QSize(1024, 768));
+    }
+
+    void theChoiceGoesByTheDisplayAndLeavesNothing_data()
+    {
+        QTest::addColumn<QSize>("size");
+        QTest::addColumn<QByteArray>("given"); // by the user
+        QTest::addColumn<QByteArray>("scale");
+        QTest::newRow("as it is") << QSize(1024, 768) << QByteArray() << QByteArray();
+        QTest::newRow("scaled") << QSize(1920, 1080) << QByteArray() << QByteArray("1.25");
+        QTest::newRow("scaled by the user") << QSize(1920, 1080) << QByteArray("2") << QByteArray("2");
+    }
+    void theChoiceGoesByTheDisplayAndLeavesNothing()
+    {
+        QFETCH(QSize, size);
+        QFETCH(QByteArray, given);
+        QCOMPARE(XcbDisplay().ChangeMode({ 32, size.width(), size.height(), 0, 60 }),
+                 qint32(kDisplayChanged));
+        if (!given.isEmpty())
+            qputenv("QT_SCALE_FACTOR", given);
+        {
+            const DisplayChoice choice;
+            QVERIFY(choice.HasDisplay());
+            QCOMPARE(qgetenv("QT_QPA_PLATFORM"), QByteArray("xcb"));
+            QTEST(qgetenv("QT_SCALE_FACTOR"), "scale");
+        }
+        QVERIFY(!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"));
+        QCOMPARE(qgetenv("QT_SCALE_FACTOR"), given);
+        qunsetenv("QT_SCALE_FACTOR");
     }
 
     void theProgramsOwnClassChangesIt()

@@ -2,6 +2,36 @@
 
 #include <QtTest>
 
+namespace {
+
+// A variable of the environment with another value, a null one for none, as long as this lives.
+class Variable {
+public:
+    Variable(const char *name, const QByteArray &value)
+        : m_name(name), m_wasSet(qEnvironmentVariableIsSet(name)), m_before(qgetenv(name))
+    {
+        Set(!value.isNull(), value);
+    }
+    ~Variable() { Set(m_wasSet, m_before); }
+    Variable(const Variable &) = delete;
+    Variable &operator=(const Variable &) = delete;
+
+private:
+    void Set(bool isSet, const QByteArray &value) const
+    {
+        if (isSet)
+            qputenv(m_name, value);
+        else
+            qunsetenv(m_name);
+    }
+
+    const char *const m_name;
+    const bool m_wasSet;
+    const QByteArray m_before;
+};
+
+} // namespace
+
 // How large the game is drawn on displays of many sizes.
 class TestScale : public QObject {
     Q_OBJECT
@@ -25,6 +55,27 @@ private slots:
     {
         QFETCH(QSize, display);
         QTEST(platform::ScaleFor(display), "scale");
+    }
+
+    void withoutADisplayNothingIsChosen()
+    {
+        const Variable display("DISPLAY", {});
+        const Variable windowSystem("QT_QPA_PLATFORM", {});
+        const platform::DisplayChoice choice;
+        QVERIFY(!choice.HasDisplay());
+        QVERIFY(!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"));
+    }
+
+    void theChoiceOfTheUserStays()
+    {
+        const Variable display("DISPLAY", {});
+        const Variable windowSystem("QT_QPA_PLATFORM", "offscreen");
+        {
+            const platform::DisplayChoice choice;
+            QVERIFY(choice.HasDisplay());
+            QCOMPARE(qgetenv("QT_QPA_PLATFORM"), QByteArray("offscreen"));
+        }
+        QCOMPARE(qgetenv("QT_QPA_PLATFORM"), QByteArray("offscreen"));
     }
 };
 
