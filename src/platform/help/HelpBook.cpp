@@ -50,9 +50,8 @@ QString NoticeOf(ChmFault::Kind fault, const QString &path)
 
 std::vector<QRegularExpression> PatternsOf(const QString &words)
 {
-    static const QRegularExpression kBetweenWords(QStringLiteral("[^\\p{L}\\p{N}']+"));
     std::vector<QRegularExpression> patterns;
-    for (const QString &word : words.split(kBetweenWords, Qt::SkipEmptyParts))
+    for (const QString &word : WordsOf(words))
         patterns.emplace_back(QStringLiteral("(?<![\\p{L}\\p{N}])") + QRegularExpression::escape(word),
                               QRegularExpression::CaseInsensitiveOption |
                                   QRegularExpression::UseUnicodePropertiesOption);
@@ -73,6 +72,12 @@ QString Excerpt(const QString &text, qsizetype place)
 }
 
 } // namespace
+
+QStringList WordsOf(const QString &typed)
+{
+    static const QRegularExpression kBetweenWords(QStringLiteral("[^\\p{L}\\p{N}']+"));
+    return typed.split(kBetweenWords, Qt::SkipEmptyParts);
+}
 
 HelpBook::HelpBook(const QString &path) : m_path(path)
 {

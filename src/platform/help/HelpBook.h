@@ -5,11 +5,15 @@
 
 #include <QByteArray>
 #include <QString>
+#include <QStringList>
 
 #include <memory>
 #include <vector>
 
 namespace platform {
+
+// The words in what somebody types to look for something; marks between them are left out.
+QStringList WordsOf(const QString &typed);
 
 // A page that holds all the words looked for.
 struct HelpHit {

@@ -4,7 +4,6 @@
 
 #include <QImage>
 #include <QPagedPaintDevice>
-#include <QRegularExpression>
 #include <QScrollBar>
 #include <QTextFrame>
 #include <QUrl>
@@ -106,8 +105,7 @@ int HelpPage::Mark(const QString &text)
 
 void HelpPage::MarkWords(const QString &words)
 {
-    static const QRegularExpression kBetweenWords(QStringLiteral("[^\\p{L}\\p{N}']+"));
-    MarkAll(words.split(kBetweenWords, Qt::SkipEmptyParts));
+    MarkAll(WordsOf(words));
     QTextCursor first(document());
     first.movePosition(QTextCursor::End);
     for (const QTextEdit::ExtraSelection &mark : extraSelections())

@@ -5,7 +5,6 @@
 #include <memory>
 
 class QAction;
-class QHBoxLayout;
 class QLabel;
 class QLineEdit;
 class QListWidget;
