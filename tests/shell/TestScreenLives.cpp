@@ -35,40 +35,42 @@ struct ScreenClass {
     std::function<platform::Screen &()> shared;
     std::function<bool()> exists;
     std::function<void()> release;
+    QString title;             // of its window
     bool staysBehindItsWindow; // the instance, with its members
     bool letsGoOfTheControl;   // in its final release
     bool closesHelp;           // when it is unloaded
 };
 
 template <class T>
-ScreenClass ClassOf(bool staysBehindItsWindow, bool letsGoOfTheControl, bool closesHelp)
+ScreenClass ClassOf(const QString &title, bool staysBehindItsWindow, bool letsGoOfTheControl, bool closesHelp)
 {
     return { []() -> platform::Screen & { return T::Shared(); },
              [] { return T::Exists(); },
              [] { T::Release(); },
+             title,
              staysBehindItsWindow,
              letsGoOfTheControl,
              closesHelp };
 }
 
 const std::map<QString, ScreenClass> kClasses = {
-    { "frmSplash", ClassOf<frmSplash>(true, false, false) },
-    { "frmMenu1", ClassOf<frmMenu1>(true, true, true) },
-    { "frmNumPlayers1", ClassOf<frmNumPlayers1>(true, true, true) },
-    { "frmPlayerNames1", ClassOf<frmPlayerNames1>(true, true, true) },
-    { "frmChooseList1", ClassOf<frmChooseList1>(true, true, true) },
-    { "frmSpell1", ClassOf<frmSpell1>(true, false, true) },
-    { "frmSettings", ClassOf<frmSettings>(false, true, true) },
-    { "frmAbout", ClassOf<frmAbout>(false, false, false) },
-    { "frmList", ClassOf<frmList>(false, true, true) },
-    { "frmEdit", ClassOf<frmEdit>(true, true, true) },
-    { "frmDelete", ClassOf<frmDelete>(true, true, true) },
-    { "frmSpelling1", ClassOf<frmSpelling1>(false, false, true) },
-    { "frmEditSpell", ClassOf<frmEditSpell>(false, true, true) },
-    { "frmQuiz1", ClassOf<frmQuiz1>(false, false, true) },
-    { "frmEditQuiz", ClassOf<frmEditQuiz>(true, true, true) },
-    { "frmExpList", ClassOf<frmExpList>(false, true, true) },
-    { "frmImpList", ClassOf<frmImpList>(false, true, true) },
+    { "frmSplash", ClassOf<frmSplash>("", true, false, false) },
+    { "frmMenu1", ClassOf<frmMenu1>("Menu", true, true, true) },
+    { "frmNumPlayers1", ClassOf<frmNumPlayers1>("Number of Players", true, true, true) },
+    { "frmPlayerNames1", ClassOf<frmPlayerNames1>("Players", true, true, true) },
+    { "frmChooseList1", ClassOf<frmChooseList1>("Choose a List", true, true, true) },
+    { "frmSpell1", ClassOf<frmSpell1>("The Game", true, false, true) },
+    { "frmSettings", ClassOf<frmSettings>("Settings", false, true, true) },
+    { "frmAbout", ClassOf<frmAbout>("About Tumblewick", false, false, false) },
+    { "frmList", ClassOf<frmList>("Maintenance", false, true, true) },
+    { "frmEdit", ClassOf<frmEdit>("Select a List", true, true, true) },
+    { "frmDelete", ClassOf<frmDelete>("Delete a List", true, true, true) },
+    { "frmSpelling1", ClassOf<frmSpelling1>("Create a Spell List", false, false, true) },
+    { "frmEditSpell", ClassOf<frmEditSpell>("Edit Spelling List", false, true, true) },
+    { "frmQuiz1", ClassOf<frmQuiz1>("Create a Quiz", false, false, true) },
+    { "frmEditQuiz", ClassOf<frmEditQuiz>("Edit Quiz", true, true, true) },
+    { "frmExpList", ClassOf<frmExpList>("Lists", false, true, true) },
+    { "frmImpList", ClassOf<frmImpList>("Import List", false, true, true) },
 };
 
 } // namespace
@@ -83,6 +85,13 @@ private slots:
     {
         QVERIFY(m_desk->boxes.AllAnswered());
         m_desk.reset();
+    }
+
+    void theTitleStandsInTheFrame_data() { Classes(); }
+    void theTitleStandsInTheFrame()
+    {
+        Kind().shared().Load();
+        QCOMPARE(Kind().shared().Window()->windowTitle(), Kind().title);
     }
 
     void theInstanceStaysBehindItsWindowOrGoesWithIt_data() { Classes(); }

@@ -43,6 +43,8 @@ private slots:
             QVERIFY(m_desk->Find<QLabel>("lblDescription")
                         ->text()
                         .startsWith("Educational Software for children of all ages."));
+            QCOMPARE(m_desk->Find<QAbstractButton>("cmdOK")->text(), QString("&OK"));
+            QCOMPARE(m_desk->Find<QAbstractButton>("Command1")->text(), QString("&Sys Info"));
             QVERIFY(frmMenu1::Shared().IsLoaded());
             m_desk->Press("cmdOK");
             QVERIFY(!frmAbout::Exists());

@@ -3,13 +3,16 @@
 #include "shell/SharedState.h"
 #include "shell/frmMenu1.h"
 #include "support/Desk.h"
+#include "support/NumberRaised.h"
 
+#include <QAbstractButton>
 #include <QFile>
 #include <QLabel>
 #include <QtTest>
 
 using namespace tumblewick;
 using support::Desk;
+using namespace std::chrono_literals;
 
 // The menu: loading the characters, and the ways from it.
 class TestfrmMenu1 : public QObject {
@@ -21,6 +24,23 @@ private slots:
     {
         QVERIFY(m_desk->boxes.AllAnswered());
         m_desk.reset();
+    }
+
+    void captionsOfTheButtons_data()
+    {
+        QTest::addColumn<QString>("caption");
+        QTest::newRow("cmdPlay") << "Play &Spelling";
+        QTest::newRow("Command3") << "Play a &Quiz";
+        QTest::newRow("cmdCreate") << "&Add or Edit List";
+        QTest::newRow("cmdSettings") << "&Settings";
+        QTest::newRow("cmdAbout") << "About Tumble Wick"; // two words, and no letter of its own: wanted
+        QTest::newRow("cmdHelp") << "&Help !";
+        QTest::newRow("Command1") << "Q&uit";
+    }
+    void captionsOfTheButtons()
+    {
+        Open();
+        QTEST(m_desk->Find<QAbstractButton>(QTest::currentDataTag())->text(), "caption");
     }
 
     void theFirstTimeTheCharactersAreLoadedHiddenAndDoubled()
@@ -88,7 +108,7 @@ private slots:
         QVERIFY(frmMenu1::Shared().IntroCancelled);
         QCOMPARE(frmMenu1::Shared().PendingIntro, QString());
         QCOMPARE(m_desk->chance.Given(), 0);
-        QCOMPARE(Record(), QByteArray("odd"));
+        QCOMPARE(m_desk->Content("Lintro"), QByteArray("odd"));
     }
 
     void anIntroductionIsDrawnUntilItIsTheOtherOne()
@@ -99,7 +119,7 @@ private slots:
             m_desk->chance.QueueDraw(drawn, 2);
         Open();
         QCOMPARE(frmMenu1::Shared().PendingIntro, QString("IntroTwo"));
-        QCOMPARE(Record(), QByteArray("0"));
+        QCOMPARE(m_desk->Content("Lintro"), QByteArray("0"));
         QCOMPARE(m_desk->chance.RandomizedAfter(), std::vector<int>({ 0, 1, 2 }));
     }
 
@@ -109,16 +129,44 @@ private slots:
         m_desk->chance.QueueDraw(1, 2);
         Open();
         QCOMPARE(frmMenu1::Shared().PendingIntro, QString("IntroOne"));
-        QCOMPARE(Record(), QByteArray("1"));
+        QCOMPARE(m_desk->Content("Lintro"), QByteArray("1"));
         m_desk->Press("cmdPlay");
         m_desk->chance.QueueDraw(0, 2);
         m_desk->Press("cmdback");
-        QCOMPARE(Record(), QByteArray("0"));
+        QCOMPARE(m_desk->Content("Lintro"), QByteArray("0"));
         m_desk->Press("cmdPlay");
         m_desk->chance.QueueDraw(0, 2);
         m_desk->chance.QueueDraw(1, 2);
         m_desk->Press("cmdback");
-        QCOMPARE(Record(), QByteArray("1"));
+        QCOMPARE(m_desk->Content("Lintro"), QByteArray("1"));
+    }
+
+    void theRecordFlipsBehindTheAboutBoxToo()
+    {
+        m_desk->WriteFile("Set", "Intro\r\n\r\n");
+        m_desk->chance.QueueDraw(1, 2);
+        Open();
+        m_desk->Press("cmdAbout");
+        m_desk->chance.QueueDraw(0, 2);
+        m_desk->Press("cmdOK");
+        QCOMPARE(m_desk->Content("Lintro"), QByteArray("0"));
+        // The comedy that was drawn first is still the one that is to come.
+        QCOMPARE(frmMenu1::Shared().PendingIntro, QString("IntroOne"));
+        QVERIFY(!frmMenu1::Shared().IntroCancelled);
+    }
+
+    void theComedyBeginsFourSecondsLaterAndOnce()
+    {
+        m_desk->WriteFile("Set", "Intro\r\n\r\n");
+        m_desk->chance.QueueDraw(1, 2);
+        Open();
+        m_desk->transcript.Clear();
+        m_desk->time.Run(3999ms);
+        QCOMPARE(m_desk->transcript.Asked(), QStringList());
+        m_desk->time.Run(1ms);
+        QCOMPARE(m_desk->transcript.Asked().value(0), QString("Merlin Show"));
+        QVERIFY(m_desk->time.RunUntilIdle(1h)); // the timer does not go on ticking
+        QCOMPARE(frmMenu1::Shared().PendingIntro, QString());
     }
 
     void aFileOfSettingsThatCannotServeEndsTheProgram_data()
@@ -153,15 +201,22 @@ private slots:
     void aMissingOrBadIconEndsTheProgram_data()
     {
         QTest::addColumn<bool>("present");
+        QTest::addColumn<QString>("below"); // the application folder
         QTest::addColumn<QString>("report");
-        QTest::newRow("missing") << false << "Run-time error '53':\r\n\r\nFile not found";
-        QTest::newRow("no picture") << true << "Run-time error '481':\r\n\r\nInvalid picture";
+        QTest::newRow("missing") << false << ""
+                                 << "Run-time error '53':\r\n\r\nFile not found";
+        QTest::newRow("no folder") << false << "/gone"
+                                   << "Run-time error '76':\r\n\r\nPath not found";
+        QTest::newRow("no picture") << true << ""
+                                    << "Run-time error '481':\r\n\r\nInvalid picture";
     }
     void aMissingOrBadIconEndsTheProgram()
     {
         QFETCH(bool, present);
+        QFETCH(QString, below);
         QFETCH(QString, report);
         QVERIFY(QFile::remove(m_desk->folder.filePath("TWicon4.bmp")));
+        m_desk->process.SetApplicationFolder(m_desk->folder.path() + below);
         if (present)
             m_desk->WriteFile("TWicon4.bmp", "not a picture");
         m_desk->boxes.Expect(report);
@@ -280,6 +335,25 @@ private slots:
         QVERIFY(m_desk->transcript.Lines().contains("screen " + screen + " activate"));
     }
 
+    void theyOpenWhenTheServiceHasGone_data() { settingsAndAuthoringSendTheCharactersOff_data(); }
+    void theyOpenWhenTheServiceHasGone()
+    {
+        QFETCH(QString, button);
+        QFETCH(QString, screen);
+        m_desk->WriteFile("Set", "No Intro\r\nSecret\r\n");
+        Open();
+        frmMenu1::Shared().IntroCancelled = false;
+        State().AgentControl->Disconnect(); // the only connection that there is
+        QCOMPARE(support::NumberRaised([] { State().Characters[kMerlin]->StopAll(); }),
+                 qint32(platform::kAgentGone));
+        if (button == "cmdCreate")
+            m_desk->boxes.ExpectInput("Enter Password", "Secret");
+        m_desk->Press(button);
+        QVERIFY(m_desk->transcript.Lines().contains("screen " + screen + " activate"));
+        // The characters come first, and what is behind them was not come to: wanted.
+        QVERIFY(!frmMenu1::Shared().IntroCancelled);
+    }
+
     void theyReportOtherErrorsAndStay_data() { settingsAndAuthoringSendTheCharactersOff_data(); }
     void theyReportOtherErrorsAndStay()
     {
@@ -316,6 +390,8 @@ private slots:
         if (!box.isEmpty())
             m_desk->boxes.Expect(box);
         m_desk->Press("cmdCreate");
+        QVERIFY(m_desk->boxes.All().front().HasProgramTitle());
+        QCOMPARE(m_desk->boxes.All().front().preset, QString());
         QCOMPARE(frmMenu1::Shared().IsLoaded(), !opens);
         QVERIFY(frmMenu1::Shared().IntroCancelled);
     }
@@ -378,12 +454,6 @@ private slots:
     }
 
 private:
-    QByteArray Record()
-    {
-        QFile file(m_desk->folder.filePath("Lintro"));
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("unreadable");
-    }
-
     void Open()
     {
         frmMenu1::Shared().Show();

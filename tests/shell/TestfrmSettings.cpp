@@ -1,5 +1,6 @@
 #include "game/frmSpell1.h"
 #include "shell/SharedState.h"
+#include "shell/frmAbout.h"
 #include "shell/frmMenu1.h"
 #include "shell/frmSettings.h"
 #include "support/Desk.h"
@@ -32,6 +33,27 @@ private slots:
     {
         QVERIFY(m_desk->boxes.AllAnswered());
         m_desk.reset();
+    }
+
+    void texts_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::newRow("lblHead") << "Change Settings";
+        QTest::newRow("Frame1") << "Character Introductions";
+        QTest::newRow("optIntro") << "Play introductions";
+        QTest::newRow("optNoIntro") << "Don't play introductions";
+        QTest::newRow("Label1") << "Password for accessing add / edit list functionality (optional)";
+        QTest::newRow("Label2") << "Repeat password";
+        QTest::newRow("cmdProperties") << "&Change Character Properties";
+        QTest::newRow("cmdSave") << "&Save";
+        QTest::newRow("cmdback") << "&Back";
+        QTest::newRow("cmdHelp") << "&Help !";
+    }
+    void texts()
+    {
+        Open(true, "");
+        const QWidget *control = m_desk->Find<QWidget>(QTest::currentDataTag());
+        QTEST(control->property(control->inherits("QGroupBox") ? "title" : "text").toString(), "text");
     }
 
     void itShowsWhatTheRunStartedWith_data()
@@ -105,7 +127,7 @@ private slots:
         m_desk->Type("txtpassword2", second);
         m_desk->boxes.Expect(written ? kSaved : kDifferent);
         m_desk->Press("cmdSave");
-        QTEST(Content(), "file");
+        QTEST(m_desk->Content("Set"), "file");
         QTEST(State().AuthoringPassword, "after");
         QVERIFY(frmSettings::Shared().IsActive());
     }
@@ -116,7 +138,7 @@ private slots:
         Click("optNoIntro");
         m_desk->boxes.Expect(kSaved);
         m_desk->Press("cmdSave");
-        QCOMPARE(Content(), QByteArray("No Intro\r\n\r\n"));
+        QCOMPARE(m_desk->Content("Set"), QByteArray("No Intro\r\n\r\n"));
         m_desk->Press("cmdback");
         QVERIFY(State().PlayIntro);
         ShowScreen(frmSettings::Shared(), frmMenu1::Shared());
@@ -148,7 +170,7 @@ private slots:
         if (act.startsWith("click"))
             Click(control.toUtf8());
         else if (act.startsWith("key"))
-            m_desk->Find<QRadioButton>(control)->setChecked(true);
+            ChooseByKey(control);
         else
             m_desk->Type(control, "x");
         if (asks)
@@ -192,6 +214,42 @@ private slots:
         m_desk->Type("txtpassword2", "a");
         m_desk->boxes.Expect(kSaved);
         m_desk->Press("cmdSave");
+        m_desk->Press("cmdback");
+        QVERIFY(frmMenu1::Shared().IsActive());
+    }
+
+    void aRefusedSaveIsStillToBeDone()
+    {
+        Open(true, "");
+        m_desk->Type("txtPassword", "a");
+        m_desk->boxes.Expect(kDifferent);
+        m_desk->Press("cmdSave");
+        QCOMPARE(State().AuthoringPassword, QString());
+        m_desk->boxes.Expect(kQuestion, BoxAnswer::Cancel);
+        m_desk->Press("cmdback");
+        QVERIFY(frmSettings::Shared().IsActive());
+    }
+
+    // As when another screen lay over it. What was typed stays, unless there is a password.
+    void becomingActiveAgainTakesNothingForChanged_data()
+    {
+        QTest::addColumn<QString>("password");
+        QTest::addColumn<QString>("text");
+        QTest::newRow("no password") << ""
+                                     << "typed";
+        QTest::newRow("password") << "secret"
+                                  << "****";
+    }
+    void becomingActiveAgainTakesNothingForChanged()
+    {
+        QFETCH(QString, password);
+        Open(false, password);
+        m_desk->Type("txtPassword", "typed");
+        frmAbout::Shared().Show();
+        m_desk->Settle();
+        m_desk->Press("cmdOK");
+        QVERIFY(frmSettings::Shared().IsActive());
+        QTEST(m_desk->Find<QLineEdit>("txtPassword")->text(), "text");
         m_desk->Press("cmdback");
         QVERIFY(frmMenu1::Shared().IsActive());
     }
@@ -243,15 +301,17 @@ private:
         frmSettings::Shared().Show();
         m_desk->Settle();
     }
+    // By an arrow key, from the other one.
+    void ChooseByKey(const QString &control)
+    {
+        const QString other = control == "optIntro" ? "optNoIntro" : "optIntro";
+        QTest::keyClick(m_desk->Find<QRadioButton>(other), Qt::Key_Down);
+        QVERIFY(m_desk->Find<QRadioButton>(control)->isChecked());
+    }
     void Click(const QByteArray &control)
     {
         QTest::mouseClick(m_desk->Find<QRadioButton>(control), Qt::LeftButton);
         m_desk->Settle();
-    }
-    QByteArray Content()
-    {
-        QFile file(m_desk->folder.filePath("Set"));
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("unreadable");
     }
 
     std::optional<Desk> m_desk;
