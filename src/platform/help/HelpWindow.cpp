@@ -1,5 +1,6 @@
 #include "platform/help/HelpWindow.h"
 
+#include "platform/forms/SelectionKeys.h"
 #include "platform/help/HelpBook.h"
 #include "platform/help/HelpPage.h"
 
@@ -178,7 +179,11 @@ QWidget *HelpWindow::MakeShelves()
         if (item && !item->data(0, kPageRole).toString().isEmpty())
             m_page->Open(item->data(0, kPageRole).toString());
     };
-    connect(m_contents, &QTreeWidget::currentItemChanged, this, openLine);
+    // What is selected is open. The keyboard's coming into a list makes a line the current one, but selects
+    // none, and so opens none.
+    connect(m_contents, &QTreeWidget::itemSelectionChanged, this,
+            [this, openLine] { openLine(m_contents->selectedItems().value(0)); });
+    connect(m_contents, &QTreeWidget::itemActivated, this, openLine);
     connect(m_contents, &QTreeWidget::itemClicked, this, openLine);
 
     auto *index = new QWidget;
@@ -195,8 +200,11 @@ QWidget *HelpWindow::MakeShelves()
         if (item)
             m_page->Open(item->data(kPageRole).toString());
     };
-    connect(m_index, &QListWidget::currentItemChanged, this, openWord);
+    connect(m_index, &QListWidget::itemSelectionChanged, this,
+            [this, openWord] { openWord(m_index->selectedItems().value(0)); });
+    connect(m_index, &QListWidget::itemActivated, this, openWord);
     connect(m_index, &QListWidget::itemClicked, this, openWord);
+    InstallSelectionKeys(*m_index);
 
     auto *search = new QWidget;
     auto *searchRows = new QVBoxLayout(search);
@@ -215,9 +223,12 @@ QWidget *HelpWindow::MakeShelves()
     searchRows->addWidget(m_hits, 1);
     connect(m_searchWords, &QLineEdit::textChanged, this, [this] { Search(); });
     connect(m_searchWords, &QLineEdit::returnPressed, this, [this] { OpenHit(0); });
-    connect(m_hits, &QListWidget::currentRowChanged, this, [this](int row) { OpenHit(row); });
-    connect(m_hits, &QListWidget::itemClicked, this,
-            [this](QListWidgetItem *item) { OpenHit(m_hits->row(item)); });
+    const auto openHit = [this](const QListWidgetItem *item) { OpenHit(m_hits->row(item)); };
+    connect(m_hits, &QListWidget::itemSelectionChanged, this,
+            [this, openHit] { openHit(m_hits->selectedItems().value(0)); });
+    connect(m_hits, &QListWidget::itemActivated, this, openHit);
+    connect(m_hits, &QListWidget::itemClicked, this, openHit);
+    InstallSelectionKeys(*m_hits);
     Search();
 
     m_shelves = new QTabWidget;

@@ -164,6 +164,46 @@ private slots:
         QCOMPARE(PageShown()->extraSelections().size(), 3);
     }
 
+    void tabComesIntoAListAndOpensNothing_data()
+    {
+        QTest::addColumn<int>("shelf");
+        QTest::addColumn<QString>("list");
+        QTest::addColumn<QString>("box");
+        QTest::addColumn<QString>("words");
+        QTest::newRow("index") << 1 << "index"
+                               << "indexWord"
+                               << "";
+        QTest::newRow("search") << 2 << "hits"
+                                << "searchWords"
+                                << "hint";
+    }
+    void tabComesIntoAListAndOpensNothing()
+    {
+        QFETCH(int, shelf);
+        QFETCH(QString, list);
+        QFETCH(QString, box);
+        QFETCH(QString, words);
+        Find<QTabWidget>("shelves")->setCurrentIndex(shelf);
+        auto *line = Find<QLineEdit>(qPrintable(box));
+        auto *entries = Find<QListWidget>(qPrintable(list));
+        for (const Qt::Key key : { Qt::Key_Return, Qt::Key_Space, Qt::Key_Down }) {
+            m_window->ShowTopic(m_path, "Pictures.htm");
+            Find<QTabWidget>("shelves")->setCurrentIndex(shelf);
+            line->setFocus();
+            line->setText("x");
+            line->setText(words);
+            QCOMPARE(entries->count(), 2);
+            QTest::keyClick(line, Qt::Key_Tab);
+            QTRY_VERIFY(entries->hasFocus());
+            QCOMPARE(Opened(), QString("Pictures.htm"));
+            QTest::keyClick(entries, key);
+            QCOMPARE(Opened(), entries->item(0)->data(Qt::UserRole).toString());
+        }
+        // From there the arrow keys open as they go.
+        QTest::keyClick(entries, Qt::Key_Down);
+        QCOMPARE(Opened(), entries->item(1)->data(Qt::UserRole).toString());
+    }
+
     void searchWantsEveryWord_data()
     {
         QTest::addColumn<QString>("words");
