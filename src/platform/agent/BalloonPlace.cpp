@@ -9,6 +9,8 @@ namespace {
 
 // So far from its ends can a bubble have its tail.
 constexpr int kTailRoom = 32;
+// So far above or below the mouth can a bubble beside a figure end.
+constexpr int kTailReach = 48;
 
 int Between(int least, int wanted, int most)
 {
@@ -37,24 +39,45 @@ public:
     {
         const QRect &bubble = place.bubble;
         return 1 + (place.side == kept ? 8 : 0) + (IsFree(bubble, m_owner.others) ? 4 : 0) +
-               (bubble.intersects(m_owner.body) ? 0 : 2) + (IsFree(bubble, m_owner.controls) ? 1 : 0);
+               (IsFree(bubble, m_owner.controls) ? 2 : 0) + (bubble.intersects(m_owner.body) ? 0 : 1);
     }
-    // Moved sideways off the controls by as little as need be; as it was if its tail could not reach the
-    // mouth from there.
-    QRect Beside(const QRect &place) const
+    // How much of the controls is covered there.
+    int Covered(const QRect &place) const
     {
-        QRect best = place;
-        int least = place.width() / 2 - kTailRoom + 1;
-        const auto consider = [&](const QRect &moved) {
-            const int way = std::abs(moved.left() - place.left());
-            if (way < least && m_screen.contains(moved) && IsFree(moved, m_owner.controls)) {
-                best = moved;
-                least = way;
-            }
-        };
+        int area = 0;
         for (const QRect &control : m_owner.controls) {
-            consider(At(control.left() - m_size.width(), place.top()));
-            consider(At(control.right() + 1, place.top()));
+            const QRect common = place & control;
+            area += common.width() * common.height();
+        }
+        return area;
+    }
+    // Moved off the controls by as little as need be, so far sideways and so far up or down at the most; as
+    // it was if that does not help.
+    QRect OffControls(const QRect &place, int sideways, int upOrDown) const
+    {
+        if (IsFree(place, m_owner.controls))
+            return place;
+        std::vector<int> lefts{ place.left() };
+        std::vector<int> tops{ place.top() };
+        for (const QRect &control : m_owner.controls) {
+            for (const int left : { control.left() - m_size.width(), control.right() + 1 })
+                if (std::abs(left - place.left()) <= sideways)
+                    lefts.push_back(left);
+            for (const int top : { control.top() - m_size.height(), control.bottom() + 1 })
+                if (std::abs(top - place.top()) <= upOrDown)
+                    tops.push_back(top);
+        }
+        QRect best = place;
+        int least = sideways + upOrDown + 1;
+        for (const int left : lefts) {
+            for (const int top : tops) {
+                const QRect moved = At(left, top);
+                const int way = (moved.topLeft() - place.topLeft()).manhattanLength();
+                if (way < least && IsGood(moved) && IsFree(moved, m_owner.controls)) {
+                    best = moved;
+                    least = way;
+                }
+            }
         }
         return best;
     }
@@ -126,13 +149,21 @@ BalloonPlace PlaceBalloon(QSize bubble, const BalloonOwner &owner, const QRect &
     const QRect left = places.Inside(places.LeftOf(body.left() - kBalloonGap));
     const QRect right = places.Inside(places.RightOf(body.right() + kBalloonGap));
     const QRect below = places.Inside(places.BelowAt(body.bottom() + kBalloonGap));
+    const QRect beforeBody = places.Inside(places.BelowAt(face.bottom() + kBalloonGap / 2));
+    const int sideways = bubble.width() / 2 - kTailRoom;
+    const int upOrDown = bubble.height() / 2 + kTailReach;
+    const auto offControls = [&](const QRect &place, Side side) {
+        const bool isBeside = side == Side::Left || side == Side::Right;
+        return BalloonPlace{ places.OffControls(place, isBeside ? 0 : sideways, isBeside ? upOrDown : 0),
+                             side };
+    };
     const BalloonPlace candidates[] = {
         { above, Side::Above },
-        { places.Beside(above), Side::Above },
-        { leftFirst ? left : right, leftFirst ? Side::Left : Side::Right },
-        { leftFirst ? right : left, leftFirst ? Side::Right : Side::Left },
-        { below, Side::Below },
-        { places.Inside(places.BelowAt(face.bottom() + kBalloonGap / 2)), Side::Below },
+        offControls(above, Side::Above),
+        offControls(leftFirst ? left : right, leftFirst ? Side::Left : Side::Right),
+        offControls(leftFirst ? right : left, leftFirst ? Side::Right : Side::Left),
+        offControls(below, Side::Below),
+        { places.OffControls(beforeBody, sideways, kBalloonGap / 2 - 2), Side::Below },
         { places.Inside(above), Side::Above },
     };
     const BalloonPlace *best = nullptr;
@@ -141,7 +172,9 @@ BalloonPlace PlaceBalloon(QSize bubble, const BalloonOwner &owner, const QRect &
         if (!places.IsGood(place.bubble))
             continue;
         const int worth = places.Worth(place, kept);
-        if (worth > bestWorth) {
+        const bool isBetter = worth > bestWorth || (worth == bestWorth && places.Covered(place.bubble) <
+                                                                              places.Covered(best->bubble));
+        if (isBetter) {
             best = &place;
             bestWorth = worth;
         }

@@ -29,8 +29,9 @@ constexpr int kBalloonGap = 16;
 
 // The place of a bubble of that size: above the figure when there is room, else beside it, below it or before
 // its body; on the side `kept` as long as that is possible, otherwise where it leaves free the faces of
-// others, then the body, then the controls. The bubble is always within `screen`, and off the face whenever
-// any place of the screen allows it. Pure.
+// others, then the controls, then the body, and covers little of the controls where it cannot be off them
+// all. The bubble is always within `screen`, and off the face whenever any place of the screen allows it.
+// Pure.
 BalloonPlace PlaceBalloon(QSize bubble, const BalloonOwner &owner, const QRect &screen,
                           std::optional<BalloonPlace::Side> kept = std::nullopt);
 

@@ -3,6 +3,7 @@
 #include "platform/agent/ScreenArea.h"
 
 #include <QAbstractButton>
+#include <QAbstractItemModel>
 #include <QAbstractItemView>
 #include <QApplication>
 #include <QLineEdit>
@@ -40,28 +41,48 @@ QFont BalloonFont(int size)
 // All balloons of the program, so that one may take the place of another that has had its say.
 std::vector<BalloonWindow *> g_balloons;
 
-bool IsNeeded(const QWidget &control)
+// Where the rows of a list end, in units of its viewport.
+int EndOfRows(const QAbstractItemView &list)
 {
-    if (const auto *text = qobject_cast<const QTextEdit *>(&control))
-        return !text->document()->isEmpty();
-    if (const auto *text = qobject_cast<const QPlainTextEdit *>(&control))
-        return !text->document()->isEmpty();
-    const bool used = qobject_cast<const QAbstractButton *>(&control) ||
-                      qobject_cast<const QLineEdit *>(&control) ||
-                      qobject_cast<const QAbstractItemView *>(&control);
-    return used && control.isEnabled();
+    const QAbstractItemModel *model = list.model();
+    const int rows = model ? model->rowCount(list.rootIndex()) : 0;
+    return rows > 0 ? list.visualRect(model->index(rows - 1, 0, list.rootIndex())).bottom() + 1 : 0;
 }
 
-// What the user can press, type into, choose from or read at this moment.
+// The part of a control, from its top, that the user may press, type into, choose from or read now.
+int NeededHeight(const QWidget &control)
+{
+    if (const auto *text = qobject_cast<const QTextEdit *>(&control))
+        return text->document()->isEmpty() ? 0 : control.height();
+    if (const auto *text = qobject_cast<const QPlainTextEdit *>(&control))
+        return text->document()->isEmpty() ? 0 : control.height();
+    if (!control.isEnabled())
+        return 0;
+    if (const auto *list = qobject_cast<const QAbstractItemView *>(&control)) {
+        const int end = EndOfRows(*list);
+        return end <= 0 ? 0 : std::min(list->viewport()->y() + end, control.height());
+    }
+    const bool used =
+        qobject_cast<const QAbstractButton *>(&control) || qobject_cast<const QLineEdit *>(&control);
+    return used ? control.height() : 0;
+}
+
+// What the user needs of the program's windows at this moment. A box that waits for its answer is needed
+// whole.
 std::vector<QRect> ControlsInUse()
 {
     std::vector<QRect> controls;
     for (const QWidget *window : QApplication::topLevelWidgets()) {
         if (!window->isVisible() || window->windowType() == Qt::ToolTip)
             continue;
+        if (window->isModal()) {
+            controls.push_back(window->frameGeometry());
+            continue;
+        }
         for (const QWidget *control : window->findChildren<QWidget *>()) {
-            if (control->isVisible() && IsNeeded(*control))
-                controls.emplace_back(control->mapToGlobal(QPoint(0, 0)), control->size());
+            const int height = control->isVisible() ? NeededHeight(*control) : 0;
+            if (height > 0)
+                controls.emplace_back(control->mapToGlobal(QPoint(0, 0)), QSize(control->width(), height));
         }
     }
     return controls;

@@ -2,7 +2,9 @@
 #include "platform/agent/BalloonText.h"
 #include "platform/agent/BalloonWindow.h"
 
+#include <QDialog>
 #include <QGuiApplication>
+#include <QListWidget>
 #include <QPushButton>
 #include <QScreen>
 #include <QTextEdit>
@@ -121,6 +123,8 @@ private slots:
         QCOMPARE(int(PlaceBalloon(bubble, owner, screen).side), int(Side::Left));
         // Somebody else's face counts for more, and so does the side where the balloon stands already.
         owner.others = { OwnerAt(240, 320).face };
+        QVERIFY(!PlaceBalloon(bubble, owner, screen).bubble.intersects(owner.others.front()));
+        owner.controls.emplace_back(400, 470, 400, 130);
         QCOMPARE(int(PlaceBalloon(bubble, owner, screen).side), int(Side::Above));
         owner.others.clear();
         QCOMPARE(int(PlaceBalloon(bubble, owner, screen, Side::Above).side), int(Side::Above));
@@ -144,6 +148,48 @@ private slots:
         QVERIFY(!far.bubble.intersects(owner.controls.front()));
     }
 
+    void aBalloonRatherHidesItsFiguresBodyThanAControl()
+    {
+        const QRect screen(0, 0, 800, 600);
+        const QSize bubble(320, 104);
+        BalloonOwner owner = OwnerAt(433, 0);
+        // Boxes to the left of the wizard, a list below him.
+        owner.controls = { QRect(206, 74, 264, 38), QRect(206, 128, 264, 38), QRect(206, 172, 264, 38),
+                           QRect(488, 262, 290, 96) };
+        const BalloonPlace place = PlaceBalloon(bubble, owner, screen);
+        for (const QRect &control : owner.controls)
+            QVERIFY2(!place.bubble.intersects(control), qPrintable(QDebug::toString(place.bubble)));
+        QVERIFY(!place.bubble.intersects(owner.face));
+        QVERIFY(place.bubble.intersects(owner.body));
+        // Without the list there is room below him.
+        owner.controls.pop_back();
+        QVERIFY(!PlaceBalloon(bubble, owner, screen).bubble.intersects(owner.body));
+    }
+
+    void aBalloonBesideItsFigureMovesUpOrDownForAControl()
+    {
+        using Side = BalloonPlace::Side;
+        BalloonOwner owner = OwnerAt(400, 0);
+        const QSize bubble(300, 60);
+        const QRect screen(0, 0, 1024, 768);
+        const QRect before = PlaceBalloon(bubble, owner, screen).bubble;
+        owner.controls = { QRect(0, before.center().y(), 1024, 40) };
+        const BalloonPlace place = PlaceBalloon(bubble, owner, screen);
+        QCOMPARE(int(place.side), int(Side::Left));
+        QCOMPARE(place.bubble.bottom(), owner.controls.front().top() - 1);
+        QCOMPARE(place.bubble.right(), before.right());
+    }
+
+    void whereNothingIsFreeTheLeastIsCovered()
+    {
+        const QRect screen(0, 0, 800, 600);
+        BalloonOwner owner = OwnerAt(433, 0);
+        owner.controls = { QRect(0, 0, 470, 600), QRect(470, 150, 330, 40) };
+        const QRect bubble = PlaceBalloon(QSize(320, 104), owner, screen).bubble;
+        owner.controls.pop_back();
+        QVERIFY(!bubble.intersects(owner.controls.front()));
+    }
+
     void textOfTheProgramIsLeftFree()
     {
         QWidget form;
@@ -160,6 +206,45 @@ private slots:
             balloon.Begin(balloon.EmptyText());
             balloon.Append(QStringLiteral("When Genie and Peedy arrive"), false);
             QCOMPARE(balloon.Bubble().intersects(place), scores.isEmpty());
+        }
+    }
+
+    void onlyTheRowsOfAListAreLeftFree()
+    {
+        QWidget form;
+        form.setGeometry(0, 0, 800, 600);
+        QListWidget list(&form);
+        list.setGeometry(250, 100, 500, 400);
+        form.show();
+        const auto bubble = [] {
+            BalloonWindow balloon;
+            balloon.Follow(OwnerAt(400, 270));
+            balloon.Begin(balloon.EmptyText());
+            balloon.Append(QStringLiteral("moon"), false);
+            return balloon.Bubble();
+        };
+        const QRect above = bubble();
+        list.addItems({ QStringLiteral("sun"), QStringLiteral("star") });
+        QCOMPARE(bubble(), above);
+        for (int word = 0; word < 12; ++word)
+            list.addItem(QStringLiteral("word"));
+        QVERIFY(bubble() != above);
+        list.setEnabled(false);
+        QCOMPARE(bubble(), above);
+    }
+
+    void aBoxThatWaitsIsLeftFreeAltogether()
+    {
+        QDialog box;
+        box.setModal(true);
+        box.setGeometry(380, 120, 300, 100);
+        for (const bool open : { false, true }) {
+            box.setVisible(open);
+            BalloonWindow balloon;
+            balloon.Follow(OwnerAt(400, 200));
+            balloon.Begin(balloon.EmptyText());
+            balloon.Append(QStringLiteral("moon"), false);
+            QCOMPARE(balloon.Bubble().intersects(box.frameGeometry()), !open);
         }
     }
 
