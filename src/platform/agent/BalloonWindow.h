@@ -38,6 +38,7 @@ public:
 
 protected:
     void paintEvent(QPaintEvent *event) override;
+    QRect SeenPart() const override { return m_bubble.translated(-pos()); }
 
 private:
     void Place();

@@ -16,6 +16,8 @@ public:
     // `image` is the picture in pixels, which the owner keeps up to date and alive.
     CharacterWindow(const QString &name, const QImage &image);
 
+    // Where the figure is when it stands at rest, in units of the window.
+    void SetBody(const QRect &body) { m_body = body; }
     // That part of the picture is new.
     void PictureChanged(const QRect &changed);
 
@@ -37,11 +39,13 @@ protected:
     void mouseReleaseEvent(QMouseEvent *event) override;
     void hideEvent(QHideEvent *event) override;
     void contextMenuEvent(QContextMenuEvent *event) override;
+    QRect SeenPart() const override { return m_body; }
 
 private:
     void EndDrag();
 
     const QImage &m_image;
+    QRect m_body;
     bool m_isPressed = false;
     bool m_isDragged = false;
     QPoint m_grab;

@@ -147,6 +147,7 @@ void PuppetFigure::SetFrame(const QRect &frame)
     m_frame = frame;
     m_player.ForgetPlace();
     m_window.setFixedSize(frame.size());
+    m_window.SetBody(ToScreen(m_seenAtRest).translated(-frame.topLeft()));
     m_window.move(frame.topLeft());
     FollowWithBalloon();
     if (m_visible)

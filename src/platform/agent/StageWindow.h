@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/forms/OnTop.h"
+
 #include <QElapsedTimer>
 #include <QImage>
 #include <QWidget>
@@ -12,7 +14,7 @@ namespace platform {
 //
 // The windows keep above the program's forms: all of them are raised when a form is shown or comes forward,
 // those brought to the front last on top.
-class StageWindow : public QWidget {
+class StageWindow : public QWidget, public OnTop {
     Q_OBJECT
 
 public:
@@ -26,8 +28,11 @@ protected:
     // Tells that the picture shown is `image` now, in pixels. Costs little when called for every frame.
     void ShapeBy(const QImage &image);
     void showEvent(QShowEvent *event) override;
+    // The part of the window in which its picture mostly is, in units of the window.
+    virtual QRect SeenPart() const { return rect(); }
 
 private:
+    QRect Hidden() const override { return isVisible() ? SeenPart().translated(pos()) : QRect(); }
     void Shape();
 
     QImage m_picture;

@@ -1,6 +1,7 @@
 #include "platform/forms/QtBoxes.h"
 
 #include "platform/Services.h"
+#include "platform/forms/OnTop.h"
 #include "platform/forms/Screen.h"
 #include "platform/forms/ScreenStack.h"
 #include "platform/forms/ScreenTrace.h"
@@ -12,6 +13,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMargins>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QScreen>
@@ -35,6 +37,8 @@ namespace {
 
 constexpr int kWidestText = 520;
 constexpr int kNarrowestText = 200;
+// What a window manager may put around a box.
+constexpr QMargins kFrame(6, 30, 6, 6);
 // What is done sooner is not worth a box that only flashes up.
 constexpr std::chrono::milliseconds kPatience(400);
 
@@ -241,11 +245,26 @@ private:
     bool m_isBusy = false;
 };
 
-// Paper and ink in every room; the program's style sheet knows it by these names.
+// Paper and ink in every room; the program's style sheet knows it by these names. Who could make a box small
+// would wait for a program that waits for him.
 void Dress(QDialog &box, const QString &name)
 {
+    box.setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
+                       Qt::WindowCloseButtonHint);
     box.setObjectName(name);
     box.setProperty("room", QStringLiteral("study"));
+}
+
+// In the middle of the screen it belongs to, or as near to it as the characters leave it free: they lie over
+// everything.
+void PlaceOffTheCharacters(QDialog &box)
+{
+    box.adjustSize();
+    const QRect space = box.screen()->availableGeometry();
+    const QRect around = box.parentWidget() ? box.parentWidget()->window()->frameGeometry() : space;
+    QRect wanted = QRect(QPoint(0, 0), box.size()).marginsAdded(kFrame);
+    wanted.moveCenter(around.center());
+    box.move(FreePlace(wanted, OnTop::Areas(), space).topLeft());
 }
 
 QString TitleOr(const QString &title)
@@ -349,7 +368,10 @@ void QtBoxes::WhileBusy(const QString &text, const std::function<void()> &work)
     const OtherScreensOff off(box);
     QDialog *const outer = m_open;
     m_open = &box;
-    QTimer::singleShot(kPatience, &box, &QDialog::show);
+    QTimer::singleShot(kPatience, &box, [&box] {
+        PlaceOffTheCharacters(box);
+        box.show();
+    });
     QEventLoop loop;
     std::exception_ptr failure;
     std::thread worker([&] {
@@ -372,9 +394,9 @@ void QtBoxes::Run(QDialog &box)
     const OtherScreensOff off(box);
     QDialog *const outer = m_open;
     m_open = &box;
-    box.setWindowFlag(Qt::WindowContextHelpButtonHint, false);
     if (box.parentWidget())
         box.setWindowModality(Qt::WindowModal);
+    PlaceOffTheCharacters(box);
     box.exec();
     m_open = outer;
 }

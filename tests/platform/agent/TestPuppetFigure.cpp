@@ -1,6 +1,7 @@
 #include "FigureFixture.h"
 
 #include "platform/Error.h"
+#include "platform/forms/OnTop.h"
 
 #include <QMenu>
 #include <QScreen>
@@ -36,6 +37,20 @@ class TestPuppetFigure : public FigureFixture {
 private slots:
     void init() { MakeFigure(); }
     void cleanup() { DropFigure(); }
+
+    void aFigureTellsWhatItHidesWhileItIsSeen()
+    {
+        QVERIFY(OnTop::Areas().empty());
+        m_figure->SetFrame(QRect(300, 200, 256, 256));
+        m_figure->Appear();
+        QCOMPARE(OnTop::Areas().size(), std::size_t(1));
+        const QRect body = OnTop::Areas().front();
+        // The robe and the hat, and not the air round them.
+        QVERIFY2(m_figure->Frame().contains(body), qPrintable(QDebug::toString(body)));
+        QVERIFY(body.width() > 60 && body.height() > 120);
+        m_figure->Disappear(false);
+        QVERIFY(OnTop::Areas().empty());
+    }
 
     void aNewFigureIsHiddenAtTheUpperLeftCorner()
     {

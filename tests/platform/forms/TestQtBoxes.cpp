@@ -1,5 +1,6 @@
 #include "TestScreens.h"
 #include "platform/Error.h"
+#include "platform/forms/OnTop.h"
 #include "platform/forms/QtBoxes.h"
 #include "support/ControlWalk.h"
 #include "support/PlainDesk.h"
@@ -51,6 +52,8 @@ private slots:
     void hugeTextScrollsOnTheDisplay_data();
     void hugeTextScrollsOnTheDisplay();
     void shortTextFits();
+    void charactersHideNothingOfABox();
+    void boxCannotBeMadeSmallOrLarge();
     void typedTextComesBack_data();
     void typedTextComesBack();
     void screensAreOffWhileABoxIsOpen();
@@ -282,6 +285,52 @@ void TestQtBoxes::shortTextFits()
             },
             [&] { return m_boxes.MessageBox(text, BoxButtons::Ok, {}); });
     }
+}
+
+void TestQtBoxes::charactersHideNothingOfABox()
+{
+    class Character : public platform::OnTop {
+    public:
+        QRect place;
+
+    private:
+        QRect Hidden() const override { return place; }
+    };
+    Character character;
+    const auto placeOf = [&] {
+        QRect place;
+        With(
+            [&](QDialog &box) {
+                place = box.frameGeometry();
+                box.close();
+            },
+            [&] {
+                return m_boxes.MessageBox("Are you sure you want to delete star?", BoxButtons::YesNo, {});
+            });
+        return place;
+    };
+    const QRect free = placeOf();
+    const QRect form = Two::Shared().Window()->frameGeometry();
+    QVERIFY((free.center() - form.center()).manhattanLength() < 40);
+    for (const QPoint &way : { QPoint(-100, -150), QPoint(60, 40), QPoint(free.width(), 0), QPoint(0, 0) }) {
+        character.place = QRect(free.topLeft() + way, QSize(196, 244));
+        const QRect place = placeOf();
+        QVERIFY2(!place.intersects(character.place), qPrintable(QDebug::toString(place)));
+        QVERIFY(Two::Shared().Window()->screen()->availableGeometry().contains(place));
+    }
+}
+
+void TestQtBoxes::boxCannotBeMadeSmallOrLarge()
+{
+    With(
+        [&](QDialog &box) {
+            const Qt::WindowFlags flags = box.windowFlags();
+            QVERIFY(flags & Qt::CustomizeWindowHint); // else the desktop gives it all buttons
+            QVERIFY(flags & Qt::WindowTitleHint && flags & Qt::WindowCloseButtonHint);
+            QVERIFY(!(flags & Qt::WindowMinMaxButtonsHint));
+            box.close();
+        },
+        [&] { return m_boxes.MessageBox("Text", BoxButtons::Ok, {}); });
 }
 
 void TestQtBoxes::typedTextComesBack_data()
