@@ -3,6 +3,7 @@
 #include "platform/agent/Puppet.h"
 
 #include <QDir>
+#include <QSvgRenderer>
 #include <QtTest>
 
 #include <cmath>
@@ -127,6 +128,20 @@ private slots:
             QCOMPARE(read->motions.size(), m_characters[name]->motions.size());
             QCOMPARE(read->parts.size(), m_characters[name]->parts.size());
             QCOMPARE(read->size, QSize(128, 128));
+        }
+    }
+
+    // At the end of a list he stands 190 units above Genie, or 215 on the smallest display.
+    void peedysFeetAreOnGeniesTurban()
+    {
+        QSvgRenderer genie(m_characters["Genie"]->drawing);
+        QSvgRenderer peedy(m_characters["Peedy"]->drawing);
+        const QRectF turban = genie.boundsOnElement("turban");
+        for (const char *foot : { "foot_l", "foot_r" }) {
+            const double ground = peedy.boundsOnElement(foot).bottom();
+            QVERIFY2(ground - 215 > turban.top(), qPrintable(QString::number(turban.top())));
+            // The front of the cushion and its band stay in sight below his toes.
+            QVERIFY2(ground - 190 < turban.bottom() - 18, qPrintable(QString::number(turban.bottom())));
         }
     }
 
