@@ -1,4 +1,5 @@
 #include "game/ScorePanel.h"
+#include "platform/forms/FittingLabel.h"
 #include "platform/forms/Resizer.h"
 #include "shell/Appearance.h"
 #include "ui_frmChooseList1.h"
@@ -11,10 +12,12 @@
 #include <QFontInfo>
 #include <QGroupBox>
 #include <QLabel>
+#include <QListWidget>
 #include <QPushButton>
 #include <QScrollBar>
 #include <QTextBlock>
 #include <QTextEdit>
+#include <QTreeWidget>
 #include <QtTest>
 
 #include <functional>
@@ -191,6 +194,57 @@ private slots:
         QVERIFY2(first >= std::min(40.0, panel->viewport()->height() - (last - first) - 6),
                  qPrintable(QString::number(first)));
         QCOMPARE(panel->verticalScrollBar()->value(), 0);
+    }
+
+    void aLongNameOfAListStaysOnItsSign()
+    {
+        const auto window = kScreens.back().make();
+        auto *name = window->findChild<platform::FittingLabel *>("lblListName");
+        QVERIFY(name);
+        name->setText("A quiz with a rather long name, about rivers and everything else that flows");
+        window->show();
+        QCOMPARE(name->ShownLines().size(), qsizetype(1));
+        const QString shown = name->ShownLines().front();
+        QVERIFY2(name->fontMetrics().horizontalAdvance(shown) <= name->width(), qPrintable(shown));
+        QVERIFY2(shown.startsWith("A quiz") && shown.endsWith("flows"), qPrintable(shown));
+        // Between the stars of the sign.
+        const QRect sign = window->findChild<QWidget *>("Shape3")->geometry();
+        QVERIFY(sign.adjusted(36, 0, -36, 0).contains(name->geometry()));
+        QCOMPARE(sign.center().x(), name->geometry().center().x());
+    }
+
+    void anEntryThatHasTheFocusIsAsDarkAsAnyOther_data()
+    {
+        QTest::addColumn<int>("room");
+        QTest::addColumn<bool>("isTree");
+        QTest::newRow("list of lists") << int(Room::SetUp) << false;
+        QTest::newRow("list of a grown-up") << int(Room::Study) << false;
+        QTest::newRow("tree") << int(Room::Study) << true;
+    }
+    void anEntryThatHasTheFocusIsAsDarkAsAnyOther()
+    {
+        QFETCH(int, room);
+        QFETCH(bool, isTree);
+        QWidget window;
+        QListWidget list(&window);
+        list.addItem("mmmmmm");
+        list.setCurrentRow(0);
+        QTreeWidget tree(&window);
+        tree.addTopLevelItem(new QTreeWidgetItem({ "mmmmmm" }));
+        tree.setCurrentItem(tree.topLevelItem(0));
+        auto *view = isTree ? static_cast<QAbstractItemView *>(&tree) : &list;
+        view->raise();
+        DressWindow(window, static_cast<Room>(room));
+        window.show();
+        view->setFocus();
+        QTRY_VERIFY(view->hasFocus());
+        const QImage image =
+            view->viewport()->grab(view->visualRect(view->currentIndex()).adjusted(4, 4, -4, -4)).toImage();
+        int darkest = 255;
+        for (int y = 0; y < image.height(); ++y)
+            for (int x = 0; x < image.width(); ++x)
+                darkest = std::min(darkest, image.pixelColor(x, y).red());
+        QCOMPARE(darkest, 0x2a);
     }
 
     void aPictureGrowsWithItsButton()
