@@ -6,8 +6,6 @@
 #include <QPainter>
 #include <QPainterPath>
 
-#include <algorithm>
-
 namespace platform {
 
 namespace {
@@ -22,9 +20,7 @@ QPoint BadgePlace(const QRect &frame)
 {
     const QSize size(FaceBadge::kSide, FaceBadge::kSide);
     const QPoint wanted(frame.center().x() - size.width() / 2, frame.bottom() + 1 - size.height());
-    const QRect area = ScreenAreaAt(frame.center());
-    return { std::clamp(wanted.x(), area.left(), area.right() + 1 - size.width()),
-             std::clamp(wanted.y(), area.top(), area.bottom() + 1 - size.height()) };
+    return MovedInto(ScreenAreaAt(frame.center()), wanted, size);
 }
 
 } // namespace

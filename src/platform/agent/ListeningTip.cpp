@@ -73,8 +73,7 @@ public:
         if (top + height() > area.bottom() + 1)
             top = std::min(frame.bottom() + 1, area.bottom() + 1) - height();
         const int left = frame.center().x() - width() / 2;
-        move(std::clamp(left, area.left(), std::max(area.left(), area.right() + 1 - width())),
-             std::max(area.top(), top));
+        move(MovedInto(area, { left, top }, size()));
     }
 
 protected:

@@ -1,5 +1,7 @@
 #include "platform/agent/OptionsSheet.h"
 
+#include "platform/agent/ScreenArea.h"
+
 #include <QGuiApplication>
 #include <QScreen>
 
@@ -19,18 +21,15 @@ QString PageNamed(const QString &name)
     return found == std::end(kPages) ? QString() : *found;
 }
 
-// Within a screen that there is: the one where it stood may have gone.
+// Wholly within a screen that there is: the one where it stood may have gone.
 QPoint Reachable(const std::optional<QPoint> &place, const QSize &size)
 {
-    const QScreen *screen = place ? QGuiApplication::screenAt(*place) : nullptr;
-    const bool known = screen != nullptr;
-    if (!screen)
-        screen = QGuiApplication::primaryScreen();
-    const QRect area = screen->availableGeometry();
-    if (!known)
-        return area.center() - QRect(QPoint(0, 0), size).center();
-    return { std::clamp(place->x(), area.left(), std::max(area.left(), area.right() + 1 - size.width())),
-             std::clamp(place->y(), area.top(), std::max(area.top(), area.bottom() + 1 - size.height())) };
+    const QRect last(place.value_or(QPoint(0, 0)), size);
+    const QRect nearest = ScreenAreaAt(last.center());
+    if (place && nearest.intersects(last))
+        return MovedInto(nearest, *place, size);
+    const QRect area = QGuiApplication::primaryScreen()->availableGeometry();
+    return area.center() - QRect(QPoint(0, 0), size).center();
 }
 
 } // namespace

@@ -134,12 +134,8 @@ void PuppetFigure::ReturnToScreens()
     const QRect area = ScreenAreaAt(m_frame.center());
     if (!m_visible || IsSliding() || area.contains(m_frame.center()))
         return;
-    const int left =
-        std::clamp(m_frame.left(), area.left(), std::max(area.left(), area.right() + 1 - m_frame.width()));
-    const int top =
-        std::clamp(m_frame.top(), area.top(), std::max(area.top(), area.bottom() + 1 - m_frame.height()));
     m_player.ForgetPlace();
-    MoveFrame({ left, top }, 0);
+    MoveFrame(MovedInto(area, m_frame.topLeft(), m_frame.size()), 0);
 }
 
 void PuppetFigure::SetFrame(const QRect &frame)

@@ -9,4 +9,8 @@ namespace platform {
 // Called from the thread of the windows.
 QRect ScreenAreaAt(const QPoint &point);
 
+// Where the upper left corner of something of that size comes to stand when it is moved from `wanted` into
+// `area` by as little as need be. What is larger than the area begins at the area's own corner.
+QPoint MovedInto(const QRect &area, const QPoint &wanted, const QSize &size);
+
 } // namespace platform

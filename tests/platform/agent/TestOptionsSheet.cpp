@@ -186,7 +186,16 @@ private slots:
         m_store.place = { "Output", QPoint(5000, 4000) };
         MakeSheet();
         Open();
-        QVERIFY(QGuiApplication::primaryScreen()->availableGeometry().contains(Window().geometry()));
+        const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+        QVERIFY2(screen.contains(Window().geometry()), qPrintable(QDebug::toString(Window().geometry())));
+    }
+
+    void aSheetThatHungOutOfTheScreenComesBackBesideItsPlace()
+    {
+        m_store.place = { "Output", QPoint(-20, 15) };
+        MakeSheet();
+        Open();
+        QCOMPARE(Window().pos(), QPoint(0, 15));
     }
 
     void thePagesShowWhatHolds()
