@@ -414,8 +414,8 @@ void PuppetFigure::LiveOn(double seconds)
     }
     const Motion *playing = m_player.Current();
     if (!m_steps.empty()) {
-        const bool sleeps = playing && playing->loop && m_idle.LoopIsOver(seconds);
-        if (!sleeps)
+        const bool longEnough = m_idle.LoopIsOver(seconds);
+        if (!playing || !playing->loop || !longEnough)
             return;
         m_steps.clear();
     }
