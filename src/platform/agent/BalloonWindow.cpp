@@ -297,7 +297,7 @@ void BalloonWindow::Render()
         baseline += m_text.LineHeight();
     }
     painter.end();
-    ShapeBy(m_image);
+    PictureHasChanged();
 }
 
 void BalloonWindow::paintEvent(QPaintEvent *)

@@ -37,6 +37,7 @@ public:
     QString ShownText() const { return m_text.ShownLines().join(QLatin1Char('\n')); }
 
 protected:
+    const QImage &Picture() const override { return m_image; }
     void paintEvent(QPaintEvent *event) override;
     QRect SeenPart() const override { return m_bubble.translated(-pos()); }
 

@@ -26,7 +26,7 @@ void CharacterWindow::PictureChanged(const QRect &changed)
         return;
     const double ratio = devicePixelRatioF();
     update(QRectF(QPointF(changed.topLeft()) / ratio, QSizeF(changed.size()) / ratio).toAlignedRect());
-    ShapeBy(m_image);
+    PictureHasChanged();
 }
 
 void CharacterWindow::paintEvent(QPaintEvent *)

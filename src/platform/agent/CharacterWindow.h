@@ -33,6 +33,7 @@ public:
     std::function<std::vector<MenuGroup>()> menuAsked;
 
 protected:
+    const QImage &Picture() const override { return m_image; }
     void paintEvent(QPaintEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
     void mouseMoveEvent(QMouseEvent *event) override;

@@ -50,7 +50,6 @@ FaceBadge::FaceBadge(const QString &name, const QIcon &face, std::function<void(
     painter.setClipPath(inside);
     face.paint(&painter, round.toAlignedRect());
     painter.end();
-    ShapeBy(m_image);
 }
 
 void FaceBadge::paintEvent(QPaintEvent *)

@@ -21,6 +21,7 @@ public:
     FaceBadge(const QString &name, const QIcon &face, std::function<void()> wanted);
 
 protected:
+    const QImage &Picture() const override { return m_image; }
     void paintEvent(QPaintEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;
 

@@ -77,6 +77,7 @@ public:
     }
 
 protected:
+    const QImage &Picture() const override { return m_sign; }
     void resizeEvent(QResizeEvent *event) override
     {
         StageWindow::resizeEvent(event);
@@ -90,7 +91,7 @@ protected:
         painter.setBrush(kPaper);
         painter.drawRoundedRect(QRectF(rect()).adjusted(2, 2, -2, -2), kRound, kRound);
         painter.end();
-        ShapeBy(m_sign);
+        PictureHasChanged();
     }
     void paintEvent(QPaintEvent *) override
     {

@@ -169,6 +169,8 @@ StageWindow::StageWindow() : QWidget(nullptr, Qt::ToolTip | Qt::FramelessWindowH
     setAttribute(Qt::WA_ShowWithoutActivating);
     // The program does not end, and does not stay, because of a window of the stage.
     setAttribute(Qt::WA_QuitOnClose, false);
+    m_shapeLater.setSingleShot(true);
+    m_shapeLater.callOnTimeout(this, [this] { PictureHasChanged(); });
     Stack::The().Add(this);
 }
 
@@ -184,16 +186,16 @@ void StageWindow::BringToFront()
         raise();
 }
 
-void StageWindow::showEvent(QShowEvent *event)
+// The outline comes last: a first show replaces the server's window by another one, behind its own event.
+void StageWindow::setVisible(bool visible)
 {
-    m_shaped = false;
-    QWidget::showEvent(event);
-    Shape();
+    m_shaped = m_shaped && isVisible();
+    QWidget::setVisible(visible);
+    PictureHasChanged();
 }
 
-void StageWindow::ShapeBy(const QImage &image)
+void StageWindow::PictureHasChanged()
 {
-    m_picture = image;
     if (isVisible())
         Shape();
 }
@@ -202,7 +204,7 @@ void StageWindow::Shape()
 {
     xcb_connection_t *connection = Connection();
     const QWindow *handle = windowHandle();
-    if (!connection || !handle || m_picture.isNull())
+    if (!connection || !handle || Picture().isNull())
         return;
     // The widget's own number may be that of a window which has been replaced.
     const auto window = xcb_window_t(handle->winId());
@@ -212,10 +214,13 @@ void StageWindow::Shape()
     }
     const bool compositor = Stack::The().HasCompositor();
     const bool changed = !m_shaped || compositor != m_shapedWithCompositor;
-    if (!changed && compositor && m_sinceShape.elapsed() < kInputShapeInterval) {
-        m_picture = QImage();
+    const auto tooSoon = changed ? 0 : kInputShapeInterval - m_sinceShape.elapsed();
+    if (compositor && tooSoon > 0) {
+        if (!m_shapeLater.isActive())
+            m_shapeLater.start(int(tooSoon));
         return;
     }
+    m_shapeLater.stop();
     if (changed) {
         const auto other = compositor ? XCB_SHAPE_SK_BOUNDING : XCB_SHAPE_SK_INPUT;
         xcb_shape_mask(connection, XCB_SHAPE_SO_SET, other, window, 0, 0, XCB_PIXMAP_NONE);
@@ -224,14 +229,13 @@ void StageWindow::Shape()
     if (!compositor && m_shaped)
         repaint();
     const auto kind = compositor ? XCB_SHAPE_SK_INPUT : XCB_SHAPE_SK_BOUNDING;
-    const std::vector<xcb_rectangle_t> runs = RunsOf(m_picture, compositor ? kTouchable : kSolid);
+    const std::vector<xcb_rectangle_t> runs = RunsOf(Picture(), compositor ? kTouchable : kSolid);
     xcb_shape_rectangles(connection, XCB_SHAPE_SO_SET, kind, XCB_CLIP_ORDERING_YX_BANDED, window, 0, 0,
                          std::uint32_t(runs.size()), runs.data());
     xcb_flush(connection);
     m_shaped = true;
     m_shapedWithCompositor = compositor;
     m_sinceShape.start();
-    m_picture = QImage();
 }
 
 } // namespace platform

@@ -4,6 +4,7 @@
 
 #include <QElapsedTimer>
 #include <QImage>
+#include <QTimer>
 #include <QWidget>
 
 namespace platform {
@@ -24,10 +25,13 @@ public:
     // Above all other windows of the stage, now and when forms come forward.
     void BringToFront();
 
+    void setVisible(bool visible) override;
+
 protected:
-    // Tells that the picture shown is `image` now, in pixels. Costs little when called for every frame.
-    void ShapeBy(const QImage &image);
-    void showEvent(QShowEvent *event) override;
+    // What is seen now, in pixels; asked whenever the window is cut out.
+    virtual const QImage &Picture() const = 0;
+    // Tells that the picture is another one. Costs little when called for every frame.
+    void PictureHasChanged();
     // The part of the window in which its picture mostly is, in units of the window.
     virtual QRect SeenPart() const { return rect(); }
 
@@ -35,11 +39,11 @@ private:
     QRect Hidden() const override { return isVisible() ? SeenPart().translated(pos()) : QRect(); }
     void Shape();
 
-    QImage m_picture;
     quint32 m_shapedWindow = 0;
     bool m_shapedWithCompositor = false;
     bool m_shaped = false;
     QElapsedTimer m_sinceShape;
+    QTimer m_shapeLater; // for a picture that came too soon behind another
 };
 
 } // namespace platform
