@@ -41,6 +41,7 @@ private slots:
     void theVoiceOfALostClientGoesToTheNext();
     void noEventsComeAfterALostConnection();
     void hidingPassesTheUsersInputOn();
+    void showingWhomIsSeenTakesTheUsersInput();
     void thePropertySheetIsOneForAllClients();
     void thePropertySheetOfALostClientRaises();
     void aChangeOfTheUsersOptionsIsToldToAllClients();
@@ -457,6 +458,23 @@ void TestAgentConnection::hidingPassesTheUsersInputOn()
     m_service->Settle();
     QCOMPARE(heard, QStringList({ "first a", "first b" }));
     m_control->command = nullptr;
+}
+
+void TestAgentConnection::showingWhomIsSeenTakesTheUsersInput()
+{
+    QStringList heard;
+    const auto other = m_service->Engine().CreateControl();
+    m_control->command = [&](const UserInput &input) { heard << "first " + input.name; };
+    other->command = [&](const UserInput &input) { heard << "second " + input.name; };
+    const auto merlin = Visible("Merlin");
+    other->Load("Genie", "Genie.acs");
+    other->Character("Genie")->Show(true);
+    merlin->Show();
+    m_service->Engine().DeliverCommand("a");
+    m_service->Settle();
+    QCOMPARE(heard, QStringList({ "first a" }));
+    m_control->command = nullptr;
+    other->command = nullptr;
 }
 
 void TestAgentConnection::thePropertySheetIsOneForAllClients()

@@ -39,11 +39,15 @@ private slots:
     void hideAskedByTheUserStandsBehindThePresentWork();
     void onlyTheUsersOwnHideLeavesAWayBack();
     void menusHoldTheCommandsOfTheClientInFront();
+    void aMenuHoldsNoCommandsOfSomebodyElsesClient();
     void menusCallBackWhomTheUserSentAway();
     void theOthersFigureRestsWhenALostClientsWorkIsCutOff();
     void aStateWithoutAnimationFails();
     void aFigureRestsWhenItsQueueRunsEmpty();
+    void aFigureRestsWhenItIsStopped_data();
+    void aFigureRestsWhenItIsStopped();
     void aRunningHideIsNotBegunAnewWhenItsClientGoes();
+    void whoDepartsHasNoMenuAndTakesNoWishes();
     void aWaitingHideIsPlayedWhenItsClientGoes();
     void aDepartureEndsInTimeWhateverTheFigureDoes();
     void withoutAHideFiguresVanishAtOnce();
@@ -263,6 +267,20 @@ void TestAgentEngine::menusHoldTheCommandsOfTheClientInFront()
     QCOMPARE(commands.size(), qsizetype(1));
 }
 
+void TestAgentEngine::aMenuHoldsNoCommandsOfSomebodyElsesClient()
+{
+    m_control->AddCommand({ "dance", "&Dance" });
+    Visible("Merlin");
+    const auto other = m_service->Engine().CreateControl();
+    other->AddCommand({ "sing", "&Sing" });
+    other->Load("Genie", "Genie.acs");
+    other->Character("Genie")->Show(true); // and has the user's input from now on
+    QVERIFY(m_service->stage.Of("Merlin")->menuAsked()[0].empty());
+    const auto menu = m_service->stage.Of("Genie")->menuAsked();
+    QCOMPARE(menu[0].size(), std::size_t(1));
+    QCOMPARE(menu[0][0].caption, QString("&Sing"));
+}
+
 void TestAgentEngine::menusCallBackWhomTheUserSentAway()
 {
     const auto merlin = Visible("Merlin");
@@ -334,6 +352,28 @@ void TestAgentEngine::aFigureRestsWhenItsQueueRunsEmpty()
                  { "Merlin performs \"Read\"", "Merlin says \"Hello\" showing \"Hello\"", "Merlin rests" }));
 }
 
+void TestAgentEngine::aFigureRestsWhenItIsStopped_data()
+{
+    QTest::addColumn<QString>("way");
+    for (const char *way : { "Stop", "Stop of the request", "StopAll" })
+        QTest::newRow(way) << way;
+}
+
+void TestAgentEngine::aFigureRestsWhenItIsStopped()
+{
+    QFETCH(QString, way);
+    const auto merlin = Visible("Merlin");
+    const auto play = merlin->Play("Wave");
+    if (way == "Stop")
+        merlin->Stop();
+    else if (way == "StopAll")
+        merlin->StopAll();
+    else
+        merlin->Stop(play);
+    QCOMPARE(m_service->stage.Log(),
+             QStringList({ "Merlin performs \"Wave\"", "Merlin halts", "Merlin rests" }));
+}
+
 void TestAgentEngine::aRunningHideIsNotBegunAnewWhenItsClientGoes()
 {
     const auto merlin = Visible("Merlin");
@@ -344,6 +384,19 @@ void TestAgentEngine::aRunningHideIsNotBegunAnewWhenItsClientGoes()
     m_service->time.Run(std::chrono::milliseconds(500));
     QCOMPARE(m_service->stage.Log(), QStringList({ "Merlin performs \"Hide\"", "Merlin disappears" }));
     QCOMPARE(m_service->stage.Of("Merlin"), nullptr);
+}
+
+void TestAgentEngine::whoDepartsHasNoMenuAndTakesNoWishes()
+{
+    const auto merlin = Visible("Merlin");
+    merlin->Hide();
+    m_control->Disconnect();
+    auto *figure = m_service->stage.Of("Merlin");
+    QVERIFY(figure);
+    QVERIFY(figure->menuAsked().empty());
+    figure->hideAsked(true);
+    figure->hideAsked(false);
+    QCOMPARE(m_service->stage.Log(), QStringList({ "Merlin performs \"Hide\"" }));
 }
 
 void TestAgentEngine::aWaitingHideIsPlayedWhenItsClientGoes()
