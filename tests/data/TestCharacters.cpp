@@ -209,6 +209,20 @@ private slots:
         }
     }
 
+    void comingGoingAndFlyingAreShort()
+    {
+        for (const auto &character : m_characters) {
+            // A departure is seen for no longer when its screen has gone.
+            for (const char *name : { "Show", "Hide" })
+                QVERIFY2(character->FindMotion(QLatin1String(name))->length < 1.5,
+                         qPrintable(character->name));
+            for (const char *name : { "MoveUp", "MoveDown", "MoveLeft", "MoveRight" }) {
+                const Motion *motion = character->FindMotion(QLatin1String(name));
+                QVERIFY2(motion->aloft && motion->aloft->from < 0.5, qPrintable(character->name + name));
+            }
+        }
+    }
+
     void theyHaveSeveralIdlesOnEachLevel()
     {
         for (const auto &character : m_characters) {
