@@ -195,12 +195,10 @@ std::shared_ptr<Cast> AgentEngine::CastFor(const QString &id, const QString &fil
 
 void AgentEngine::Leave(Client &client)
 {
-    m_clients.erase(std::remove_if(m_clients.begin(), m_clients.end(),
-                                   [&client](const std::weak_ptr<Client> &weak) {
-                                       const auto other = weak.lock();
-                                       return !other || other.get() == &client;
-                                   }),
-                    m_clients.end());
+    std::erase_if(m_clients, [&client](const std::weak_ptr<Client> &weak) {
+        const auto other = weak.lock();
+        return !other || other.get() == &client;
+    });
     for (const auto &[key, cast] : client.Casts()) {
         if (--cast->holders > 0) {
             cast->RemoveRequestsOf(client);
@@ -231,7 +229,7 @@ void AgentEngine::ShowDeparture(const std::shared_ptr<Cast> &cast)
             return;
         gone->cast->Body().Halt();
         gone->cast->Body().Disappear(false);
-        m_departures.erase(std::remove(m_departures.begin(), m_departures.end(), gone), m_departures.end());
+        std::erase(m_departures, gone);
         // The figure may be on the stack, so the event loop destroys it.
         m_events.Post([gone] {});
     };
@@ -254,12 +252,10 @@ void AgentEngine::GiveVoiceBack(const Cast &cast)
     if (m_voiceQueue.empty())
         return;
     const auto before = m_voiceQueue.front().lock();
-    m_voiceQueue.erase(std::remove_if(m_voiceQueue.begin(), m_voiceQueue.end(),
-                                      [&cast](const std::weak_ptr<Cast> &weak) {
-                                          const auto other = weak.lock();
-                                          return !other || other.get() == &cast;
-                                      }),
-                       m_voiceQueue.end());
+    std::erase_if(m_voiceQueue, [&cast](const std::weak_ptr<Cast> &weak) {
+        const auto other = weak.lock();
+        return !other || other.get() == &cast;
+    });
     if (m_voiceQueue.empty()) {
         if (voiceChanged)
             voiceChanged();

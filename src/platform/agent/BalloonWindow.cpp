@@ -103,7 +103,7 @@ BalloonWindow::BalloonWindow() : m_text(BalloonFont(kUsualTypeSize))
 
 BalloonWindow::~BalloonWindow()
 {
-    g_balloons.erase(std::remove(g_balloons.begin(), g_balloons.end(), this), g_balloons.end());
+    std::erase(g_balloons, this);
 }
 
 void BalloonWindow::SetTypeSize(int size)

@@ -187,7 +187,7 @@ void Cast::BeginHead()
             request->text = m_lastLine;
         else
             m_lastLine = request->text;
-        if (request->text.Spoken().trimmed().isEmpty())
+        if (request->text.Spoken().isEmpty())
             return EndHead(kRequestDone, 0);
         if (m_engine.TakeVoice(shared_from_this()))
             BeginSpeech(request);
@@ -343,12 +343,9 @@ void Cast::Stop()
 void Cast::Stop(const Request *request)
 {
     TraceCall(QStringLiteral("Stop"));
-    const auto found = std::find_if(m_queue.begin(), m_queue.end(), [request](const RequestPointer &queued) {
-        return queued.get() == request;
-    });
-    if (found == m_queue.end())
+    if (!Holds(request))
         throw Error(kRequestNotInQueue);
-    if ((*found)->IsRunning()) {
+    if (m_queue.front().get() == request) {
         Interrupt(kInterruptedByProgram);
         Advance();
         RestIfIdle();
@@ -393,6 +390,12 @@ void Cast::StopAll(const QString &types)
         }
         return false;
     });
+}
+
+bool Cast::Holds(const Request *request) const
+{
+    return std::any_of(m_queue.begin(), m_queue.end(),
+                       [request](const RequestPointer &queued) { return queued.get() == request; });
 }
 
 bool Cast::HasHide() const

@@ -55,9 +55,12 @@ public:
 
     RequestPointer Enqueue(RequestPointer request);
     void Stop();
+    // Raises kRequestNotInQueue for one that this character does not hold.
     void Stop(const Request *request);
     void StopAll();
     void StopAll(const QString &types);
+    // Whether that request is running or waiting here.
+    bool Holds(const Request *request) const;
     // Whether a Hide is running or waiting.
     bool HasHide() const;
     // Ends the requests of `client`, which may be on its way out.
@@ -97,12 +100,9 @@ private:
     void Interrupt(qint32 number);
     void RestIfIdle();
     void RemoveWaiting(const std::function<bool(const QueuedRequest &)> &which);
+    bool IsHiding() const;
     void Trace(const QueuedRequest &request) const;
     void TraceCall(const QString &call) const;
-    friend class ClientCharacter;
-    friend class Client;
-
-    bool IsHiding() const;
 
     AgentEngine &m_engine;
     const QString m_id;

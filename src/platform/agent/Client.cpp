@@ -93,7 +93,8 @@ void Client::Disconnect()
     m_connected = false;
     if (!m_engineAlive.expired())
         m_engine.Leave(*this);
-    m_casts.clear();
+    else
+        Forget();
 }
 
 void Client::PostStart(const std::shared_ptr<QueuedRequest> &request)
@@ -203,12 +204,8 @@ void ClientCharacter::Stop(const RequestReference &request)
     const auto cast = Held();
     const Request *wanted = request.operator->();
     for (const auto &[id, other] : m_client->Casts()) {
-        if (other == cast)
-            continue;
-        for (const auto &queued : other->m_queue) {
-            if (queued.get() == wanted)
-                throw Error(kStopAcrossCharacters);
-        }
+        if (other != cast && other->Holds(wanted))
+            throw Error(kStopAcrossCharacters);
     }
     cast->Stop(wanted);
 }

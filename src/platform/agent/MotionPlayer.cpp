@@ -178,10 +178,7 @@ void MotionPlayer::AdvanceTime(double seconds)
         m_blinkTime.reset();
     for (Overlay &accent : m_accents)
         accent.time += seconds;
-    m_accents.erase(
-        std::remove_if(m_accents.begin(), m_accents.end(),
-                       [](const Overlay &accent) { return accent.time >= accent.motion->length; }),
-        m_accents.end());
+    std::erase_if(m_accents, [](const Overlay &accent) { return accent.time >= accent.motion->length; });
     if (!m_motion || m_held)
         return;
     m_time += seconds;

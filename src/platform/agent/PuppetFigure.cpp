@@ -90,7 +90,7 @@ PuppetFigure::PuppetFigure(std::shared_ptr<const CharacterData> character, Speec
 
 PuppetFigure::~PuppetFigure()
 {
-    g_figures.erase(std::remove(g_figures.begin(), g_figures.end(), this), g_figures.end());
+    std::erase(g_figures, this);
     m_ticker->SetRate(0);
     m_window.dragEnds = nullptr;
 }

@@ -106,7 +106,7 @@ public:
     }
     void Remove(StageWindow *window)
     {
-        m_windows.erase(std::remove(m_windows.begin(), m_windows.end(), window), m_windows.end());
+        std::erase(m_windows, window);
         if (m_windows.empty()) {
             m_ask.stop();
             if (qApp)
@@ -115,7 +115,7 @@ public:
     }
     void BringToFront(StageWindow *window)
     {
-        m_windows.erase(std::remove(m_windows.begin(), m_windows.end(), window), m_windows.end());
+        std::erase(m_windows, window);
         m_windows.push_back(window);
     }
     bool HasCompositor() const { return m_compositor; }
