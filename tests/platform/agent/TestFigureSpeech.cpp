@@ -391,6 +391,85 @@ private slots:
         m_figure->Speak(SpeechText::Parse("Hello"), true, End());
         m_time->Run(milliseconds(80));
         QVERIFY(m_audio->Playing());
+        QVERIFY(!m_figure->Player().Current()); // nor does it go on under the words
+    }
+
+    void heSettlesBeforeHeSpeaksWhenAMotionWasCutOff()
+    {
+        m_figure->Appear();
+        m_figure->Perform("Wave", End()); // whose last pose may be spoken from
+        m_time->Run(milliseconds(300));
+        m_figure->Halt();
+        m_figure->Speak(SpeechText::Parse("Hello there"), true, End());
+        m_time->Run(milliseconds(250));
+        QVERIFY(!m_audio->Playing());
+        m_time->Run(milliseconds(150));
+        QVERIFY(m_audio->Playing());
+        QVERIFY(std::abs(m_figure->Player().Shown().At(6, Change::Turn)) < 0.01);
+    }
+
+    void hisHeadMovesWithTheStressedWords()
+    {
+        m_figure->Appear();
+        const auto farthest = [this](const QString &line) {
+            double most = 0;
+            m_figure->Speak(SpeechText::Parse(line), true, End());
+            for (int count = 0; count < 60; ++count) {
+                m_time->Run(milliseconds(20));
+                most = std::max(most, m_figure->Player().Shown().At(3, Change::Turn));
+            }
+            return most;
+        };
+        QVERIFY(farthest("You are right") < 0.01);
+        QVERIFY(farthest("You \\emp\\are right") > 3);
+    }
+
+    void theTextSizeHoldsForTheFirstBalloonToo()
+    {
+        Choose([](ServiceOptions &options) { options.balloonTextSize = 28; });
+        m_figure->Appear();
+        m_figure->Speak(SpeechText::Parse("Hello there"), true, End());
+        m_time->Run(milliseconds(200));
+        QVERIFY(Balloon());
+        QCOMPARE(Balloon()->font().pixelSize(), 28);
+    }
+
+    void aSilentLineKeepsToTheSpeakingRate()
+    {
+        m_figure->Appear();
+        const auto timeAt = [this](int rate) {
+            Choose([rate](ServiceOptions &options) {
+                options.voice = false;
+                options.speakingRate = rate;
+            });
+            m_number = kNotEnded;
+            const auto began = m_time->Elapsed();
+            m_figure->Speak(SpeechText::Parse("Once upon a time there was a king"), true, End());
+            while (m_number == kNotEnded && m_time->Elapsed() < began + milliseconds(60000))
+                m_time->Run(milliseconds(20));
+            return double((m_time->Elapsed() - began).count());
+        };
+        const double usual = timeAt(0);
+        QVERIFY(std::abs(timeAt(5) / usual - 1 / RateFactor(5)) < 0.05);
+        QVERIFY(std::abs(timeAt(-5) / usual - 1 / RateFactor(-5)) < 0.05);
+    }
+
+    void whatHasBeenSaidGivesWayToTheNextSpeaker()
+    {
+        PuppetFigure other(m_character, *m_engine, *m_audio, *m_time, *m_options,
+                           std::make_unique<support::FakeTicker>(*m_time), 9);
+        m_figure->SetFrame(QRect(250, 300, 256, 256));
+        other.SetFrame(QRect(290, 300, 256, 256));
+        m_figure->Appear();
+        other.Appear();
+        m_figure->Speak(SpeechText::Parse("One two three"), true, End());
+        m_time->Run(milliseconds(900));
+        QCOMPARE(m_number, 0);
+        QVERIFY(m_figure->BalloonVisible());
+        other.Speak(SpeechText::Parse("Four five six"), true, [](qint32) {});
+        m_time->Run(milliseconds(300));
+        QVERIFY(other.BalloonVisible());
+        QVERIFY(!m_figure->BalloonVisible());
     }
 
     void aClickHidesTheBalloonOfOneWhoIsSilent()

@@ -361,6 +361,79 @@ private slots:
         QCOMPARE(m_number, 0); // no return of the sleep came before it
     }
 
+    void aSleeperWakesByHimselfAfterAWhile()
+    {
+        m_figure->Appear();
+        m_figure->Rest();
+        const auto sleeps = [this] {
+            const Motion *motion = m_figure->Player().Current();
+            return motion && motion->name == QLatin1String("Doze");
+        };
+        while (!sleeps() && m_time->Elapsed() < milliseconds(120000))
+            m_time->Run(milliseconds(100));
+        QVERIFY(sleeps());
+        const auto began = m_time->Elapsed();
+        while (sleeps() && m_time->Elapsed() < began + milliseconds(60000))
+            m_time->Run(milliseconds(100));
+        const auto slept = int((m_time->Elapsed() - began).count());
+        QVERIFY2(slept > 20000 && slept < 30000, qPrintable(QString::number(slept)));
+        m_time->Run(milliseconds(500));
+        QVERIFY(std::abs(m_figure->Player().Shown().At(3, Change::Turn)) < 0.01);
+    }
+
+    void noIdleComesTwiceInARow()
+    {
+        IdleLife life(*m_character, 5);
+        QString before;
+        for (int count = 0; count < 60; ++count) {
+            const Motion *motion = nullptr;
+            while (!motion)
+                motion = life.MotionDue(0.1);
+            if (motion->name == QLatin1String("Doze"))
+                break;
+            QVERIFY2(motion->name != before, qPrintable(before));
+            before = motion->name;
+        }
+        QVERIFY(!before.isEmpty());
+        for (std::size_t was = 0; was < 4; ++was) {
+            std::set<std::size_t> drawn;
+            for (int count = 0; count < 100; ++count)
+                drawn.insert(life.Another(4, was));
+            QCOMPARE(drawn.size(), std::size_t(3));
+            QVERIFY(drawn.count(was) == 0 && *drawn.rbegin() < 4);
+        }
+    }
+
+    void betweenTwoIdlesHeStandsAtRest()
+    {
+        m_figure->Appear();
+        m_figure->Rest();
+        bool waved = false;
+        int still = 0;
+        for (int time = 0; time < 68000; time += 50) {
+            m_time->Run(milliseconds(50));
+            const Motion *motion = m_figure->Player().Current();
+            waved = waved || (motion && motion->name == QLatin1String("Wave"));
+            still = motion && !m_figure->Player().HasEnded() ? 0 : still + 50;
+            if (still > 600)
+                QVERIFY(std::abs(m_figure->Player().Shown().At(6, Change::Turn)) < 0.01);
+        }
+        QVERIFY(waved);
+    }
+
+    void whoGoesWhileHeIsHeldIsLetGo()
+    {
+        QStringList told;
+        m_figure->dragged = [&told](bool begins) { told << (begins ? "begins" : "ends"); };
+        m_figure->SetFrame(QRect(100, 100, 128, 128));
+        m_figure->Appear();
+        Mouse(QEvent::MouseButtonPress, QPoint(160, 160), Qt::LeftButton);
+        Mouse(QEvent::MouseMove, QPoint(260, 120), Qt::LeftButton);
+        m_figure->Disappear(false);
+        m_time->Run(milliseconds(20));
+        QCOMPARE(told, (QStringList{ "begins", "ends" }));
+    }
+
     void theUserDragsHim()
     {
         QStringList told;

@@ -6,6 +6,7 @@
 #include <QWindow>
 #include <QtGui/qguiapplication_platform.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <xcb/shape.h>
 #include <xcb/xcb.h>
@@ -42,6 +43,22 @@ public:
         }
         std::free(reply);
         return region;
+    }
+    // Whether one window lies over the other.
+    bool IsAbove(const QWidget &upper, const QWidget &lower) const
+    {
+        Settle(qGuiApp->nativeInterface<QNativeInterface::QX11Application>()->connection());
+        const xcb_screen_t *screen = xcb_setup_roots_iterator(xcb_get_setup(m_connection)).data;
+        xcb_query_tree_reply_t *tree =
+            xcb_query_tree_reply(m_connection, xcb_query_tree(m_connection, screen->root), nullptr);
+        const xcb_window_t *windows = xcb_query_tree_children(tree); // the lowest first
+        const xcb_window_t *end = windows + xcb_query_tree_children_length(tree);
+        const auto place = [&](const QWidget &window) {
+            return std::find(windows, end, xcb_window_t(window.windowHandle()->winId()));
+        };
+        const bool above = place(upper) != end && place(lower) != end && place(upper) > place(lower);
+        std::free(tree);
+        return above;
     }
     // Is taken for a compositor as long as it lives.
     void PretendToCompose()
@@ -224,6 +241,37 @@ private slots:
         const QRegion waving = server.Outline(m_figure->Window(), XCB_SHAPE_SK_BOUNDING);
         QCOMPARE(waving, Opaque(m_figure->Picture(), kSolid));
         QVERIFY(waving != rest);
+    }
+
+    void whoAppearsStandsInFrontOfTheOthers()
+    {
+        const Server server;
+        MakeFigure();
+        PuppetFigure other(m_character, *m_engine, *m_audio, *m_time, *m_options,
+                           std::make_unique<support::FakeTicker>(*m_time), 9);
+        m_figure->Appear();
+        other.Appear();
+        QVERIFY(QTest::qWaitForWindowExposed(&other.Window()));
+        QVERIFY(server.IsAbove(other.Window(), m_figure->Window()));
+        m_figure->Appear();
+        QVERIFY(server.IsAbove(m_figure->Window(), other.Window()));
+    }
+
+    void figuresKeepAboveAFormThatComesForwardAndKeepTheirOrder()
+    {
+        const Server server;
+        MakeFigure();
+        PuppetFigure other(m_character, *m_engine, *m_audio, *m_time, *m_options,
+                           std::make_unique<support::FakeTicker>(*m_time), 9);
+        other.Appear();
+        m_figure->Appear();
+        QVERIFY(QTest::qWaitForWindowExposed(&m_figure->Window()));
+        QWidget form;
+        form.show();
+        form.raise();
+        QVERIFY(QTest::qWaitForWindowExposed(&form));
+        QTRY_VERIFY(server.IsAbove(other.Window(), form));
+        QVERIFY(server.IsAbove(m_figure->Window(), other.Window()));
     }
 
     void underACompositorOnlyClicksAreCut()
