@@ -12,11 +12,15 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPdfWriter>
+#include <QPrintDialog>
+#include <QPrinter>
 #include <QScrollBar>
 #include <QTabWidget>
 #include <QTemporaryDir>
 #include <QTreeWidget>
 #include <QtTest>
+
+#include <set>
 
 using namespace platform;
 
@@ -291,6 +295,89 @@ private slots:
         const int large = size();
         m_window->ShowTopic(m_path, "Pictures.htm");
         QCOMPARE(size(), large);
+    }
+
+    void theWheelWithControlChangesTheLetters()
+    {
+        const auto turn = [this](int by, Qt::KeyboardModifiers keys) {
+            QWidget *view = PageShown()->viewport();
+            const QPointF middle = QRectF(view->rect()).center();
+            QWheelEvent event(middle, view->mapToGlobal(middle), {}, QPoint(0, by), Qt::NoButton, keys,
+                              Qt::NoScrollPhase, false);
+            QApplication::sendEvent(view, &event);
+        };
+        QCOMPARE(PageShown()->Zoom(), 0);
+        turn(120, Qt::ControlModifier);
+        QCOMPARE(PageShown()->Zoom(), 1);
+        turn(-120, Qt::ControlModifier);
+        turn(-120, Qt::ControlModifier);
+        QCOMPARE(PageShown()->Zoom(), -1);
+        turn(0, Qt::ControlModifier); // sideways
+        QCOMPARE(PageShown()->Zoom(), -1);
+        m_window->ShowTopic(m_path, "My Lists, all.htm");
+        PageShown()->verticalScrollBar()->setValue(0);
+        turn(-120, Qt::NoModifier);
+        QCOMPARE(PageShown()->Zoom(), -1);
+        QVERIFY(PageShown()->verticalScrollBar()->value() > 0);
+    }
+
+    void keysLeadBetweenThePageAndWhatIsBesideIt()
+    {
+        auto *shelves = Find<QTabWidget>("shelves");
+        m_window->activateWindow();
+        QTRY_VERIFY(m_window->isActiveWindow());
+        std::set<QWidget *> met;
+        for (int shelf = 0; shelf < shelves->count(); ++shelf) {
+            shelves->setCurrentIndex(shelf);
+            PageShown()->setFocus();
+            Press("changePane");
+            QVERIFY(!PageShown()->hasFocus());
+            QVERIFY(shelves->currentWidget() == m_window->focusWidget() ||
+                    shelves->currentWidget()->isAncestorOf(m_window->focusWidget()));
+            met.insert(m_window->focusWidget());
+            Press("changePane");
+            QVERIFY(PageShown()->hasFocus());
+        }
+        QCOMPARE(int(met.size()), shelves->count());
+        shelves->setCurrentIndex(0);
+        Find<QLineEdit>("searchWords")->setText("hint");
+        Press("goToSearch");
+        QVERIFY(Find<QLineEdit>("searchWords")->hasFocus());
+        QCOMPARE(Find<QLineEdit>("searchWords")->selectedText(), QString("hint"));
+    }
+
+    void lookingOnOpensTheBoxThatWasClosed()
+    {
+        Press("find");
+        Find<QLineEdit>("findText")->setText("hint");
+        Press("done");
+        QVERIFY(Find<QWidget>("findBar")->isHidden());
+        Press("next");
+        QVERIFY(!Find<QWidget>("findBar")->isHidden());
+        QCOMPARE(PageShown()->textCursor().selectedText().toLower(), QString("hint"));
+    }
+
+    void printingIsAskedForBesideTheGame()
+    {
+        Press("print");
+        auto *dialog = m_window->findChild<QPrintDialog *>();
+        QVERIFY(dialog && dialog->isVisible());
+        QCOMPARE(dialog->windowModality(), Qt::WindowModal);
+        QCOMPARE(dialog->printer()->docName(), QString("Welcome"));
+        QPrinter paper;
+        paper.setOutputFormat(QPrinter::PdfFormat);
+        paper.setOutputFileName(m_folder.filePath("asked.pdf"));
+        emit dialog->accepted(&paper);
+        QFile file(m_folder.filePath("asked.pdf"));
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        QVERIFY(file.readAll().startsWith("%PDF"));
+        m_window->close();
+        QVERIFY(!dialog->isVisible());
+        // It is asked anew for another page.
+        m_window->ShowTopic(m_path, "My Lists, all.htm");
+        Press("print");
+        QVERIFY(dialog->isVisible());
+        QVERIFY(dialog->printer()->docName() != QString("Welcome"));
     }
 
     void picturesNeverMakeThePageWider()
