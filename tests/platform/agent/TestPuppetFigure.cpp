@@ -5,6 +5,7 @@
 
 #include <QMenu>
 #include <QScreen>
+#include <QTemporaryDir>
 
 #include <set>
 
@@ -554,6 +555,40 @@ private slots:
         m_figure->Appear();
         m_figure->Disappear(false);
         QVERIFY(!m_figure->Tray());
+    }
+
+    void theMakerTakesThoseWhoLieInItsFolder()
+    {
+        QTemporaryDir folder;
+        QVERIFY(QDir(folder.path()).mkdir("inside"));
+        const QString inside = folder.filePath("inside");
+        support::WriteSmallCharacter(inside, "Merlin");
+        support::WriteSmallCharacter(inside, "Genie");
+        support::WriteSmallCharacter(folder.path(), "Peedy");
+        QFile broken(inside + "/Broken.acs");
+        QVERIFY(broken.open(QIODevice::WriteOnly) && broken.write("no character") > 0);
+        broken.close();
+        PuppetFigureMaker maker(inside, *m_engine, *m_audio, *m_time, *m_options,
+                                [this] { return std::make_unique<support::FakeTicker>(*m_time); });
+        const auto number = [&](const QString &file) {
+            try {
+                return maker.Make("Somebody", file) ? 0 : -1;
+            } catch (const Error &error) {
+                return int(error.Number());
+            }
+        };
+        // One that cannot serve is left out of the choice, and told of when it is asked for.
+        QCOMPARE(maker.Names(), QStringList({ "Genie", "Merlin" }));
+        QCOMPARE(number("mERLIN.ACS"), 0);
+        QCOMPARE(number("Broken.acs"), int(kNotACharacterFile));
+        QCOMPARE(number("Peedy.acs"), int(kAgentFileMissing));
+        QCOMPARE(number("../Peedy.acs"), int(kAgentFileMissing));
+        QCOMPARE(number(""), int(kAgentFileMissing));
+        // It is not held against him when he is whole again.
+        QVERIFY(broken.remove());
+        support::WriteSmallCharacter(inside, "Broken");
+        QCOMPARE(number("Broken.acs"), 0);
+        QCOMPARE(maker.All().size(), size_t(3));
     }
 
     void aWholeLifeLeavesNoDoneBehind()
