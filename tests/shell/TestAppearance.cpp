@@ -7,10 +7,12 @@
 #include "ui_frmNumPlayers1.h"
 #include "ui_frmPlayerNames1.h"
 #include "ui_frmSpell1.h"
+#include "ui_frmSpelling1.h"
 
 #include <QAbstractTextDocumentLayout>
 #include <QFontInfo>
 #include <QGroupBox>
+#include <QHeaderView>
 #include <QLabel>
 #include <QListWidget>
 #include <QPushButton>
@@ -245,6 +247,20 @@ private slots:
             for (int x = 0; x < image.width(); ++x)
                 darkest = std::min(darkest, image.pixelColor(x, y).red());
         QCOMPARE(darkest, 0x2a);
+    }
+
+    void theTitlesOfAListAreAsLargeAsItsRows()
+    {
+        const auto window = Made<Ui::frmSpelling1>(Room::Study);
+        platform::Resizer resizer(*window);
+        window->resize(1536, 864);
+        resizer.Apply();
+        window->show();
+        QCoreApplication::processEvents();
+        const auto *list = window->findChild<QTreeView *>("List1");
+        // The viewport is what they are painted on.
+        QCOMPARE(QFontInfo(list->header()->viewport()->font()).pixelSize(),
+                 QFontInfo(list->font()).pixelSize());
     }
 
     void aPictureGrowsWithItsButton()

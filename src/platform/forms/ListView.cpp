@@ -78,6 +78,8 @@ ListView::ListView(QWidget *parent) : QTreeView(parent), m_items(new ListItems(t
     header()->setToolTip(
         QStringLiteral("Click to sort what you see; the list itself stays as it is. Drag the edge of a "
                        "title to widen its column."));
+    header()->installEventFilter(this);
+    header()->viewport()->installEventFilter(this);
     connect(header(), &QHeaderView::sectionResized, this, [this] { UpdateScrollBar(); });
     connect(m_items, &QAbstractItemModel::rowsInserted, this, [this] { KeepSelection(); });
     connect(m_items, &QAbstractItemModel::modelReset, this, [this] { UpdateScrollBar(); });
@@ -252,21 +254,33 @@ void ListView::changeEvent(QEvent *event)
         FitTitles();
 }
 
+bool ListView::eventFilter(QObject *watched, QEvent *event)
+{
+    // A style sheet gives the header the window's type when it takes hold of it, and again later.
+    const bool isOfTitles = watched == header() || watched == header()->viewport();
+    if (isOfTitles && event->type() == QEvent::FontChange)
+        FitTitles();
+    return QTreeView::eventFilter(watched, event);
+}
+
 void ListView::showEvent(QShowEvent *event)
 {
     QTreeView::showEvent(event);
     FitTitles(); // a style sheet may have undone it when it took hold of the header
 }
 
-// The titles grow with the type of the list.
+// The titles grow with the type of the list. They are measured with the font of the header and painted with
+// that of its viewport.
 void ListView::FitTitles()
 {
-    QFont titles = header()->font();
     const int size = QFontInfo(font()).pixelSize();
-    if (titles.pixelSize() == size)
-        return;
-    titles.setPixelSize(size);
-    header()->setFont(titles);
+    for (QWidget *widget : { static_cast<QWidget *>(header()), header()->viewport() }) {
+        QFont titles = widget->font();
+        if (titles.pixelSize() == size)
+            continue;
+        titles.setPixelSize(size);
+        widget->setFont(titles);
+    }
 }
 
 // Columns that share the whole width of the control reach under its frame and scroll bar; that little is no

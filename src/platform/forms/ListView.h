@@ -60,6 +60,7 @@ protected:
     bool viewportEvent(QEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
     void changeEvent(QEvent *event) override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
     void showEvent(QShowEvent *event) override;
     // Nothing but another entry takes the selection from an entry.
     QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex &index,

@@ -281,6 +281,10 @@ private slots:
         hidden.show();
         QCoreApplication::processEvents();
         QCOMPARE(hidden.header()->font().pixelSize(), 33);
+        // Whatever a style makes of the header meanwhile.
+        font.setPixelSize(20);
+        hidden.header()->setFont(font);
+        QCOMPARE(hidden.header()->font().pixelSize(), 33);
         qApp->setStyleSheet(QString());
     }
 
