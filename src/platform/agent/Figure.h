@@ -44,7 +44,8 @@ public:
 
     // Comes back from the last motion, then plays `name`, which the figure has, and holds its last pose. A
     // motion that loops for ever never ends, any other has ended when its sound is over too. "Show" begins
-    // unseen, whatever pose the figure was in; a Move motion ends in the flying pose.
+    // unseen, whatever pose the figure was in; a Move motion ends in the flying pose. With "Hide" the balloon
+    // goes at once, and until it is halted or the figure appears again clicks go through to what lies below.
     virtual void Perform(const QString &name, Done done) = 0;
     // Moves the frame to `topLeft` in `duration`, keeping the flying pose alive.
     virtual void Slide(const QPoint &topLeft, std::chrono::milliseconds duration, Done done) = 0;

@@ -183,6 +183,7 @@ void PuppetFigure::Appear()
 {
     m_tray.reset();
     m_visible = true;
+    m_window.SetTouchable(true);
     m_steps.clear();
     m_byItself = false;
     m_cutOff = false;
@@ -330,6 +331,10 @@ void PuppetFigure::Perform(const QString &name, Done done)
         BeginSteps({ Step{ Step::Kind::Wait, motion } });
         return Draw();
     }
+    if (name.compare(QLatin1String("Hide"), Qt::CaseInsensitive) == 0) {
+        m_speech.HideBalloon();
+        m_window.SetTouchable(false);
+    }
     std::deque<Step> steps = ComeBack(motion, false);
     steps.push_back({ Step::Kind::Play, motion });
     m_byItself = false;
@@ -379,6 +384,7 @@ void PuppetFigure::Halt()
     m_done = nullptr;
     m_speech.Stop();
     m_speech.HideBalloon();
+    m_window.SetTouchable(true);
     m_player.ShowMouth(std::nullopt);
     if (!m_steps.empty() && !m_byItself) {
         m_cutOff = !m_player.HasEnded();

@@ -186,6 +186,15 @@ void StageWindow::BringToFront()
         raise();
 }
 
+void StageWindow::SetTouchable(bool touchable)
+{
+    if (m_isTouchable == touchable)
+        return;
+    m_isTouchable = touchable;
+    m_shaped = false;
+    PictureHasChanged();
+}
+
 // The outline comes last: a first show replaces the server's window by another one, behind its own event.
 void StageWindow::setVisible(bool visible)
 {
@@ -229,9 +238,14 @@ void StageWindow::Shape()
     if (!compositor && m_shaped)
         repaint();
     const auto kind = compositor ? XCB_SHAPE_SK_INPUT : XCB_SHAPE_SK_BOUNDING;
-    const std::vector<xcb_rectangle_t> runs = RunsOf(Picture(), compositor ? kTouchable : kSolid);
+    std::vector<xcb_rectangle_t> runs;
+    if (m_isTouchable || !compositor)
+        runs = RunsOf(Picture(), compositor ? kTouchable : kSolid);
     xcb_shape_rectangles(connection, XCB_SHAPE_SO_SET, kind, XCB_CLIP_ORDERING_YX_BANDED, window, 0, 0,
                          std::uint32_t(runs.size()), runs.data());
+    if (!m_isTouchable && !compositor)
+        xcb_shape_rectangles(connection, XCB_SHAPE_SO_SET, XCB_SHAPE_SK_INPUT, XCB_CLIP_ORDERING_YX_BANDED,
+                             window, 0, 0, 0, nullptr);
     xcb_flush(connection);
     m_shaped = true;
     m_shapedWithCompositor = compositor;

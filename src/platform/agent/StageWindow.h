@@ -25,6 +25,10 @@ public:
     // Above all other windows of the stage, now and when forms come forward.
     void BringToFront();
 
+    // Whether the picture can be clicked on. What is on its way out lets clicks through to what lies below.
+    void SetTouchable(bool touchable);
+    bool IsTouchable() const { return m_isTouchable; }
+
     void setVisible(bool visible) override;
 
 protected:
@@ -42,6 +46,7 @@ private:
     quint32 m_shapedWindow = 0;
     bool m_shapedWithCompositor = false;
     bool m_shaped = false;
+    bool m_isTouchable = true;
     QElapsedTimer m_sinceShape;
     QTimer m_shapeLater; // for a picture that came too soon behind another
 };

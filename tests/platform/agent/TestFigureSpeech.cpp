@@ -250,6 +250,28 @@ private slots:
         QCOMPARE(m_engine->LastSettings().voice, m_character->voice.voice);
     }
 
+    void whoGoesTakesHisBalloonAlongAndIsNotInTheWay()
+    {
+        m_figure->Appear();
+        m_figure->Speak(SpeechText::Parse("One two"), true, End());
+        while (m_number == kNotEnded)
+            m_time->Run(milliseconds(50));
+        QVERIFY(m_figure->BalloonVisible());
+        const auto &window = static_cast<const StageWindow &>(m_figure->Window());
+        QVERIFY(window.IsTouchable());
+        m_figure->Perform("hide", End());
+        QVERIFY(!m_figure->BalloonVisible());
+        QVERIFY(!window.IsTouchable());
+        // Who is called back before he has gone can be pressed again.
+        m_figure->Halt();
+        QVERIFY(window.IsTouchable());
+        m_figure->Perform("Hide", End());
+        m_time->Run(milliseconds(3000));
+        m_figure->Disappear(false);
+        m_figure->Appear();
+        QVERIFY(window.IsTouchable());
+    }
+
     void aHiddenBalloonStaysHiddenForItsLine()
     {
         m_figure->Appear();
