@@ -41,13 +41,6 @@ QString Left(const QString &text, int length)
     return text.left(length);
 }
 
-QString Right(const QString &text, int length)
-{
-    if (length < 0)
-        throw Error(kInvalidCall);
-    return text.right(length);
-}
-
 QString Mid(const QString &text, int start, int length)
 {
     if (start < 1 || length < 0)

@@ -12,9 +12,8 @@ namespace platform {
 // `what` is found at `start`. Raises 5 when `start` is less than 1.
 int InStr(int start, const QString &text, const QString &what);
 
-// The first or last `length` characters, all of them when there are fewer. Raise 5 when `length` is negative.
+// The first `length` characters, all of them when there are fewer. Raises 5 when `length` is negative.
 QString Left(const QString &text, int length);
-QString Right(const QString &text, int length);
 
 // `length` characters from position `start`, fewer at the end of the text.
 // Raises 5 when `start` is less than 1 or `length` is negative.
