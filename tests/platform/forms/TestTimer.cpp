@@ -1,4 +1,6 @@
 #include "TestScreens.h"
+#include "platform/forms/Timer.h"
+#include "support/NumberRaised.h"
 #include "support/PlainDesk.h"
 
 #include <QTest>
@@ -24,6 +26,7 @@ private slots:
     void timerTicksUntilTheUnload();
     void timerLeavesOutTicksWhileItsHandlerRuns();
     void timerHandlerMayLoadItsScreenAnew();
+    void timerGoesOnAfterAHandlerThatFails();
     void timerOfZeroStandsStill();
 
 private:
@@ -99,6 +102,21 @@ void TestTimer::timerLeavesOutTicksWhileItsHandlerRuns()
     QCOMPARE(ticks, 1);
     m_desk->time.Run(100ms);
     QCOMPARE(ticks, 2);
+}
+
+// Beyond a screen there is no door that catches it.
+void TestTimer::timerGoesOnAfterAHandlerThatFails()
+{
+    int ticks = 0;
+    platform::Timer timer([&] {
+        if (++ticks == 1)
+            throw platform::Error(platform::kFileNotFound);
+    });
+    timer.SetInterval(100);
+    QCOMPARE(support::NumberRaised([&] { m_desk->time.Run(100ms); }), 53);
+    QCOMPARE(ticks, 1);
+    m_desk->time.Run(200ms);
+    QCOMPARE(ticks, 3);
 }
 
 void TestTimer::timerHandlerMayLoadItsScreenAnew()

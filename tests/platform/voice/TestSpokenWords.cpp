@@ -24,6 +24,8 @@ private slots:
     void pronunciationsAreFound_data();
     void pronunciationsAreFound();
     void everyLetterHasAName();
+    void marksOfOtherScriptsArePausesToo_data();
+    void marksOfOtherScriptsArePausesToo();
 };
 
 // Words with the mark behind them; a named letter stands between bars.
@@ -217,6 +219,35 @@ void TestSpokenWords::everyLetterHasAName()
     QVERIFY(!names.contains(QByteArray()));
     QVERIFY(LetterName(u'5').isEmpty());
     QVERIFY(LetterName(u'é').isEmpty());
+}
+
+void TestSpokenWords::marksOfOtherScriptsArePausesToo_data()
+{
+    QTest::addColumn<QString>("line");
+    QTest::addColumn<QString>("words");
+    QTest::newRow("Arabic") << "مرحبا، كيف؟"
+                            << "مرحبا, كيف?";
+    QTest::newRow("Chinese") << "你好， 世界。"
+                             << "你好, 世界.";
+    QTest::newRow("Japanese") << "東京、 すごい！ 本当？"
+                              << "東京, すごい! 本当?";
+    QTest::newRow("Hindi") << "नमस्ते। ठीक"
+                           << "नमस्ते. ठीक";
+    QTest::newRow("French") << "L'eau, peut-être !"
+                            << "L'eau, peut-être!";
+    QTest::newRow("a mark that says nothing") << "eau « claire »"
+                                              << "eau claire";
+    QTest::newRow("signs that would switch the voice") << "a<b>c [[d]]"
+                                                       << "a b c d";
+}
+
+void TestSpokenWords::marksOfOtherScriptsArePausesToo()
+{
+    QFETCH(QString, line);
+    QStringList words;
+    for (const auto &word : SpokenWords::Of(SpeechText::Parse(line), platform::Reading::AsWritten).words)
+        words << QString::fromUtf8(word.text + word.punctuation);
+    QTEST(words.join(u' '), "words");
 }
 
 QTEST_GUILESS_MAIN(TestSpokenWords)
