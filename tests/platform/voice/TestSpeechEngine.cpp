@@ -16,7 +16,7 @@ using platform::VoiceSettings;
 
 namespace {
 
-const VoiceSettings kMerlin{ "cmu_us_awb", 1.15, 0.90, 1.00, 10 };
+const VoiceSettings kMerlin{ "cmu_us_awb", 1.20, 0.90, 1.05, 12 };
 const VoiceSettings kGenie{ "cmu_us_rms", 1.05, 1.00, 0.95, 10 };
 const VoiceSettings kPeedy{ "cmu_us_slt", 1.10, 1.60, 1.00, 10 };
 

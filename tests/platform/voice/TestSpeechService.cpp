@@ -15,7 +15,7 @@ namespace {
 
 VoiceSettings Merlin()
 {
-    VoiceSettings settings{ "cmu_us_awb", 1.15, 0.90, 1.00, 10 };
+    VoiceSettings settings{ "cmu_us_awb", 1.20, 0.90, 1.05, 12 };
     settings.speaker = QStringLiteral("Merlin");
     return settings;
 }
