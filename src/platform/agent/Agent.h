@@ -135,9 +135,9 @@ public:
 
     // Loads a character hidden, at its designed size unless another client holds it. `file` is looked up in
     // the service's own folder. Raises kAlreadyLoaded for the same id twice on one control,
-    // kAgentFileMissing, kNotACharacterFile, kCharacterFileTooOld, kCharacterFileTooNew or kAgentBadData when
-    // the file cannot serve; a load that fails leaves its id taken. When disconnected it raises the numbers
-    // that Character names.
+    // kAgentFileMissing, kNotACharacterFile, kCharacterFileTooOld, kCharacterFileTooNew, kAgentBadData or
+    // kBadSoundFile when the file cannot serve; a load that fails leaves its id taken. When disconnected it
+    // raises the numbers that Character names.
     virtual void Load(const QString &id, const QString &file) = 0;
     // The loaded character. Raises kAgentRefuses for an id that is not loaded here.
     virtual CharacterReference Character(const QString &id) = 0;

@@ -65,7 +65,7 @@ struct Curve {
 };
 
 struct SwapKey {
-    double at = 0;
+    double at = 0; // seconds
     int variant = 0;
 };
 
@@ -75,13 +75,13 @@ struct SwapCurve {
 };
 
 struct Stretch {
-    double from = 0;
+    double from = 0; // seconds
     double to = 0;
 };
 
 // What is to be heard when a motion has come to this second.
 struct SoundCue {
-    double at = 0;
+    double at = 0; // seconds
     QString name;
     std::shared_ptr<const Sound> sound; // null when the character was read without its sounds
 };
@@ -90,14 +90,14 @@ struct Motion {
     enum class Return { None, Blend, Motion };
 
     QString name;
-    double length = 1;
-    double blend = 0.2;
-    bool speaks = false;
+    double length = 1;   // seconds
+    double blend = 0.2;  // seconds from whatever pose came before
+    bool speaks = false; // whether the last pose may be spoken from
     Return comesBack = Return::Blend;
-    QString returnMotion; // for Return::Motion, a motion of the same character
-    std::optional<Stretch> loop;
-    std::optional<Stretch> aloft;
-    std::vector<int> still; // parts that no accent moves while this is held, such as a hand on a book
+    QString returnMotion;         // for Return::Motion, a motion of the same character
+    std::optional<Stretch> loop;  // repeated until the motion is left
+    std::optional<Stretch> aloft; // of a flight: repeated while the figure slides
+    std::vector<int> still;       // parts that no accent moves while this is held, such as a hand on a book
     std::vector<Curve> curves;
     std::vector<SwapCurve> swaps;
     std::vector<SoundCue> sounds; // in order of time
@@ -122,9 +122,9 @@ constexpr std::size_t kIdleLevels = 3;
 
 struct CharacterData {
     QString name;
-    QSize size; // the designed size
-    QPointF mouthPoint;
-    QRectF face;
+    QSize size;         // the designed size, in screen units
+    QPointF mouthPoint; // in drawing units
+    QRectF face;        // likewise
     VoiceSettings voice;
     QByteArray drawing;                    // the SVG
     std::vector<Part> parts;               // in drawing order, back to front

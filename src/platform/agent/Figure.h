@@ -76,7 +76,7 @@ public:
     virtual ~FigureMaker() = default;
     // Opens `file` from the service's folder. The figure is not visible yet, and stands at the upper left
     // corner of the screen in its designed size. Raises kAgentFileMissing, kNotACharacterFile,
-    // kCharacterFileTooOld, kCharacterFileTooNew or kAgentBadData.
+    // kCharacterFileTooOld, kCharacterFileTooNew, kAgentBadData or kBadSoundFile.
     virtual std::unique_ptr<Figure> Make(const QString &id, const QString &file) = 0;
     // Whether the motions of all figures, old and new ones, are heard; at first they are. What is heard when
     // this turns false fades out.
