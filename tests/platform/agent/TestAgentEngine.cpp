@@ -38,6 +38,7 @@ private slots:
     void aDragHoldsAMoveUntilItEnds();
     void hideAskedByTheUserStandsBehindThePresentWork();
     void onlyTheUsersOwnHideLeavesAWayBack();
+    void whoSpokeLastIsSpokenTo();
     void menusHoldTheCommandsOfTheClientInFront();
     void aMenuHoldsNoCommandsOfSomebodyElsesClient();
     void menusCallBackWhomTheUserSentAway();
@@ -225,6 +226,35 @@ void TestAgentEngine::hideAskedByTheUserStandsBehindThePresentWork()
     m_service->stage.Of("Merlin")->hideAsked(false);
     m_service->time.RunUntilIdle();
     QVERIFY(merlin->Visible());
+}
+
+void TestAgentEngine::whoSpokeLastIsSpokenTo()
+{
+    AgentEngine &engine = m_service->Engine();
+    const auto listener = [&engine] {
+        const auto found = engine.ListenerNow();
+        return found ? found->name : QString();
+    };
+    m_control->AddCommand({ "a", "" });
+    const auto genie = Visible("Genie");
+    const auto merlin = Visible("Merlin");
+    Visible("Peedy");
+    QCOMPARE(listener(), QString()); // nobody takes commands
+    m_control->command = [](const UserInput &) {};
+    QVERIFY(!listener().isEmpty());
+    for (const auto &[speaker, name] : { std::pair(merlin, "Merlin"), std::pair(genie, "Genie") }) {
+        speaker->Speak("Now you");
+        m_service->time.RunUntilIdle();
+        QCOMPARE(listener(), QString(name));
+    }
+    merlin->MoveTo(70, 30, 0);
+    merlin->Speak("And now you");
+    m_service->time.RunUntilIdle();
+    QCOMPARE(engine.ListenerNow()->frame.topLeft(), QPoint(70, 30));
+    merlin->Hide(true);
+    m_service->time.RunUntilIdle();
+    QVERIFY(!listener().isEmpty() && listener() != "Merlin");
+    m_control->command = nullptr;
 }
 
 void TestAgentEngine::menusHoldTheCommandsOfTheClientInFront()
