@@ -89,7 +89,8 @@ bool FakeTime::RunUntilIdle(std::chrono::milliseconds limit)
     const auto end = m_now + limit;
     while (!m_ended && (DeliverPending() || DeliverNext(end))) {
     }
-    return m_posted.empty() && (m_ended || m_due.empty() || m_now < end);
+    std::erase_if(m_due, [](const auto &due) { return due.second.work.expired(); }); // cancelled
+    return m_posted.empty() && (m_ended || m_due.empty());
 }
 
 bool FakeTime::DeliverPending()
