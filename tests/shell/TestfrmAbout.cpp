@@ -130,7 +130,7 @@ private slots:
         QTest::newRow("number") << 4 << QByteArray("\x10\x20\x30\x40", 4) << true << "1076895760";
         QTest::newRow("each byte in its own digits")
             << 4 << QByteArray("\x01\x02\x03\x04", 4) << true << "17185";
-        QTest::newRow("a zero at its end is cut") << 4 << QByteArray("\x10\0\0\0", 4) << true << "16";
+        QTest::newRow("zeros before it") << 4 << QByteArray("\x10\0\0\0", 4) << true << "16";
         QTest::newRow("another type") << 3 << QByteArray("abc") << true << "before";
     }
     void aValueIsRead()
