@@ -45,12 +45,8 @@ void frmSettings::OnLoad(QWidget &window)
     const auto markDirty = [this] { m_settingsDirty = true; };
     // The mouse alone marks this one, not the keyboard: wanted.
     platform::OnMousePress(*m_ui->optIntro, Guarded(markDirty));
-    // A click marks it even where it is chosen already.
+    // A click marks it even where it is chosen already, and a key that chooses it is a click.
     Connect(m_ui->optNoIntro, &QRadioButton::clicked, markDirty);
-    Connect(m_ui->optNoIntro, &QRadioButton::toggled, [this] {
-        if (m_ui->optNoIntro->isChecked())
-            m_settingsDirty = true;
-    });
     Connect(m_ui->txtPassword, &QLineEdit::textChanged, markDirty);
     Connect(m_ui->txtpassword2, &QLineEdit::textChanged, markDirty);
     Connect(m_ui->cmdSave, &QPushButton::clicked, [this] { SaveSettings(); });
