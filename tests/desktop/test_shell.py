@@ -180,10 +180,13 @@ def least(desk):
 
 
 def fake_programs(folder):
-    """A folder for PATH with the tools that the About box starts; they write down how they were called."""
+    """A folder for PATH with the tools that the About box starts; they write down how they were called.
+
+    What the game has chosen for itself, the window system and the scale, is not for them.
+    """
     for name in ("hardinfo", "xdg-open"):
         program = folder / name
-        program.write_text('#!/bin/sh\necho "${0##*/}${1:+ }$*" >> "%s"\n' % (folder / "calls"))
+        program.write_text('#!/bin/sh\necho "${0##*/}${1:+ }$*$QT_QPA_PLATFORM$QT_SCALE_FACTOR" >> "%s"\n' % (folder / "calls"))
         program.chmod(0o755)
 
 
@@ -307,7 +310,7 @@ def run(application, failures):
             ("keyboard", keyboard, dict(quizzes={"Legs": ["How many legs has a spider?_Four_Six_Eight_Ten_3_"] * 4})),
             ("small", small, dict(size=(640, 480), sound=False)),
             ("least", least, dict(size=(800, 600), sound=False)),
-            ("outward", lambda desk: outward(desk, Path(programs)), dict(sound=False, environment={"PATH": "%s:%s" % (programs, os.environ["PATH"])})),
+            ("outward", lambda desk: outward(desk, Path(programs)), dict(size=(1280, 960), sound=False, environment={"PATH": "%s:%s" % (programs, os.environ["PATH"])})),
             ("together", together, dict(settings=("Intro", ""),
                                         lists={"Birds": ["owl", "wren"], "Trees": ["oak", "elm"]})),
         )
