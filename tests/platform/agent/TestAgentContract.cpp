@@ -178,6 +178,8 @@ void TestAgentContract::moveWithoutSpeedJumpsWhileHidden()
     const auto merlin = Loaded();
     QCOMPARE(int(merlin->MoveTo(7, 9, 0)->Status()), int(kRequestDone));
     QCOMPARE(int(merlin->Left()), 7);
+    QCOMPARE(int(merlin->MoveTo(8, 9, -1)->Status()), int(kRequestDone)); // no less than no time
+    QCOMPARE(int(merlin->Left()), 8);
 }
 
 void TestAgentContract::showThenMoveThenSpeakAllSucceed()

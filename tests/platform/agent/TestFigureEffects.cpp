@@ -270,6 +270,18 @@ private slots:
         QVERIFY(m_sounds->All()[3].faded);
     }
 
+    void anIdlesSoundGoesWithIt()
+    {
+        m_figure->Appear();
+        m_figure->Rest();
+        for (int step = 0; step < 6000 && m_sounds->Sounding() == 0; ++step)
+            m_time->Run(milliseconds(10));
+        QCOMPARE(m_sounds->Sounding(), 1);
+        m_figure->Perform("Acknowledge", End());
+        m_time->Run(support::FakeSounds::kFade);
+        QCOMPARE(m_sounds->Sounding(), 0);
+    }
+
     void speechWaitsForTheSoundOfAMotionThatItInterrupts()
     {
         m_figure->Appear();

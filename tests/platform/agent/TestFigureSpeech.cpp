@@ -476,6 +476,29 @@ private slots:
         QVERIFY(std::abs(timeAt(-5) / usual - 1 / RateFactor(-5)) < 0.05);
     }
 
+    void aBalloonLeavesTheFacesFreeThatAreSeenNow()
+    {
+        PuppetFigure other(m_character, *m_engine, *m_audio, *m_time, *m_options,
+                           std::make_unique<support::FakeTicker>(*m_time), 9);
+        m_figure->SetFrame(QRect(40, 20, 256, 256));
+        m_figure->Appear();
+        const auto bubbleOf = [this](const char *line) {
+            m_figure->Speak(SpeechText::Parse(QLatin1String(line)), true, End());
+            m_time->Run(milliseconds(200));
+            const QRect bubble = Balloon() ? Balloon()->Bubble() : QRect();
+            m_time->Run(milliseconds(4000));
+            return bubble;
+        };
+        const QRect alone = bubbleOf("Hello there");
+        other.SetFrame(QRect(200, 20, 256, 256));
+        const QRect face = m_character->face.translated(200, 20).toAlignedRect();
+        QVERIFY2(alone.intersects(face), qPrintable(QDebug::toString(alone)));
+        QCOMPARE(bubbleOf("Hello there"), alone); // whom nobody sees is in nobody's way
+        other.Appear();
+        const QRect together = bubbleOf("Hello there");
+        QVERIFY2(together.isValid() && !together.intersects(face), qPrintable(QDebug::toString(together)));
+    }
+
     void whatHasBeenSaidGivesWayToTheNextSpeaker()
     {
         PuppetFigure other(m_character, *m_engine, *m_audio, *m_time, *m_options,

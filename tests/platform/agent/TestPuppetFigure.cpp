@@ -91,6 +91,12 @@ private slots:
     {
         m_figure->Appear();
         QVERIFY(Inked() > 1000);
+        m_figure->Perform("Wave", End()); // whose last pose is held
+        m_time->Run(milliseconds(1500));
+        m_figure->Disappear(false);
+        m_figure->Appear();
+        QCOMPARE(m_figure->Player().Shown().At(6, Change::Turn), 0.0);
+        QVERIFY(!m_figure->Player().Current());
     }
 
     void showBeginsUnseen()
@@ -187,6 +193,17 @@ private slots:
         m_figure->Perform("Nod", End());
         m_time->Run(milliseconds(1400));
         QCOMPARE(m_ends, 1);
+    }
+
+    void aMotionThatEndsAtRestIsLeftAtOnceWhenItIsCutOff()
+    {
+        m_figure->Appear();
+        m_figure->Perform("Nod", End());
+        m_time->Run(milliseconds(400));
+        m_figure->Halt();
+        m_figure->Perform("Nod", End()); // blends from where he is; what has a return would return first
+        m_time->Run(milliseconds(860));
+        QCOMPARE(m_number, 0);
     }
 
     void anEndOnItsWayIsNotToldAfterAHalt()
