@@ -23,7 +23,14 @@ constexpr int kTouchable = 40;
 class Server {
 public:
     Server() : m_connection(xcb_connect(nullptr, nullptr)) {}
-    ~Server() { xcb_disconnect(m_connection); }
+    ~Server()
+    {
+        // The next one to ask is to find it gone.
+        if (m_composing != XCB_ATOM_NONE)
+            xcb_set_selection_owner(m_connection, XCB_NONE, m_composing, XCB_CURRENT_TIME);
+        Settle(m_connection);
+        xcb_disconnect(m_connection);
+    }
     Server(const Server &) = delete;
     Server &operator=(const Server &) = delete;
 
@@ -70,8 +77,9 @@ public:
         const xcb_window_t owner = xcb_generate_id(m_connection);
         xcb_create_window(m_connection, XCB_COPY_FROM_PARENT, owner, screen->root, 0, 0, 1, 1, 0,
                           XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, 0, nullptr);
-        xcb_set_selection_owner(m_connection, owner, reply->atom, XCB_CURRENT_TIME);
+        m_composing = reply->atom;
         std::free(reply);
+        xcb_set_selection_owner(m_connection, owner, m_composing, XCB_CURRENT_TIME);
         Settle(m_connection);
     }
 
@@ -83,6 +91,7 @@ private:
     }
 
     xcb_connection_t *m_connection;
+    xcb_atom_t m_composing = XCB_ATOM_NONE; // what it has taken to be a compositor
 };
 
 QRegion Opaque(const QImage &image, int least)
