@@ -71,9 +71,8 @@ std::vector<xcb_rectangle_t> RunsOf(const QImage &image, int opaque)
         const bool same = row > rowBefore && runs.size() - row == row - rowBefore &&
                           std::equal(runs.begin() + std::ptrdiff_t(row), runs.end(),
                                      runs.begin() + std::ptrdiff_t(rowBefore),
-                                     [y](const xcb_rectangle_t &left, const xcb_rectangle_t &right) {
-                                         return left.x == right.x && left.width == right.width &&
-                                                right.y + right.height == y;
+                                     [](const xcb_rectangle_t &left, const xcb_rectangle_t &right) {
+                                         return left.x == right.x && left.width == right.width;
                                      });
         if (same) {
             for (std::size_t index = rowBefore; index < row; ++index)
