@@ -61,6 +61,7 @@ void TestSpeechText::lineIsSaidAndShown_data()
     row("name with a backslash", R"(A\B, how do you spell: \map="nite"="*****"\?)",
         "A B, how do you spell: nite?", R"(A\B, how do you spell: *****?)");
     row("name ending in a backslash", R"(Ann\, hello)", "Ann , hello", R"(Ann\, hello)");
+    row("tag that a map would close", R"(\Ann\map="nite"="*****"\?)", "Ann nite?", R"(\Ann*****?)");
     row("backslash at the end", "Ann\\", "Ann", "Ann\\");
     row("backslash alone", "\\", "", "\\");
     row("two backslashes", R"(a\\b)", "a b", R"(a\b)");
