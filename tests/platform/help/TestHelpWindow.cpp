@@ -138,6 +138,21 @@ private slots:
         QCOMPARE(Opened(), QString("Welcome.htm"));
     }
 
+    void aFurtherTopicFindsTheWindowAsItIsAtFirst()
+    {
+        Press("find");
+        Find<QLineEdit>("searchWords")->setText("hint");
+        QVERIFY(Find<QListWidget>("hits")->count() > 0);
+        Find<QTabWidget>("shelves")->setCurrentIndex(2);
+        m_window->showMinimized();
+        m_window->ShowTopic(m_path, "Pictures.htm");
+        QVERIFY(!m_window->isMinimized());
+        QVERIFY(Find<QWidget>("findBar")->isHidden());
+        QCOMPARE(Find<QTabWidget>("shelves")->currentIndex(), 0);
+        QCOMPARE(Find<QLineEdit>("searchWords")->text(), QString());
+        QCOMPARE(Find<QListWidget>("hits")->count(), 0);
+    }
+
     void aClosedWindowForgetsTheWay()
     {
         Follow("Pictures.htm");
