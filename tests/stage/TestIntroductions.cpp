@@ -42,6 +42,7 @@ private slots:
         QTest::newRow("one") << 1 << 0 << "introduction-one";
         QTest::newRow("two") << 0 << 0 << "introduction-two";
         QTest::newRow("two on a display of 800") << 0 << 800 << "introduction-two-800";
+        QTest::newRow("two on a display of 1024") << 0 << 1024 << "introduction-two";
     }
     void aComedyRunsToItsEnd()
     {
@@ -51,7 +52,9 @@ private slots:
         State().DisplayWidth = displayWidth;
         Open(choice);
         m_desk->transcript.Clear();
+        State().MenuShown = false;
         m_desk->Rest();
+        QCOMPARE(bool(State().MenuShown), choice == 1); // the first one tells that the menu has been seen
         QCOMPARE(m_desk->transcript.Difference(transcript), QString());
         QVERIFY(!m_desk->process.Ended());
         QCOMPARE(frmMenu1::Shared().PendingIntro, QString());
