@@ -206,6 +206,55 @@ private slots:
         QCOMPARE(m_desk->transcript.Asked().contains("Merlin Stop"), stops);
     }
 
+    // One that has not begun is enough.
+    void aSkippableWaitOnTwoGoesByBoth_data()
+    {
+        QTest::addColumn<int>("first");
+        QTest::addColumn<int>("second");
+        QTest::addColumn<bool>("stops");
+        QTest::newRow("both done") << 0 << 0 << false;
+        QTest::newRow("done and queued") << 0 << 2 << true;
+        QTest::newRow("queued and done") << 2 << 0 << true;
+        QTest::newRow("both queued") << 2 << 2 << true;
+        QTest::newRow("running and queued") << 4 << 2 << true;
+        QTest::newRow("queued and running") << 2 << 4 << true;
+        QTest::newRow("queued and failed") << 2 << 1 << true;
+        QTest::newRow("done and running") << 0 << 4 << false;
+        QTest::newRow("failed and interrupted") << 1 << 3 << false;
+    }
+    void aSkippableWaitOnTwoGoesByBoth()
+    {
+        QFETCH(int, first);
+        QFETCH(int, second);
+        QFETCH(bool, stops);
+        Open(1);
+        const bool genieFirst = second == platform::kRequestDone; // it takes its time
+        const auto genie = genieFirst ? RequestWith(second, kGenie) : nullptr;
+        const platform::RequestReference one = RequestWith(first);
+        const platform::RequestReference other = genieFirst ? genie : RequestWith(second, kGenie);
+        QCOMPARE(int(one->Status()), first);
+        QCOMPARE(int(other->Status()), second);
+        m_desk->transcript.Clear();
+        WaitRequestsSkippable({ &one, &other }, true);
+        QCOMPARE(m_desk->transcript.Asked().contains("Merlin Stop"), stops);
+    }
+
+    void aSkippableWaitLastsAsLongAsTheLongerOfTwo()
+    {
+        Open(1);
+        for (const bool longerFirst : { true, false }) {
+            const platform::RequestReference shorter = RequestWith(platform::kRequestDone);
+            const platform::RequestReference longer = RequestWith(platform::kRequestRunning, kGenie);
+            m_desk->transcript.Clear();
+            if (longerFirst)
+                WaitRequestsSkippable({ &longer, &shorter }, false);
+            else
+                WaitRequestsSkippable({ &shorter, &longer }, false);
+            QCOMPARE(longer->Status(), platform::kRequestDone);
+            QVERIFY(!m_desk->transcript.Asked().contains("Merlin Stop"));
+        }
+    }
+
     void theFlagIsReadWhileItWaits()
     {
         Open(1);
@@ -238,23 +287,23 @@ private:
         });
     }
 
-    platform::RequestReference RequestWith(int status)
+    platform::RequestReference RequestWith(int status, CharacterIndex who = kMerlin)
     {
-        const auto &merlin = State().Characters[kMerlin];
+        const auto &character = State().Characters[who];
         if (status == platform::kRequestFailed) {
-            const auto request = merlin->Play("Wave");
+            const auto request = character->Play("Wave");
             m_desk->Settle();
             return request;
         }
-        merlin->Show(true);
-        const auto first = merlin->Play("Wave");
+        character->Show(true);
+        const auto first = character->Play("Wave");
         switch (status) {
         case platform::kRequestRunning:
             return first;
         case platform::kRequestQueued:
-            return merlin->Play("Pleased");
+            return character->Play("Pleased");
         case platform::kRequestInterrupted:
-            merlin->Stop();
+            character->Stop();
             return first;
         default:
             m_desk->time.Run(3s);
