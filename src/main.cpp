@@ -89,7 +89,7 @@ int main(int argc, char *argv[])
     platform::XcbDisplay display;
     platform::QtDesktop desktop;
     platform::QtAudioOut clipAudio;
-    platform::QtMedia media(files, clipAudio);
+    platform::QtMedia media(files, clipAudio, clock);
     platform::Services services{ events, clock, chance,  process, files, boxes,
                                  help,   agent, display, desktop, media, drives };
     platform::InstallServices(&services);

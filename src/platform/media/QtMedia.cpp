@@ -5,8 +5,8 @@
 #include "platform/media/ClipSurface.h"
 #include "platform/media/FormWatch.h"
 #include "platform/media/MediaTrace.h"
+#include "platform/system/Clock.h"
 
-#include <QElapsedTimer>
 #include <QTimer>
 
 namespace platform {
@@ -14,6 +14,7 @@ namespace platform {
 namespace {
 
 using std::chrono::microseconds;
+using std::chrono::milliseconds;
 using namespace std::chrono_literals;
 
 constexpr auto kTick = 10ms;
@@ -73,7 +74,7 @@ public:
         });
         m_shown = m_dropped = 0;
         m_isRunning = false;
-        m_sinceStart.start();
+        m_asked = m_media.m_clock.Elapsed();
         m_tick.start();
     }
     bool Playing() const override { return m_reader != nullptr; }
@@ -92,8 +93,8 @@ private:
         }
         if (latest) {
             if (m_shown++ == 0) {
-                qCDebug(MediaTrace).noquote()
-                    << QStringLiteral("media: first picture after %1 ms").arg(m_sinceStart.elapsed());
+                qCDebug(MediaTrace).noquote() << QStringLiteral("media: first picture after %1 ms")
+                                                     .arg((m_media.m_clock.Elapsed() - m_asked).count());
             }
             m_surface->Show(latest->image);
         }
@@ -105,22 +106,24 @@ private:
     {
         m_isRunning = true;
         m_base = microseconds::zero();
-        m_clock.start();
+        m_since = m_media.m_clock.Elapsed();
         const auto sound = m_reader->Sound();
-        // `this` outlives the call: Stop takes it back.
-        if (!sound || !m_media.m_audio.Play(sound, [this](bool) { GoOnSilently(); }))
+        if (!sound)
             return;
+        // Its sound is cut off even when the device refuses this one.
         if (m_media.m_heard)
             m_media.m_heard->GoOnSilently();
-        m_media.m_heard = this;
+        // `this` outlives the call: Stop takes it back.
+        if (m_media.m_audio.Play(sound, [this](bool) { GoOnSilently(); }))
+            m_media.m_heard = this;
     }
 
-    // From here on by the monotonic clock, from where the sound has come to.
+    // From here on by the clock, from where the sound has come to.
     void GoOnSilently()
     {
         m_media.m_heard = nullptr;
-        m_base = std::max(m_reached, m_base);
-        m_clock.restart();
+        m_base = m_reached;
+        m_since = m_media.m_clock.Elapsed();
     }
 
     microseconds Time()
@@ -128,7 +131,7 @@ private:
         if (!m_isRunning)
             return microseconds::zero();
         const auto now = m_media.m_heard == this ? m_media.m_audio.Heard()
-                                                 : m_base + microseconds(m_clock.nsecsElapsed() / 1000);
+                                                 : m_base + (m_media.m_clock.Elapsed() - m_since);
         m_reached = std::max(m_reached, now);
         return now;
     }
@@ -168,16 +171,20 @@ private:
     QPointer<ClipSurface> m_surface;      // goes with the form
     std::unique_ptr<ClipReader> m_reader; // while a clip plays
     QTimer m_tick;
-    QElapsedTimer m_sinceStart;
-    QElapsedTimer m_clock;
+    milliseconds m_asked{ 0 };
     bool m_isRunning = false; // the clip's time has begun
+    // Unheard, it had come to m_base when the clock showed m_since.
     microseconds m_base{ 0 };
+    milliseconds m_since{ 0 };
     microseconds m_reached{ 0 };
     int m_shown = 0;
     int m_dropped = 0;
 };
 
-QtMedia::QtMedia(const Files &files, AudioOut &audio) : m_files(files), m_audio(audio) {}
+QtMedia::QtMedia(const Files &files, AudioOut &audio, const Clock &clock)
+    : m_files(files), m_audio(audio), m_clock(clock)
+{
+}
 
 QtMedia::~QtMedia() = default;
 
