@@ -2,17 +2,28 @@
 
 namespace tumblewick {
 
-QString FaultsOfEntry(const QString &word, const QString &pronunciation, const QString &wordMissing)
+QString FaultsOfEntry(const SpellingLine &entry, const QString &wordMissing)
 {
     const QLatin1Char separator('_');
     QString faults;
-    if (word.isEmpty())
+    if (entry.word.isEmpty())
         faults += wordMissing;
-    else if (word.contains(separator))
+    else if (entry.word.contains(separator))
         faults += QStringLiteral("The spelling for the word cannot contain an underscore. ");
-    if (pronunciation.contains(separator))
+    if (entry.pronunciation.contains(separator))
         faults += QStringLiteral("The pronunciation for the word cannot contain an underscore. ");
     return faults;
+}
+
+void ShowIn(const platform::ListItemReference &item, const SpellingLine &entry)
+{
+    item->SetText(entry.word);
+    item->SetSubItem(1, entry.pronunciation);
+}
+
+SpellingLine WordIn(const platform::ListItemReference &item)
+{
+    return { item->Text(), item->SubItem(1) };
 }
 
 } // namespace tumblewick

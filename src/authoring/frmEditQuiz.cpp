@@ -2,7 +2,7 @@
 
 #include "ui_frmEditQuiz.h"
 
-#include "authoring/LeaveQuestions.h"
+#include "authoring/Questions.h"
 #include "authoring/QuizQuestion.h"
 #include "authoring/frmEdit.h"
 #include "platform/Services.h"
@@ -156,7 +156,7 @@ bool frmEditQuiz::AddQuestion()
         }
         const auto writer = m_file->OpenForAppending();
         writer->WriteLine(entry.Line());
-        const platform::ListItemReference item = m_ui->lvwList->Add(QString());
+        const platform::ListItemReference item = m_ui->lvwList->Add(entry.question);
         ShowIn(item, entry);
         m_ui->lvwList->Reveal(item->Index());
         m_addBoxes.Empty();
@@ -170,10 +170,8 @@ bool frmEditQuiz::AddQuestion()
 void frmEditQuiz::cmdDelete_Click()
 {
     Trapped([this] {
-        const QString question = QStringLiteral("Are you sure you want to delete the question '") +
-                                 m_ui->lvwList->SelectedItem()->Text() + QStringLiteral("' from the list?");
-        if (The().boxes.MessageBox(question, platform::BoxButtons::YesNo, platform::kNoTitle) !=
-            platform::BoxAnswer::Yes)
+        if (!IsConfirmed(QStringLiteral("Are you sure you want to delete the question '") +
+                         m_ui->lvwList->SelectedItem()->Text() + QStringLiteral("' from the list?")))
             return;
         m_ui->lvwList->Remove(m_ui->lvwList->SelectedItem()->Index());
         RewriteFile();

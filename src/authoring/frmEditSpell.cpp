@@ -2,13 +2,12 @@
 
 #include "ui_frmEditSpell.h"
 
-#include "authoring/LeaveQuestions.h"
+#include "authoring/Questions.h"
 #include "authoring/SpellingEntry.h"
 #include "authoring/frmEdit.h"
 #include "platform/Services.h"
 #include "platform/forms/Boxes.h"
 #include "platform/forms/EnterKey.h"
-#include "platform/forms/SingleLine.h"
 #include "platform/forms/Twips.h"
 #include "platform/system/Process.h"
 #include "shell/Appearance.h"
@@ -33,11 +32,6 @@ const PronunciationTest kTestOfNewWord{ kNoSpelling, kTagEnd, Arrival::Shown };
 const PronunciationTest kTestOfNewPronunciation{ kNoPronunciation, kTagEnd, Arrival::Shown };
 const PronunciationTest kTestOfWord{ kNoSpelling, kTagEnd, Arrival::PlacedWithLongTip };
 const PronunciationTest kTestOfPronunciation{ kNoPronunciation, kTagEnd, Arrival::PlacedLowWithShortTip };
-
-bool IsEitherFilled(const QLineEdit &one, const QLineEdit &other)
-{
-    return !one.text().isEmpty() || !other.text().isEmpty();
-}
 
 } // namespace
 
@@ -65,8 +59,10 @@ void frmEditSpell::OnLoad(QWidget &window)
     ScaleControls(window);
     m_agent1 = The().agent.CreateControl();
     m_tester.SetControl(m_agent1);
-    for (QLineEdit *box : { m_ui->txtESpell, m_ui->txtEPronounce, m_ui->txtASpell, m_ui->txtAPronounce })
-        platform::KeepSingleLine(*box);
+    m_editBoxes = { m_ui->txtESpell, m_ui->txtEPronounce };
+    m_addBoxes = { m_ui->txtASpell, m_ui->txtAPronounce };
+    m_editBoxes.SetUp();
+    m_addBoxes.SetUp();
     m_ui->List->SetColumns({ QStringLiteral("Spell this way"), QStringLiteral("Say it this way") });
     m_ui->List->SetDeleteButton(*m_ui->cmdDelete);
     m_ui->List->SetDoubleClickCaption(QStringLiteral("&Edit"));
@@ -102,9 +98,8 @@ void frmEditSpell::OnActivate()
         m_ui->List->Clear();
         m_file = std::make_shared<KeptFile>(The().files, The().process.ApplicationFolder() +
                                                              QStringLiteral("\\Lists\\") + EditFileName);
-        ReadSpellingList(*m_file->OpenForReading(), [this](const SpellingLine &line) {
-            m_ui->List->Add(line.word)->SetSubItem(1, line.pronunciation);
-        });
+        ReadSpellingList(*m_file->OpenForReading(),
+                         [this](const SpellingLine &line) { ShowIn(m_ui->List->Add(line.word), line); });
     });
 }
 
@@ -119,16 +114,14 @@ void frmEditSpell::OnUnload()
 // Comes before each double click too.
 void frmEditSpell::List_Click()
 {
-    EmptyEditBoxes();
+    m_editBoxes.Empty();
     ItemChosen = false;
 }
 
 void frmEditSpell::List_DblClick()
 {
     Trapped([this] {
-        const platform::ListItemReference item = m_ui->List->SelectedItem();
-        m_ui->txtESpell->setText(item->Text());
-        m_ui->txtEPronounce->setText(item->SubItem(1));
+        m_editBoxes.Show(WordIn(m_ui->List->SelectedItem()));
         ItemChosen = true;
         // Last, since filling the boxes has set it.
         EditDirty = false;
@@ -149,19 +142,17 @@ bool frmEditSpell::SaveWordChanges()
                 QStringLiteral("You need to double click on a word from the list before you can edit it. "));
             return;
         }
-        const QString faults =
-            FaultsOfEntry(m_ui->txtESpell->text(), m_ui->txtEPronounce->text(), kNewWordMissing);
+        const SpellingLine entry = m_editBoxes.Entry();
+        const QString faults = FaultsOfEntry(entry, kNewWordMissing);
         if (!faults.isEmpty()) {
             The().boxes.MessageBox(faults);
             return;
         }
-        const platform::ListItemReference item = m_ui->List->SelectedItem();
-        item->SetText(m_ui->txtESpell->text());
-        item->SetSubItem(1, m_ui->txtEPronounce->text());
+        ShowIn(m_ui->List->SelectedItem(), entry);
         RewriteFile(SpellingWriting::Plain);
         ItemChosen = false;
         EditDirty = false;
-        EmptyEditBoxes();
+        m_editBoxes.Empty();
         isDone = true;
     });
     return isDone;
@@ -173,21 +164,20 @@ bool frmEditSpell::AddWord()
     Trapped([&] {
         // First, so that also an add that is refused throws an edit away.
         ItemChosen = false;
-        EmptyEditBoxes();
-        const SpellingLine line{ m_ui->txtASpell->text(), m_ui->txtAPronounce->text() };
-        const QString faults = FaultsOfEntry(line.word, line.pronunciation, kNewWordMissing);
+        m_editBoxes.Empty();
+        const SpellingLine entry = m_addBoxes.Entry();
+        const QString faults = FaultsOfEntry(entry, kNewWordMissing);
         if (!faults.isEmpty()) {
             The().boxes.MessageBox(faults);
             return;
         }
         const auto writer = m_file->OpenForAppending();
-        writer->WriteLine(line.Line());
-        const platform::ListItemReference item = m_ui->List->Add(line.word);
-        item->SetSubItem(1, line.pronunciation);
+        writer->WriteLine(entry.Line());
+        const platform::ListItemReference item = m_ui->List->Add(entry.word);
+        ShowIn(item, entry);
         m_ui->List->Reveal(item->Index());
         writer->Close();
-        m_ui->txtASpell->clear();
-        m_ui->txtAPronounce->clear();
+        m_addBoxes.Empty();
         AddDirty = false;
         isDone = true;
     });
@@ -197,14 +187,12 @@ bool frmEditSpell::AddWord()
 void frmEditSpell::cmdDelete_Click()
 {
     Trapped([this] {
-        const QString question = QStringLiteral("Are you sure you want to delete ") +
-                                 m_ui->List->SelectedItem()->Text() + QStringLiteral(" from the list?");
-        if (The().boxes.MessageBox(question, platform::BoxButtons::YesNo, platform::kNoTitle) !=
-            platform::BoxAnswer::Yes)
+        if (!IsConfirmed(QStringLiteral("Are you sure you want to delete ") +
+                         m_ui->List->SelectedItem()->Text() + QStringLiteral(" from the list?")))
             return;
         m_ui->List->Remove(m_ui->List->SelectedItem()->Index());
         RewriteFile(SpellingWriting::AlwaysUnderscored);
-        EmptyEditBoxes();
+        m_editBoxes.Empty();
         ItemChosen = false;
     });
 }
@@ -212,27 +200,16 @@ void frmEditSpell::cmdDelete_Click()
 void frmEditSpell::RewriteFile(SpellingWriting how)
 {
     const auto writer = m_file->OpenForWriting();
-    const auto entry = [this](int index) {
-        const platform::ListItemReference item = m_ui->List->Item(index);
-        return SpellingLine{ item->Text(), item->SubItem(1) };
-    };
-    WriteSpellingList(*writer, m_ui->List->Count(), entry, how);
+    WriteSpellingList(
+        *writer, m_ui->List->Count(), [this](int index) { return WordIn(m_ui->List->Item(index)); }, how);
     writer->Close();
-}
-
-void frmEditSpell::EmptyEditBoxes()
-{
-    m_ui->txtESpell->clear();
-    m_ui->txtEPronounce->clear();
 }
 
 bool frmEditSpell::MayLeave()
 {
     return MayLeaveEditing(
-        { [this] { return EditDirty && IsEitherFilled(*m_ui->txtESpell, *m_ui->txtEPronounce); },
-          [this] { return SaveWordChanges(); },
-          [this] { return AddDirty && IsEitherFilled(*m_ui->txtASpell, *m_ui->txtAPronounce); },
-          [this] { return AddWord(); } });
+        { [this] { return EditDirty && m_editBoxes.IsAnyFilled(); }, [this] { return SaveWordChanges(); },
+          [this] { return AddDirty && m_addBoxes.IsAnyFilled(); }, [this] { return AddWord(); } });
 }
 
 void frmEditSpell::cmdback_Click()

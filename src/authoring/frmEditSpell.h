@@ -1,6 +1,7 @@
 #pragma once
 
 #include "authoring/PronunciationTest.h"
+#include "authoring/WordBoxes.h"
 #include "lists/KeptFile.h"
 #include "lists/SpellingList.h"
 #include "platform/forms/ResizedScreen.h"
@@ -30,8 +31,6 @@ private:
 
     void List_Click();
     void List_DblClick();
-    void cmdSave_Click();
-    void cmdAdd_Click();
     void cmdDelete_Click();
     void cmdback_Click();
     void cmdMenu_Click();
@@ -42,7 +41,6 @@ private:
     bool MayLeave();
 
     void RewriteFile(SpellingWriting how);
-    void EmptyEditBoxes();
     void Test(const PronunciationTest &test, const QLineEdit &box);
 
     KeptFileReference m_file;
@@ -51,6 +49,8 @@ private:
     bool AddDirty = false;
 
     std::unique_ptr<Ui::frmEditSpell> m_ui; // valid while loaded
+    WordBoxes m_editBoxes;
+    WordBoxes m_addBoxes;
     platform::AgentControlReference m_agent1;
     PronunciationTester m_tester;
 };

@@ -2,7 +2,7 @@
 
 #include "ui_frmQuiz1.h"
 
-#include "authoring/LeaveQuestions.h"
+#include "authoring/Questions.h"
 #include "authoring/QuizQuestion.h"
 #include "authoring/frmList.h"
 #include "platform/Services.h"
@@ -17,8 +17,6 @@
 
 namespace tumblewick {
 
-using platform::BoxAnswer;
-using platform::BoxButtons;
 using platform::The;
 
 frmQuiz1::frmQuiz1() : ResizedScreen(QStringLiteral("frmQuiz1"), QStringLiteral("Create a Quiz")) {}
@@ -73,7 +71,7 @@ void frmQuiz1::cmdAdd_Click()
     const QuizEntry entry = m_boxes.Entry();
     const QString faults = FaultsOfQuestion(entry);
     if (!faults.isEmpty()) {
-        The().boxes.MessageBox(faults, BoxButtons::Ok, platform::kNoTitle);
+        The().boxes.MessageBox(faults, platform::BoxButtons::Ok, platform::kNoTitle);
         return;
     }
     const platform::ListItemReference item = m_ui->lvwList->Add(entry.question);
@@ -86,9 +84,8 @@ void frmQuiz1::cmdAdd_Click()
 
 void frmQuiz1::cmdDel_Click()
 {
-    const QString question = QStringLiteral("Are you sure you want to delete the question '") +
-                             m_ui->lvwList->SelectedItem()->Text() + QStringLiteral("' from the quiz?");
-    if (The().boxes.MessageBox(question, BoxButtons::YesNo, platform::kNoTitle) == BoxAnswer::Yes)
+    if (IsConfirmed(QStringLiteral("Are you sure you want to delete the question '") +
+                    m_ui->lvwList->SelectedItem()->Text() + QStringLiteral("' from the quiz?")))
         m_ui->lvwList->Remove(m_ui->lvwList->SelectedItem()->Index());
 }
 
@@ -101,15 +98,10 @@ bool frmQuiz1::SaveQuiz()
         return false;
     }
     const QString folder = The().process.ApplicationFolder();
-    if (The().files.FileExists(folder + QStringLiteral("\\Qlist\\") + name)) {
-        const QString question = QStringLiteral("There is already a list called ") + name +
-                                 QStringLiteral(". Do you want to overwrite it with this list?");
-        if (The().boxes.MessageBox(question, BoxButtons::YesNo, QStringLiteral("List Already Exists")) !=
-            BoxAnswer::Yes)
-            return false;
-    }
-    m_filePath = folder + QStringLiteral("\\QList\\") + name;
-    const auto writer = The().files.OpenForWriting(m_filePath, platform::FileWriting::Replace, true);
+    if (!MayReplaceList(folder + QStringLiteral("\\Qlist\\") + name, name))
+        return false;
+    const auto writer = The().files.OpenForWriting(folder + QStringLiteral("\\QList\\") + name,
+                                                   platform::FileWriting::Replace, true);
     WriteQuiz(*writer, m_ui->lvwList->Count(),
               [this](int index) { return QuestionIn(m_ui->lvwList->Item(index)); });
     ListDirty = false;

@@ -40,7 +40,6 @@ private:
     std::unique_ptr<Ui::frmQuiz1> m_ui; // valid while loaded
     std::optional<QuizColumns> m_columns;
     QuestionBoxes m_boxes;
-    QString m_filePath; // of the last save
 };
 
 } // namespace tumblewick

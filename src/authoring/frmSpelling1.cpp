@@ -2,7 +2,7 @@
 
 #include "ui_frmSpelling1.h"
 
-#include "authoring/LeaveQuestions.h"
+#include "authoring/Questions.h"
 #include "authoring/SpellingEntry.h"
 #include "authoring/frmList.h"
 #include "lists/SpellingList.h"
@@ -20,8 +20,6 @@
 
 namespace tumblewick {
 
-using platform::BoxAnswer;
-using platform::BoxButtons;
 using platform::The;
 
 namespace {
@@ -53,8 +51,9 @@ void frmSpelling1::OnLoad(QWidget &window)
     ScaleControls(window);
     m_agent1 = The().agent.CreateControl();
     m_tester.SetControl(m_agent1);
-    for (QLineEdit *box : { m_ui->txtName, m_ui->txtNew, m_ui->txtPronounce })
-        platform::KeepSingleLine(*box);
+    platform::KeepSingleLine(*m_ui->txtName);
+    m_boxes = { m_ui->txtNew, m_ui->txtPronounce };
+    m_boxes.SetUp();
     m_ui->List1->SetColumns({ QStringLiteral("Spell this way"), QStringLiteral("Say it this way") });
     m_ui->List1->SetDeleteButton(*m_ui->Command2);
 
@@ -63,10 +62,8 @@ void frmSpelling1::OnLoad(QWidget &window)
     Connect(m_ui->Command1, &QPushButton::clicked, [this] { Command1_Click(); });
     Connect(m_ui->Command2, &QPushButton::clicked, [this] { Command2_Click(); });
     Connect(m_ui->Command3, &QPushButton::clicked, [this] { SaveList(); });
-    Connect(m_ui->cmdback, &QPushButton::clicked,
-            [this] { Leave([]() -> platform::Screen & { return frmList::Shared(); }); });
-    Connect(m_ui->Command4, &QPushButton::clicked,
-            [this] { Leave([]() -> platform::Screen & { return frmMenu1::Shared(); }); });
+    Connect(m_ui->cmdback, &QPushButton::clicked, [this] { cmdback_Click(); });
+    Connect(m_ui->Command4, &QPushButton::clicked, [this] { Command4_Click(); });
     Connect(m_ui->cmdHelp, &QPushButton::clicked, [] { ShowHelpTopic(kNewSpellingListTopic); });
     Connect(m_ui->Command5, &QPushButton::clicked, [] { ShowHelpTopic(kPronunciationTopic); });
     m_ui->txtName->setFocus();
@@ -100,26 +97,25 @@ void frmSpelling1::cmdTest_Click()
 
 void frmSpelling1::Command1_Click()
 {
-    const QString faults = FaultsOfEntry(m_ui->txtNew->text(), m_ui->txtPronounce->text(), kWordMissing);
+    const SpellingLine entry = m_boxes.Entry();
+    const QString faults = FaultsOfEntry(entry, kWordMissing);
     if (!faults.isEmpty()) {
-        The().boxes.MessageBox(faults, BoxButtons::Ok, platform::kNoTitle);
+        The().boxes.MessageBox(faults, platform::BoxButtons::Ok, platform::kNoTitle);
         return;
     }
     ListDirty = true;
-    const platform::ListItemReference item = m_ui->List1->Add(m_ui->txtNew->text());
-    item->SetSubItem(1, m_ui->txtPronounce->text());
+    const platform::ListItemReference item = m_ui->List1->Add(entry.word);
+    ShowIn(item, entry);
     m_ui->List1->Reveal(item->Index());
-    m_ui->txtNew->clear();
-    m_ui->txtPronounce->clear();
+    m_boxes.Empty();
     m_ui->txtNew->setFocus();
 }
 
 // ListDirty is left as it is, so that a list of which only words were deleted is not offered for saving.
 void frmSpelling1::Command2_Click()
 {
-    const QString question = QStringLiteral("Are you sure you want to delete ") +
-                             m_ui->List1->SelectedItem()->Text() + QStringLiteral(" from the list?");
-    if (The().boxes.MessageBox(question, BoxButtons::YesNo, platform::kNoTitle) == BoxAnswer::Yes)
+    if (IsConfirmed(QStringLiteral("Are you sure you want to delete ") + m_ui->List1->SelectedItem()->Text() +
+                    QStringLiteral(" from the list?")))
         m_ui->List1->Remove(m_ui->List1->SelectedItem()->Index());
 }
 
@@ -133,30 +129,34 @@ bool frmSpelling1::SaveList()
         return false;
     }
     const QString folder = The().process.ApplicationFolder();
-    if (The().files.FileExists(folder + QStringLiteral("\\lists\\") + name)) {
-        const QString question = QStringLiteral("There is already a list called ") + name +
-                                 QStringLiteral(". Do you want to overwrite it with this list?");
-        if (The().boxes.MessageBox(question, BoxButtons::YesNo, QStringLiteral("List Already Exists")) ==
-            BoxAnswer::No)
-            return false;
-    }
+    if (!MayReplaceList(folder + QStringLiteral("\\lists\\") + name, name))
+        return false;
     const auto writer = The().files.OpenForWriting(folder + QStringLiteral("\\Lists\\") + name,
                                                    platform::FileWriting::Replace, true);
-    const auto entry = [this](int index) {
-        const platform::ListItemReference item = m_ui->List1->Item(index);
-        return SpellingLine{ item->Text(), item->SubItem(1) };
-    };
-    WriteSpellingList(*writer, m_ui->List1->Count(), entry, SpellingWriting::Plain);
+    WriteSpellingList(
+        *writer, m_ui->List1->Count(), [this](int index) { return WordIn(m_ui->List1->Item(index)); },
+        SpellingWriting::Plain);
     writer->Close();
     ListDirty = false;
     The().boxes.MessageBox(QStringLiteral("Your list has been saved."));
     return true;
 }
 
-void frmSpelling1::Leave(platform::Screen &(*target)())
+bool frmSpelling1::MayLeave()
 {
-    if (MayLeaveNewList(ListDirty, [this] { return SaveList(); }))
-        ShowScreen(target(), *this);
+    return MayLeaveNewList(ListDirty, [this] { return SaveList(); });
+}
+
+void frmSpelling1::cmdback_Click()
+{
+    if (MayLeave())
+        ShowScreen(frmList::Shared(), *this);
+}
+
+void frmSpelling1::Command4_Click()
+{
+    if (MayLeave())
+        ShowScreen(frmMenu1::Shared(), *this);
 }
 
 } // namespace tumblewick

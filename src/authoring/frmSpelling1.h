@@ -1,6 +1,7 @@
 #pragma once
 
 #include "authoring/PronunciationTest.h"
+#include "authoring/WordBoxes.h"
 #include "platform/forms/ResizedScreen.h"
 
 #include <memory>
@@ -26,14 +27,17 @@ private:
     void cmdTest_Click();
     void Command1_Click();
     void Command2_Click();
-    void Leave(platform::Screen &(*target)());
+    void cmdback_Click();
+    void Command4_Click();
 
     // Whether the list was written. Raises what the file raises.
     bool SaveList();
+    bool MayLeave();
 
     bool ListDirty = false; // a word was added since the last save; deleting one changes nothing
 
     std::unique_ptr<Ui::frmSpelling1> m_ui; // valid while loaded
+    WordBoxes m_boxes;
     platform::AgentControlReference m_agent1;
     PronunciationTester m_tester;
 };

@@ -4,9 +4,12 @@
 #include "platform/forms/ListView.h"
 #include "platform/forms/MultiLineBox.h"
 #include "platform/forms/Screen.h"
+#include "platform/forms/Twips.h"
 #include "shell/frmAbout.h"
 #include "support/Desk.h"
 
+#include <QImage>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
 #include <QPushButton>
@@ -32,11 +35,17 @@ public:
     void TypeQuestion(const QString &prefix, const QString &fields)
     {
         const QStringList texts = Fields(fields);
-        Find<platform::MultiLineBox>(QuestionName(prefix))->SetText(texts[0]);
-        for (int index = 0; index < 4; ++index)
-            Type(AnswerName(prefix, index), texts[index + 1]);
-        Type(CorrectName(prefix), texts[5]);
+        for (int field = 0; field < 6; ++field)
+            TypeField(prefix, field, texts[field]);
         Settle();
+    }
+    // Types into one of them alone: 0 is the question, 5 the number.
+    void TypeField(const QString &prefix, int field, const QString &text)
+    {
+        if (field == 0)
+            Find<platform::MultiLineBox>(QuestionName(prefix))->SetText(text);
+        else
+            Type(field == 5 ? CorrectName(prefix) : AnswerName(prefix, field - 1), text);
     }
     // What stands in them.
     QString Typed(const QString &prefix)
@@ -61,6 +70,8 @@ public:
         }
         return entries;
     }
+    // Whether the entry stands within the part of the list that is scrolled to.
+    bool IsSeen(int index) { return List()->viewport()->rect().contains(PlaceOf(index)); }
     void ClickEntry(int index)
     {
         QTest::mouseClick(List()->viewport(), Qt::LeftButton, {}, PlaceOf(index));
@@ -96,6 +107,49 @@ public:
         delete menu;
         Settle();
         return lines;
+    }
+
+    // What stands in the boxes of a set for answers and number, when two lines are put into each.
+    QStringList TwoLinesInEachBox(const QString &prefix)
+    {
+        QStringList names{ CorrectName(prefix) };
+        for (int index = 0; index < 4; ++index)
+            names << AnswerName(prefix, index);
+        QStringList texts;
+        for (const QString &name : names) {
+            Type(name, QStringLiteral("two\r\nlines"));
+            texts << Find<QLineEdit>(name)->text();
+        }
+        texts.removeDuplicates();
+        return texts;
+    }
+    // The four pictures from that number on, none larger than its place.
+    QList<QImage> AnswerShapes(int first)
+    {
+        QList<QImage> shapes;
+        for (int number = first; number < first + 4; ++number) {
+            const auto *place = Find<QLabel>(QStringLiteral("Image%1").arg(number));
+            shapes << place->pixmap(Qt::ReturnByValue).toImage();
+            if (!place->rect().contains(shapes.last().rect()))
+                QTest::qFail("a picture is cut off", __FILE__, __LINE__);
+        }
+        return shapes;
+    }
+    // The columns keep their shares of a list that grows and shrinks.
+    void TheColumnsFollowTheirList()
+    {
+        const int width = platform::Twips(*List()).width;
+        const int before = List()->ColumnTwips(1);
+        const int last = List()->ColumnTwips(6);
+        QWidget *window = platform::WindowInFront();
+        const QSize size = window->size();
+        for (const double factor : { 1.5, 1.25, 1.0 }) {
+            window->resize(static_cast<int>(size.width() * factor), size.height());
+            Settle();
+            QVERIFY(qAbs(platform::Twips(*List()).width - width * factor) <= 15);
+            QVERIFY(qAbs(List()->ColumnTwips(1) - before * factor) <= 45);
+            QVERIFY(qAbs(List()->ColumnTwips(6) - last * factor) <= 45);
+        }
     }
 
     // Another screen of the program comes to the front and goes again.

@@ -29,6 +29,12 @@ public:
             words << List()->Item(index)->Text() + QLatin1Char('|') + List()->Item(index)->SubItem(1);
         return words;
     }
+    // Whether the entry stands within the part of the list that is scrolled to.
+    bool IsSeen(int index)
+    {
+        const platform::ListView &list = *List();
+        return list.viewport()->rect().contains(list.visualRect(list.model()->index(index - 1, 0)).center());
+    }
     QStringList Titles()
     {
         QStringList titles;
@@ -43,11 +49,6 @@ public:
         for (const QString &box : names)
             texts << Find<QLineEdit>(box)->text();
         return texts;
-    }
-    void CheckCaptions(const QList<QPair<QString, QString>> &captions)
-    {
-        for (const auto &[button, caption] : captions)
-            QCOMPARE(Find<QPushButton>(button)->text(), caption);
     }
     static QString DeleteQuestion(const QString &word)
     {

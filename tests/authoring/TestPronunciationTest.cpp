@@ -52,6 +52,7 @@ private slots:
         QTest::addColumn<QPoint>("place");
         QTest::newRow("800 wide") << 7000 << 200 << 800 << QPoint(400, 0);
         QTest::newRow("wider") << 7000 << 200 << 0 << QPoint(437, 62); // 436.67 and 61.67
+        QTest::newRow("any other width") << 7000 << 200 << 1024 << QPoint(437, 62);
         QTest::newRow("half a unit goes to the even one") << 1058 << 0 << 800 << QPoint(17, 0);
         QTest::newRow("left of the screen") << 100 << 0 << 800 << QPoint(-47, 0);
     }
@@ -281,6 +282,7 @@ private slots:
         });
         m_desk->Press(button); // comes back, since it does not wait any more
         QVERIFY(isLeft);
+        QVERIFY(!m_desk->time.Hung());
         QVERIFY(way == "cmdback" ? frmList::Shared().IsActive() : frmMenu1::Shared().IsActive());
         QVERIFY(!frmSpelling1::Exists() && !frmEditSpell::Exists());
         QCOMPARE(m_desk->stage.Talking(), 0);

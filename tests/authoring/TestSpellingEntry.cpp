@@ -42,14 +42,24 @@ private slots:
     {
         QFETCH(QString, word);
         QFETCH(QString, pronunciation);
-        QTEST(FaultsOfEntry(word, pronunciation, kWordMissing), "faults");
+        QTEST(FaultsOfEntry({ word, pronunciation }, kWordMissing), "faults");
+    }
+
+    void aListHoldsBothTexts()
+    {
+        platform::ListItems items;
+        items.SetTitles({ "1", "2" });
+        const platform::ListItemReference item = items.Add("cat");
+        ShowIn(item, { "knight", "nite" });
+        QCOMPARE(item->Text(), QString("knight"));
+        QCOMPARE(item->SubItem(1), QString("nite"));
+        QCOMPARE(WordIn(item).Line(), QString("knight_nite"));
     }
 
     void theTwoScreensTellOfAMissingWordInTheirOwnWay()
     {
-        QCOMPARE(FaultsOfEntry("", "", kWordMissing), QString("Please enter the spelling for the word. "));
-        QCOMPARE(FaultsOfEntry("", "", kNewWordMissing),
-                 QString("Please enter the spelling for the new word. "));
+        QCOMPARE(FaultsOfEntry({}, kWordMissing), QString("Please enter the spelling for the word. "));
+        QCOMPARE(FaultsOfEntry({}, kNewWordMissing), QString("Please enter the spelling for the new word. "));
     }
 };
 

@@ -4,13 +4,11 @@
 #include "shell/ListTypes.h"
 #include "shell/SharedState.h"
 #include "shell/frmMenu1.h"
+#include "support/Captions.h"
 #include "support/ListDesk.h"
 #include "support/ReportText.h"
 
 #include <QDir>
-#include <QLabel>
-#include <QMenu>
-#include <QPushButton>
 #include <QtTest>
 
 using namespace tumblewick;
@@ -62,11 +60,11 @@ private slots:
         Open(kind);
         QTEST(m_desk->Names(), "names");
         QCOMPARE(frmDelete::Shared().Window()->windowTitle(), "Delete a List");
-        QCOMPARE(m_desk->Find<QLabel>("lblHead")->text(), "Select a List to Delete");
-        QCOMPARE(m_desk->Find<QPushButton>("cmdDel")->text(), "&Delete List");
-        QCOMPARE(m_desk->Find<QPushButton>("cmdback")->text(), "&Back");
-        QCOMPARE(m_desk->Find<QPushButton>("cmdExit")->text(), "&Main Menu");
-        QCOMPARE(m_desk->Find<QPushButton>("cmdHelp")->text(), "&Help !");
+        support::CheckCaptions(*m_desk, { { "lblHead", "Select a List to Delete" },
+                                          { "cmdDel", "&Delete List" },
+                                          { "cmdback", "&Back" },
+                                          { "cmdExit", "&Main Menu" },
+                                          { "cmdHelp", "&Help !" } });
     }
 
     void aListIsDeletedAfterAYes_data()
@@ -221,15 +219,8 @@ private slots:
     {
         Open(kSpellList);
         m_desk->Select("bears");
-        QContextMenuEvent event(QContextMenuEvent::Keyboard, QPoint(), QPoint());
-        QCoreApplication::sendEvent(m_desk->Files(), &event);
-        auto *menu = m_desk->Files()->findChild<QMenu *>();
-        QVERIFY(menu);
-        QCOMPARE(menu->actions().size(), 1);
-        QCOMPARE(menu->actions().at(0)->text(), "&Delete List");
         m_desk->boxes.Expect(Question("bears"), BoxAnswer::No);
-        menu->actions().at(0)->trigger();
-        m_desk->Settle();
+        m_desk->ChooseFromMenu("&Delete List");
     }
 
     void itLeadsBackAndHome()
@@ -249,6 +240,7 @@ private slots:
         m_desk->Settle();
         m_desk->Press("cmdExit");
         QVERIFY(frmMenu1::Shared().IsActive());
+        QVERIFY(!frmDelete::Shared().IsLoaded());
     }
 
     void theFinalReleaseDropsTheAgent()

@@ -7,12 +7,12 @@
 #include "shell/ListTypes.h"
 #include "shell/SharedState.h"
 #include "shell/frmMenu1.h"
+#include "support/Captions.h"
 #include "support/ListDesk.h"
 #include "support/ReportText.h"
 
 #include <QDir>
 #include <QLabel>
-#include <QPushButton>
 #include <QtTest>
 
 using namespace tumblewick;
@@ -52,12 +52,12 @@ private slots:
         Open(kind);
         QTEST(m_desk->Names(), "names");
         QCOMPARE(frmEdit::Shared().Window()->windowTitle(), "Select a List");
-        QCOMPARE(m_desk->Find<QLabel>("lblHead")->text(), "Select a List to Edit");
-        QCOMPARE(Guidance(), QString());
-        QCOMPARE(m_desk->Find<QPushButton>("cmdOK")->text(), "&OK");
-        QCOMPARE(m_desk->Find<QPushButton>("cmdback")->text(), "&Back");
-        QCOMPARE(m_desk->Find<QPushButton>("cmdMenu")->text(), "&Main Menu");
-        QCOMPARE(m_desk->Find<QPushButton>("cmdHelp")->text(), "&Help !");
+        support::CheckCaptions(*m_desk, { { "lblHead", "Select a List to Edit" },
+                                          { "lblmsg", "" },
+                                          { "cmdOK", "&OK" },
+                                          { "cmdback", "&Back" },
+                                          { "cmdMenu", "&Main Menu" },
+                                          { "cmdHelp", "&Help !" } });
     }
 
     void aClickTellsWhatIsSelected()
@@ -197,6 +197,7 @@ private slots:
         Open(kQuizList);
         m_desk->Press("cmdMenu");
         QVERIFY(frmMenu1::Shared().IsActive());
+        QVERIFY(!frmEdit::Shared().IsLoaded());
     }
 
 private:

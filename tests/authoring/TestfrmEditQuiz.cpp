@@ -7,16 +7,17 @@
 #include "shell/ListTypes.h"
 #include "shell/SharedState.h"
 #include "shell/frmMenu1.h"
+#include "support/Captions.h"
 #include "support/ReportText.h"
 
 #include <QDir>
 #include <QHeaderView>
-#include <QLabel>
 #include <QScopeGuard>
 
 using namespace tumblewick;
 using platform::BoxAnswer;
 using platform::BoxButtons;
+using support::CheckCaptions;
 using support::kBees;
 using support::kBeesLine;
 using support::kSpider;
@@ -55,29 +56,26 @@ private slots:
     {
         Open();
         QCOMPARE(frmEditQuiz::Shared().Window()->windowTitle(), "Edit Quiz");
-        const QList<QPair<QString, QString>> labels = {
-            { "lblHead", "Edit Quiz" },
-            { "lblE1", "Double click on the question in the list you want to edit" },
-            { "lblEQuestion", "Correct the question if necessary" },
-            { "lblEAnsw", "Correct the answers if necessary" },
-            { "lblECorrect", "Change the number of the correct answer if necessary" },
-            { "lblAQuestion", "Type your question here" },
-            { "lblAAnsw", "Enter 4 different answers including the correct answer" },
-            { "lblACorrect", "Type the number of the correct answer" },
-            { "lblD1", "Click on the question in the list you want to delete" },
-        };
-        for (const auto &[name, text] : labels)
-            QCOMPARE(m_desk->Find<QLabel>(name)->text(), text);
-        const QList<QPair<QString, QString>> buttons = {
-            { "cmdSave", "&Save Changes" }, { "cmdAdd", "&Add to Quiz" }, { "cmdDelete", "&Delete Question" },
-            { "cmdback", "&Back" },         { "cmdMenu", "&Main Menu" },  { "cmdHelp", "&Help !" },
-        };
-        for (const auto &[name, text] : buttons)
-            QCOMPARE(m_desk->Find<QPushButton>(name)->text(), text);
-        for (int number = 1; number <= 8; ++number)
-            QVERIFY(!m_desk->Find<QLabel>(QStringLiteral("Image%1").arg(number))
-                         ->pixmap(Qt::ReturnByValue)
-                         .isNull());
+        CheckCaptions(*m_desk, { { "lblHead", "Edit Quiz" },
+                                 { "Frame1", "Edit a Question" },
+                                 { "lblE1", "Double click on the question in the list you want to edit" },
+                                 { "lblEQuestion", "Correct the question if necessary" },
+                                 { "lblEAnsw", "Correct the answers if necessary" },
+                                 { "lblECorrect", "Change the number of the correct answer if necessary" },
+                                 { "Frame2", "Add a Question" },
+                                 { "lblAQuestion", "Type your question here" },
+                                 { "lblAAnsw", "Enter 4 different answers including the correct answer" },
+                                 { "lblACorrect", "Type the number of the correct answer" },
+                                 { "Frame3", "Delete a Question" },
+                                 { "lblD1", "Click on the question in the list you want to delete" },
+                                 { "cmdSave", "&Save Changes" },
+                                 { "cmdAdd", "&Add to Quiz" },
+                                 { "cmdDelete", "&Delete Question" },
+                                 { "cmdback", "&Back" },
+                                 { "cmdMenu", "&Main Menu" },
+                                 { "cmdHelp", "&Help !" } });
+        QVERIFY(!m_desk->AnswerShapes(1)[0].isNull());
+        QVERIFY(m_desk->AnswerShapes(5) == m_desk->AnswerShapes(1));
         QCOMPARE(m_desk->Find<platform::MultiLineBox>("txtEQuestion")->verticalScrollBarPolicy(),
                  Qt::ScrollBarAlwaysOn);
         QCOMPARE(m_desk->Entries(), QStringList({ kSpider, kBees, kSum }));
@@ -94,6 +92,7 @@ private slots:
         Open();
         m_desk->DoubleClickEntry(2);
         QCOMPARE(m_desk->Typed("E"), kBees);
+        QCOMPARE(m_desk->Find<QLineEdit>("txtEAnsw_0")->cursorPosition(), 0); // seen from its beginning
         m_desk->ClickEntry(1);
         QCOMPARE(m_desk->Typed("E"), kNothing);
         m_desk->boxes.Expect(kNoneChosen);
@@ -150,6 +149,42 @@ private slots:
         QCOMPARE(m_desk->Entries().last(), "Q|a|b|c|d|1");
         QCOMPARE(m_desk->Typed("A"), kNothing);
         LeavesWithoutAQuestion();
+    }
+
+    void aQuestionThatIsAddedIsSeen()
+    {
+        Open();
+        for (int number = 1; number <= 30; ++number) {
+            m_desk->TypeQuestion("A", QString::number(number) + "|a|b|c|d|1");
+            m_desk->Press("cmdAdd");
+        }
+        QVERIFY(m_desk->IsSeen(33));
+    }
+
+    void aQuestionThatIsAddedFindsItsPlaceInTheOrderShown()
+    {
+        Open();
+        m_desk->List()->sortByColumn(0, Qt::AscendingOrder); // How, What do, What is
+        m_desk->TypeQuestion("A", "Until when?|a|b|c|d|1");
+        m_desk->Press("cmdAdd");
+        QCOMPARE(m_desk->List()->model()->index(1, 0).data().toString(), "Until when?");
+        QCOMPARE(m_desk->Entries().last(), "Until when?|a|b|c|d|1");
+    }
+
+    // Only the questions may have more than one line.
+    void theOtherBoxesHoldOneLine()
+    {
+        Open();
+        for (const char *prefix : { "E", "A" }) {
+            QCOMPARE(m_desk->TwoLinesInEachBox(prefix), QStringList{ "two lines" });
+            m_desk->TypeQuestion(prefix, kNothing);
+        }
+    }
+
+    void theColumnsFollowTheirList()
+    {
+        Open();
+        m_desk->TheColumnsFollowTheirList();
     }
 
     void anAddEmptiesTheEditBoxesAlsoWhenRefused()
@@ -224,35 +259,34 @@ private slots:
         LeavesWithoutAQuestion();
     }
 
-    void emptiedEditBoxesAskNothing()
+    void emptiedBoxesAskNothing()
     {
         Open();
         m_desk->DoubleClickEntry(1);
-        m_desk->TypeQuestion("E", kNothing);
+        m_desk->TypeQuestion("A", kBees);
+        for (const char *prefix : { "E", "A" })
+            m_desk->TypeQuestion(prefix, kNothing);
         LeavesWithoutAQuestion();
     }
 
     void anyChangedBoxAsks_data()
     {
         QTest::addColumn<QString>("prefix");
-        QTest::addColumn<QString>("fields");
+        QTest::addColumn<int>("field");
         for (const char *prefix : { "E", "A" })
-            for (int field = 0; field < 6; ++field) {
-                QStringList fields(6);
-                fields[field] = "x";
-                QTest::addRow("%s %d", prefix, field) << prefix << fields.join('|');
-            }
+            for (int field = 0; field < 6; ++field)
+                QTest::addRow("%s %d", prefix, field) << prefix << field;
     }
     void anyChangedBoxAsks()
     {
         QFETCH(QString, prefix);
-        QFETCH(QString, fields);
+        QFETCH(int, field);
         Open();
-        m_desk->TypeQuestion(prefix, fields);
+        m_desk->TypeField(prefix, field, "x");
         m_desk->boxes.Expect("Save Changes?", BoxAnswer::Cancel);
         m_desk->Press("cmdMenu");
         QVERIFY(frmEditQuiz::Shared().IsActive());
-        QCOMPARE(m_desk->Typed(prefix), fields);
+        QCOMPARE(QuizDesk::Fields(m_desk->Typed(prefix))[field], "x");
         QVERIFY(m_desk->boxes.All().front().buttons == BoxButtons::YesNoCancel);
         QVERIFY(m_desk->boxes.All().front().HasNoTitle());
     }

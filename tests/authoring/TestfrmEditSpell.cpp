@@ -4,15 +4,16 @@
 #include "shell/ListTypes.h"
 #include "shell/SharedState.h"
 #include "shell/frmMenu1.h"
+#include "support/Captions.h"
 #include "support/ReportText.h"
 
 #include <QDir>
 #include <QFile>
-#include <QLabel>
 
 using namespace tumblewick;
 using platform::BoxAnswer;
 using platform::BoxButtons;
+using support::CheckCaptions;
 using support::FaultyFiles;
 using support::kSoundUnderscored;
 using support::kWordUnderscored;
@@ -47,9 +48,9 @@ private slots:
     {
         Open();
         QCOMPARE(frmEditSpell::Shared().Window()->windowTitle(), QString("Edit Spelling List"));
-        QCOMPARE(m_desk->Find<QLabel>("lblHead")->text(), QString("Edit Spelling List"));
         QCOMPARE(m_desk->Words(), QStringList({ "cat|", "knight|nite", "dog|" }));
         QCOMPARE(m_desk->Titles(), QStringList({ "Spell this way", "Say it this way" }));
+        QCOMPARE(m_desk->Focus(), QString("List"));
         const int half = (List()->width() * 15 / 2 - 100) / 15 * 15;
         QCOMPARE(List()->ColumnTwips(1), half);
         QCOMPARE(List()->ColumnTwips(2), half);
@@ -58,17 +59,40 @@ private slots:
     void captions()
     {
         Open();
-        m_desk->CheckCaptions({ { "cmdETest", "Test Pronunciation" },
-                                { "cmdETest2", "Test Pronunciation" },
-                                { "cmdATest", "Test Pronunciation" },
-                                { "cmdATest2", "Test Pronunciation" },
-                                { "cmdSave", "&Save Changes" },
-                                { "cmdAdd", "&Add to List" },
-                                { "cmdDelete", "&Delete" },
-                                { "cmdback", "&Back" },
-                                { "cmdMenu", "&Main Menu" },
-                                { "cmdHelp", "&Help !" },
-                                { "cmdTips", "? &Tips on Pronunciation" } });
+        CheckCaptions(
+            *m_desk,
+            { { "lblHead", "Edit Spelling List" },
+              { "lblNote", "Double click on the word in the list you want to edit" },
+              { "Frame1", "Edit a Word" },
+              { "lblESpell", "Correct the spelling if necessary" },
+              { "lblEPronounce", "Correct the pronunciation if necessary" },
+              { "Frame2", "Add a Word" },
+              { "lblASpell", "Enter spelling for word" },
+              { "lblAPronounce", "Optional - enter a different pronunciation and test the pronunciation till "
+                                 "you are satisfied" },
+              { "Frame3", "Delete a Word" },
+              { "lblD1", "Click on the word in the list you want to delete" },
+              { "cmdETest", "Test Pronunciation" },
+              { "cmdETest2", "Test Pronunciation" },
+              { "cmdATest", "Test Pronunciation" },
+              { "cmdATest2", "Test Pronunciation" },
+              { "cmdSave", "&Save Changes" },
+              { "cmdAdd", "&Add to List" },
+              { "cmdDelete", "&Delete" },
+              { "cmdback", "&Back" },
+              { "cmdMenu", "&Main Menu" },
+              { "cmdHelp", "&Help !" },
+              { "cmdTips", "? &Tips on Pronunciation" } });
+    }
+
+    void theBoxesHoldOneLine()
+    {
+        Open();
+        for (const char *box : { "txtESpell", "txtEPronounce", "txtASpell", "txtAPronounce" }) {
+            m_desk->Type(box, "two\r\nlines");
+            QCOMPARE(m_desk->Find<QLineEdit>(box)->text(), QString("two lines"));
+            m_desk->Type(box, "");
+        }
     }
 
     void linesOfOthersAreTaken()
@@ -114,6 +138,9 @@ private slots:
         Open();
         Choose(2);
         QCOMPARE(Boxes(), QStringList({ "knight", "nite", "", "" }));
+        for (const char *box : { "txtESpell", "txtEPronounce" })
+            QCOMPARE(m_desk->Find<QLineEdit>(box)->cursorPosition(),
+                     0); // a long text is seen from its beginning
         Choose(1);
         QCOMPARE(Boxes(), QStringList({ "cat", "", "", "" }));
         Click(3);
@@ -192,6 +219,23 @@ private slots:
         QCOMPARE(Content(), QByteArray("cat\r\nknight_nite\r\ndog\r\ncow\r\nyacht_yot\r\n"));
         QCOMPARE(m_desk->Words(), QStringList({ "cat|", "knight|nite", "dog|", "cow|", "yacht|yot" }));
         QCOMPARE(Boxes(), QStringList({ "", "", "", "" }));
+    }
+
+    void aWordThatIsAddedIsSeen()
+    {
+        Open();
+        for (int number = 1; number <= 30; ++number)
+            Add(QString::number(number));
+        QVERIFY(m_desk->IsSeen(33));
+    }
+
+    void aWordThatIsAddedFindsItsPlaceInTheOrderShown()
+    {
+        Open();
+        List()->sortByColumn(0, Qt::AscendingOrder); // cat, dog, knight
+        Add("cow");
+        QCOMPARE(List()->model()->index(1, 0).data().toString(), QString("cow"));
+        QCOMPARE(m_desk->Words().last(), QString("cow|"));
     }
 
     void addThrowsAnEditAway()

@@ -54,6 +54,7 @@ private slots:
     {
         QFETCH(QString, button);
         Open();
+        QCOMPARE(m_desk->Focus(), "cmdNewSpell");
         QTEST(m_desk->Find<QAbstractButton>(button)->text(), "caption");
         m_desk->Press(button);
         QTEST(Front(), "goesTo");

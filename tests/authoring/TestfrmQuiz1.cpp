@@ -4,15 +4,15 @@
 #include "platform/forms/Twips.h"
 #include "shell/SharedState.h"
 #include "shell/frmMenu1.h"
+#include "support/Captions.h"
 #include "support/ReportText.h"
 
 #include <QDir>
-#include <QElapsedTimer>
-#include <QLabel>
 
 using namespace tumblewick;
 using platform::BoxAnswer;
 using platform::BoxButtons;
+using support::CheckCaptions;
 using support::kBees;
 using support::kBeesLine;
 using support::kSpider;
@@ -49,31 +49,33 @@ private slots:
     void itSaysWhatItIs()
     {
         QCOMPARE(frmQuiz1::Shared().Window()->windowTitle(), "Create a Quiz");
-        const QList<QPair<QString, QString>> labels = {
-            { "lblHead", "Create a New Quiz" },
-            { "lblName", "Enter quiz name" },
-            { "lblQuest", "Type your Question here" },
-            { "lblAnsw", "Enter 4 different answers including the correct answer" },
-            { "lblCorrect", "Type the number of the correct answer" },
-            { "lblRepeat", "Repeat steps 2 to 5 for each quiz question" },
-            { "lblDelete", "To remove a question from the list click on the question in the list and then "
-                           "click Delete Question" },
-        };
-        for (const auto &[name, text] : labels)
-            QCOMPARE(m_desk->Find<QLabel>(name)->text(), text);
-        const QList<QPair<QString, QString>> buttons = {
-            { "cmdAdd", "&Add to Quiz" }, { "cmdSave", "&Save List" },  { "cmdDel", "&Delete Question" },
-            { "cmdback", "&Back" },       { "Command2", "&Main Menu" }, { "cmdHelp", "&Help !" },
-        };
-        for (const auto &[name, text] : buttons)
-            QCOMPARE(m_desk->Find<QPushButton>(name)->text(), text);
+        CheckCaptions(
+            *m_desk,
+            { { "lblHead", "Create a New Quiz" },
+              { "lblName", "Enter quiz name" },
+              { "lblQuest", "Type your Question here" },
+              { "lblAnsw", "Enter 4 different answers including the correct answer" },
+              { "lblCorrect", "Type the number of the correct answer" },
+              { "lblRepeat", "Repeat steps 2 to 5 for each quiz question" },
+              { "lblDelete", "To remove a question from the list click on the question in the list and then "
+                             "click Delete Question" },
+              { "cmdAdd", "&Add to Quiz" },
+              { "cmdSave", "&Save List" },
+              { "cmdDel", "&Delete Question" },
+              { "cmdback", "&Back" },
+              { "Command2", "&Main Menu" },
+              { "cmdHelp", "&Help !" } });
         QStringList titles;
         for (int column = 0; column < 6; ++column)
             titles << m_desk->List()->model()->headerData(column, Qt::Horizontal).toString();
         QCOMPARE(titles,
                  QStringList({ "Question", "Answer 1", "Answer 2", "Answer 3", "Answer 4", "Correct" }));
-        for (const char *image : { "Image1", "Image2", "Image3", "Image4" })
-            QVERIFY(!m_desk->Find<QLabel>(image)->pixmap(Qt::ReturnByValue).isNull());
+        const QList<QImage> shapes = m_desk->AnswerShapes(1);
+        for (int one = 0; one < 4; ++one) {
+            QVERIFY(!shapes[one].isNull());
+            for (int other = 0; other < one; ++other)
+                QVERIFY(shapes[one] != shapes[other]);
+        }
         QCOMPARE(m_desk->Entries(), QStringList());
         QCOMPARE(m_desk->Focus(), "txtName");
     }
@@ -82,6 +84,8 @@ private slots:
     {
         auto *list = m_desk->List();
         const int each = (platform::Twips(*list).width - list->ColumnTwips(1)) / 5;
+        // The question has the most room.
+        QVERIFY(qAbs(list->ColumnTwips(1) - platform::Twips(*list).width * 2 / 5) <= 15);
         // Twips are told in whole pixels.
         for (int column = 2; column <= 6; ++column)
             QCOMPARE(list->ColumnTwips(column), each / 15 * 15);
@@ -91,17 +95,7 @@ private slots:
             QCOMPARE(list->ColumnTwips(column), (each - 300) / 15 * 15);
     }
 
-    void theColumnsGrowWithTheirList()
-    {
-        auto *list = m_desk->List();
-        const int before = list->ColumnTwips(1);
-        const int width = platform::Twips(*list).width;
-        QWidget *window = frmQuiz1::Shared().Window();
-        window->resize(window->width() * 3 / 2, window->height());
-        m_desk->Settle();
-        QVERIFY(platform::Twips(*list).width > width);
-        QVERIFY(qAbs(list->ColumnTwips(1) - before * 3 / 2) <= 30);
-    }
+    void theColumnsFollowTheirList() { m_desk->TheColumnsFollowTheirList(); }
 
     void aListTooWideForTheCounterEndsTheProgram()
     {
@@ -158,6 +152,21 @@ private slots:
         Add(kBees);
         Add("Same?|a|a|a|a|1");
         QCOMPARE(m_desk->Entries(), QStringList({ kSpider, kBees, "Same?|a|a|a|a|1" }));
+    }
+
+    void aQuestionThatIsAddedIsSeen()
+    {
+        for (int number = 1; number <= 30; ++number)
+            Add(QString::number(number) + "|a|b|c|d|1");
+        QVERIFY(m_desk->IsSeen(30));
+    }
+
+    // Only the question may have more than one line.
+    void theOtherBoxesHoldOneLine()
+    {
+        QCOMPARE(m_desk->TwoLinesInEachBox(""), QStringList{ "two lines" });
+        m_desk->Type("txtName", "two\r\nlines");
+        QCOMPARE(m_desk->Find<QLineEdit>("txtName")->text(), QString("two lines"));
     }
 
     void aSavedQuizIsExact()

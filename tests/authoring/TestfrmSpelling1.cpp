@@ -3,6 +3,7 @@
 #include "authoring/frmSpelling1.h"
 #include "shell/SharedState.h"
 #include "shell/frmMenu1.h"
+#include "support/Captions.h"
 #include "support/ReportText.h"
 
 #include <QDir>
@@ -11,6 +12,7 @@
 using namespace tumblewick;
 using platform::BoxAnswer;
 using platform::BoxButtons;
+using support::CheckCaptions;
 using support::FaultyFiles;
 using support::RunTimeText;
 using support::SpellDesk;
@@ -60,15 +62,26 @@ private slots:
 
     void captionsAndTabOrder()
     {
-        m_desk->CheckCaptions({ { "cmdTestit", "Test Pronunciation" },
-                                { "cmdTest", "Test Pronunciation" },
-                                { "Command1", "&Add to List" },
-                                { "Command3", "&Save List" },
-                                { "Command2", "&Delete Word" },
-                                { "Command4", "&Main Menu" },
-                                { "cmdback", "&Back" },
-                                { "cmdHelp", "&Help !" },
-                                { "Command5", "? &Tips on Pronunciation" } });
+        CheckCaptions(
+            *m_desk,
+            { { "lblHead", "Create a New Spelling List" },
+              { "lblName", "Enter list name" },
+              { "lblNew", "Enter spelling for word" },
+              { "lblPronounce", "Optional - enter a different pronunciation and test the pronunciation till "
+                                "you are satisfied" },
+              { "lblRepeat", "Repeat steps 2 to 5 till you have added all of the words" },
+              { "lblDelete", "To remove a word from the list click on it then click Delete" },
+              { "cmdTestit", "Test Pronunciation" },
+              { "cmdTest", "Test Pronunciation" },
+              { "Command1", "&Add to List" },
+              { "Command3", "&Save List" },
+              { "Command2", "&Delete Word" },
+              { "Command4", "&Main Menu" },
+              { "cmdback", "&Back" },
+              { "cmdHelp", "&Help !" },
+              { "Command5", "? &Tips on Pronunciation" } });
+        for (int step = 1; step <= 7; ++step)
+            CheckCaptions(*m_desk, { { "Label" + QString::number(step), QString::number(step) } });
         QStringList order;
         QWidget *control = m_desk->Find<QWidget>("txtName");
         for (int step = 0; step < 9; ++step) {
@@ -108,6 +121,22 @@ private slots:
         QCOMPARE(m_desk->Find<QLineEdit>("txtNew")->text(), QString());
         QCOMPARE(m_desk->Find<QLineEdit>("txtPronounce")->text(), QString());
         QCOMPARE(m_desk->Focus(), QString("txtNew"));
+    }
+
+    void aWordThatIsAddedIsSeen()
+    {
+        for (int number = 1; number <= 30; ++number)
+            Add(QString::number(number));
+        QVERIFY(m_desk->IsSeen(30));
+    }
+
+    // A list has a line for each word.
+    void theBoxesHoldOneLine()
+    {
+        for (const char *box : { "txtName", "txtNew", "txtPronounce" }) {
+            m_desk->Type(box, "two\r\nlines");
+            QCOMPARE(m_desk->Find<QLineEdit>(box)->text(), QString("two lines"));
+        }
     }
 
     void theFileIsExact()

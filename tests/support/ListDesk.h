@@ -3,7 +3,9 @@
 #include "platform/forms/FileListBox.h"
 #include "support/Desk.h"
 
+#include <QContextMenuEvent>
 #include <QListWidget>
+#include <QMenu>
 #include <QtTest>
 
 namespace support {
@@ -46,6 +48,18 @@ public:
     {
         Select(file);
         QTest::mouseDClick(Files()->viewport(), Qt::LeftButton, {}, PlaceOf(*Files(), file));
+        Settle();
+    }
+    // Opens the context menu of the selected file and chooses its one line.
+    void ChooseFromMenu(const QString &line)
+    {
+        QContextMenuEvent event(QContextMenuEvent::Keyboard, QPoint(), QPoint());
+        QCoreApplication::sendEvent(Files(), &event);
+        auto *menu = Files()->findChild<QMenu *>();
+        QVERIFY(menu);
+        QCOMPARE(menu->actions().size(), 1);
+        QCOMPARE(menu->actions().at(0)->text(), line);
+        menu->actions().at(0)->trigger();
         Settle();
     }
 

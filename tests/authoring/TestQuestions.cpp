@@ -1,4 +1,4 @@
-#include "authoring/LeaveQuestions.h"
+#include "authoring/Questions.h"
 #include "support/Desk.h"
 
 #include <QtTest>
@@ -7,11 +7,58 @@ using namespace tumblewick;
 using platform::BoxAnswer;
 using support::Desk;
 
-// The questions on leaving a screen with work undone.
-class TestLeaveQuestions : public QObject {
+// The questions that the authoring screens ask.
+class TestQuestions : public QObject {
     Q_OBJECT
 
 private slots:
+    void aNameThatIsTaken_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<bool>("asked");
+        QTest::addColumn<BoxAnswer>("answer");
+        QTest::addColumn<bool>("mayReplace");
+        QTest::newRow("free") << "Zoo" << false << BoxAnswer::No << true;
+        QTest::newRow("taken, yes") << "Pets" << true << BoxAnswer::Yes << true;
+        QTest::newRow("taken, no") << "Pets" << true << BoxAnswer::No << false;
+        QTest::newRow("taken in another letter case") << "pETS" << true << BoxAnswer::No << false;
+    }
+    void aNameThatIsTaken()
+    {
+        QFETCH(QString, name);
+        QFETCH(bool, asked);
+        QFETCH(BoxAnswer, answer);
+        Desk desk;
+        desk.WriteSpelling("Pets", { "cat" });
+        if (asked)
+            desk.boxes.Expect("There is already a list called " + name +
+                                  ". Do you want to overwrite it with this list?",
+                              answer);
+        QTEST(MayReplaceList(desk.folder.path() + "\\LISTS\\" + name, name), "mayReplace");
+        QVERIFY(desk.boxes.AllAnswered());
+        if (asked) {
+            QCOMPARE(desk.boxes.All().front().buttons, platform::BoxButtons::YesNo);
+            QCOMPARE(desk.boxes.All().front().title, QString("List Already Exists"));
+        }
+    }
+
+    void whatWouldBeLost_data()
+    {
+        QTest::addColumn<BoxAnswer>("answer");
+        QTest::addColumn<bool>("isConfirmed");
+        QTest::newRow("yes") << BoxAnswer::Yes << true;
+        QTest::newRow("no") << BoxAnswer::No << false;
+    }
+    void whatWouldBeLost()
+    {
+        QFETCH(BoxAnswer, answer);
+        Desk desk;
+        desk.boxes.Expect("Delete?", answer);
+        QTEST(IsConfirmed("Delete?"), "isConfirmed");
+        QCOMPARE(desk.boxes.All().front().buttons, platform::BoxButtons::YesNo);
+        QVERIFY(desk.boxes.All().front().HasNoTitle());
+    }
+
     void aNewList_data()
     {
         QTest::addColumn<bool>("dirty");
@@ -91,8 +138,12 @@ private slots:
         QTEST(mayLeave, "mayLeave");
         QTEST(done, "done");
         QVERIFY(desk.boxes.AllAnswered());
+        if (!pending.isEmpty()) {
+            QCOMPARE(desk.boxes.All().front().buttons, platform::BoxButtons::YesNoCancel);
+            QVERIFY(desk.boxes.All().front().HasNoTitle());
+        }
     }
 };
 
-QTEST_MAIN(TestLeaveQuestions)
-#include "TestLeaveQuestions.moc"
+QTEST_MAIN(TestQuestions)
+#include "TestQuestions.moc"

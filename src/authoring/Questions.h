@@ -1,11 +1,22 @@
 #pragma once
 
+#include <QString>
+
 #include <functional>
 
 namespace tumblewick {
 
-// The questions that the authoring screens ask before they are left with work undone. Each gives whether the
-// screen may be left; on false it stays as it is.
+// The questions that the authoring screens ask.
+
+// Whether something may go that would be lost: a box without a title, answered with Yes.
+[[nodiscard]] bool IsConfirmed(const QString &question);
+
+// Whether a new list may be written to `path`: asks when there is one already, which the user knows as
+// `name`.
+[[nodiscard]] bool MayReplaceList(const QString &path, const QString &name);
+
+// What is asked before a screen is left with work undone. Both give whether it may be left; on false it stays
+// as it is.
 
 // For a new list: `saveList` tells whether the list was written.
 [[nodiscard]] bool MayLeaveNewList(bool listDirty, const std::function<bool()> &saveList);
