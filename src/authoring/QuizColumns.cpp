@@ -32,8 +32,6 @@ void QuizColumns::Share()
 void QuizColumns::FollowList()
 {
     const int width = platform::Twips(m_list).width;
-    if (width == m_width)
-        return;
     for (int column = 1; column <= kColumns; ++column)
         m_list.SetColumnTwips(column, static_cast<int>(qint64(m_list.ColumnTwips(column)) * width / m_width));
     m_width = width;
