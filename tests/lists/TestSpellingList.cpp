@@ -79,6 +79,8 @@ private slots:
             << QStringList({ QString("\u0434\u043e\u043c"), "na\u00efve" })
             << QByteArray("\xd0\xb4\xd0\xbe\xd0\xbc\r\nna\xefve\r\n")
             << QByteArray("\xd0\xb4\xd0\xbe\xd0\xbc_\r\nna\xefve_\r\n");
+        QTest::newRow("a blank is a pronunciation")
+            << QStringList({ "cat_ " }) << QByteArray("cat_ \r\n") << QByteArray("cat_ \r\n");
         QTest::newRow("blanks stay") << QStringList({ " two words _ t " })
                                      << QByteArray(" two words _ t \r\n")
                                      << QByteArray(" two words _ t \r\n");

@@ -332,6 +332,15 @@ private slots:
         QCOMPARE(m_desk->OnDisk("Home"), QStringList{ "Ants" });
     }
 
+    void theContextMenuExports()
+    {
+        Open(kSpellList);
+        m_desk->Select("bears");
+        m_desk->boxes.Expect(kDone);
+        m_desk->ChooseFromMenu("&Export");
+        QCOMPARE(m_desk->OnDisk("Home"), QStringList{ "bears" });
+    }
+
     void itLeadsBackAndHomeAndLetsGo() { m_desk->LeadsBackAndHome<frmExpList>(); }
 
 private:

@@ -308,6 +308,27 @@ private slots:
         QCOMPARE(m_desk->Name()->text(), "bears");
     }
 
+    void enterInTheNameImports()
+    {
+        Open(kSpellList);
+        QCOMPARE(m_desk->Focus(), "Dir1");
+        m_desk->Select("rivers");
+        m_desk->Name()->setFocus();
+        m_desk->boxes.Expect(kDone);
+        QTest::keyClick(m_desk->Name(), Qt::Key_Return);
+        m_desk->Settle();
+        QCOMPARE(m_desk->OnDisk("Lists"), QStringList({ "bears", "rivers" }));
+    }
+
+    void theContextMenuImports()
+    {
+        Open(kSpellList);
+        m_desk->Select("rivers");
+        m_desk->boxes.Expect(kDone);
+        m_desk->ChooseFromMenu("&Import");
+        QCOMPARE(m_desk->OnDisk("Lists"), QStringList({ "bears", "rivers" }));
+    }
+
     void itLeadsBackAndHomeAndLetsGo() { m_desk->LeadsBackAndHome<frmImpList>(); }
 
 private:
