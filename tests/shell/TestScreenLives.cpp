@@ -94,6 +94,13 @@ private slots:
         QCOMPARE(Kind().shared().Window()->windowTitle(), Kind().title);
     }
 
+    void eachHasItsLook_data() { Classes(); }
+    void eachHasItsLook()
+    {
+        Kind().shared().Load();
+        QVERIFY(Kind().shared().Window()->property("room").isValid());
+    }
+
     void theInstanceStaysBehindItsWindowOrGoesWithIt_data() { Classes(); }
     void theInstanceStaysBehindItsWindowOrGoesWithIt()
     {
