@@ -1,5 +1,6 @@
 #include "platform/agent/SettingsStore.h"
 
+#include <QLockFile>
 #include <QLoggingCategory>
 
 namespace platform {
@@ -52,7 +53,7 @@ QString SettingsStore::Text(const QString &key)
 ServiceOptions SettingsStore::ReadOptions()
 {
     ServiceOptions options;
-    m_settings.sync();
+    Sync();
     if (m_settings.status() != QSettings::NoError)
         Complain(QStringLiteral("The options cannot be read from"));
     options.balloons = Bool(QStringLiteral("Output/Balloons"), options.balloons);
@@ -113,9 +114,17 @@ void SettingsStore::WriteSheetPlace(const SheetPlace &place)
     Written();
 }
 
+// A disk that failed may have kept the lock of the time before, for which this very program would wait half a
+// minute. A lock that somebody holds is not taken away.
+void SettingsStore::Sync()
+{
+    QLockFile(m_settings.fileName() + QStringLiteral(".lock")).removeStaleLockFile();
+    m_settings.sync();
+}
+
 void SettingsStore::Written()
 {
-    m_settings.sync();
+    Sync();
     if (m_settings.status() != QSettings::NoError)
         Complain(QStringLiteral("The options cannot be kept in"));
 }

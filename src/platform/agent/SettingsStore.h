@@ -22,6 +22,7 @@ private:
     bool Bool(const QString &key, bool usual);
     int Number(const QString &key, int usual);
     QString Text(const QString &key);
+    void Sync();
     void Written();
     void Complain(const QString &what);
 
