@@ -3,6 +3,7 @@
 #include "support/AsOrdinaryUser.h"
 #include "support/FaultyCalls.h"
 #include "support/FullDisk.h"
+#include "support/KeptLog.h"
 
 #include <QDir>
 #include <QElapsedTimer>
@@ -13,6 +14,7 @@
 
 #include <sys/stat.h>
 
+#include <optional>
 #include <thread>
 
 using namespace platform;
@@ -22,14 +24,6 @@ using support::FaultyCalls;
 Q_DECLARE_METATYPE(DiskFault)
 
 namespace {
-
-QStringList g_warnings;
-
-void KeepWarnings(QtMsgType, const QMessageLogContext &context, const QString &text)
-{
-    if (QLatin1String(context.category) == QLatin1String("tumblewick.options"))
-        g_warnings << text;
-}
 
 ServiceOptions Before()
 {
@@ -65,12 +59,11 @@ private slots:
     {
         m_folder = std::make_unique<QTemporaryDir>();
         m_path = m_folder->filePath("desktop/Tumblewick/Characters.conf");
-        g_warnings.clear();
-        m_handler = qInstallMessageHandler(KeepWarnings);
+        m_warnings.emplace("tumblewick.options");
     }
     void cleanup()
     {
-        qInstallMessageHandler(m_handler);
+        m_warnings.reset();
         m_folder.reset();
     }
 
@@ -97,7 +90,7 @@ private slots:
         QVERIFY(calls.Hits() > 0 || fault == DiskFault::ShortReads);
         QCOMPARE(NextRun()->ReadOptions(), After());
         QCOMPARE(NextRun()->ReadSheetPlace(), kPlace);
-        QCOMPARE(g_warnings, QStringList());
+        QCOMPARE(m_warnings->lines, QStringList());
     }
 
     void whatWasKeptIsNotLost_data()
@@ -132,7 +125,8 @@ private slots:
                 break;
             QVERIFY2(keeper.Now() == After(), step);
             const bool isKept = CheckNextRun(step);
-            QVERIFY2(isKept || g_warnings.size() == 1, step + ": " + g_warnings.join('|').toUtf8());
+            QVERIFY2(isKept || m_warnings->lines.size() == 1,
+                     step + ": " + m_warnings->lines.join('|').toUtf8());
             lost += isKept ? 0 : 1;
             // On a sound disk the next choice is kept, and at once, even if a lock could not be taken away
             // any more.
@@ -215,7 +209,7 @@ private slots:
             keeper.Set(After());
         }
         QCOMPARE(keeper.Now(), After());
-        QCOMPARE(g_warnings.size(), 1);
+        QCOMPARE(m_warnings->lines.size(), 1);
         QCOMPARE(NextRun()->ReadOptions(), Before());
         QCOMPARE(Names(), QStringList("Characters.conf"));
     }
@@ -231,7 +225,7 @@ private slots:
             QCOMPARE(store.ReadOptions(), ServiceOptions());
             store.ReadOptions();
         }
-        QCOMPARE(g_warnings.size(), 1);
+        QCOMPARE(m_warnings->lines.size(), 1);
         QCOMPARE(chmod(QFile::encodeName(m_path).constData(), 0644), 0);
         QCOMPARE(NextRun()->ReadOptions(), Before());
     }
@@ -263,7 +257,7 @@ private slots:
         OptionsKeeper keeper(store);
         keeper.Set(After());
         QCOMPARE(keeper.Now(), After());
-        QCOMPARE(g_warnings.size(), 1);
+        QCOMPARE(m_warnings->lines.size(), 1);
         QVERIFY(QFileInfo(m_path + "/something").isDir());
     }
 
@@ -308,7 +302,7 @@ private:
 
     std::unique_ptr<QTemporaryDir> m_folder;
     QString m_path;
-    QtMessageHandler m_handler = nullptr;
+    std::optional<support::KeptLog> m_warnings;
 };
 
 QTEST_GUILESS_MAIN(TestKeptOptions)

@@ -1,21 +1,9 @@
 #include "support/AgentService.h"
+#include "support/KeptLog.h"
 
-#include <QLoggingCategory>
 #include <QtTest>
 
 using namespace platform;
-
-namespace {
-
-QStringList g_trace;
-
-void KeepTrace(QtMsgType, const QMessageLogContext &context, const QString &text)
-{
-    if (QLatin1String(context.category) == QLatin1String("tumblewick.agent"))
-        g_trace << text;
-}
-
-} // namespace
 
 // What the engine asks of its figures, seen in what the fake ones write down.
 class TestAgentEngine : public QObject {
@@ -497,9 +485,7 @@ void TestAgentEngine::theEngineMayGoBeforeItsControls()
 
 void TestAgentEngine::traceLinesHaveOneForm()
 {
-    QLoggingCategory::setFilterRules("tumblewick.agent.debug=true");
-    g_trace.clear();
-    const auto former = qInstallMessageHandler(KeepTrace);
+    const support::KeptLog trace("tumblewick.agent", support::KeptLog::Of::Traces);
     m_control->Load("Merlin", "Merlin.acs");
     const auto merlin = m_control->Character("Merlin");
     merlin->Show(true);
@@ -508,8 +494,6 @@ void TestAgentEngine::traceLinesHaveOneForm()
     merlin->WordBalloon().SetVisible(false);
     merlin->StopAll("Move,Speak,Play,Get");
     merlin->Stop();
-    qInstallMessageHandler(former);
-    QLoggingCategory::setFilterRules(QString());
     const QStringList expected = {
         "agent: 0 Merlin Load \"Merlin.acs\" -> done",
         "agent: 1 Merlin Show fast -> queued",
@@ -524,7 +508,7 @@ void TestAgentEngine::traceLinesHaveOneForm()
         "agent: 0 Merlin Stop -> done",
         QString("agent: 2 Merlin Speak \"Say \"hi\"\" -> interrupted %1").arg(qint32(kInterruptedByProgram)),
     };
-    QCOMPARE(g_trace, expected);
+    QCOMPARE(trace.lines, expected);
 }
 
 QTEST_MAIN(TestAgentEngine)

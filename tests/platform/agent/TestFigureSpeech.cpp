@@ -1,23 +1,11 @@
 #include "FigureFixture.h"
 
 #include "platform/Error.h"
+#include "support/KeptLog.h"
 
-#include <QLoggingCategory>
 #include <QRegularExpression>
 
 using namespace platform;
-
-namespace {
-
-QStringList g_mouths;
-
-void KeepMouths(QtMsgType, const QMessageLogContext &context, const QString &text)
-{
-    if (QLatin1String(context.category) == QLatin1String("tumblewick.mouth"))
-        g_mouths << text;
-}
-
-} // namespace
 
 // How a figure speaks: voice, mouth and balloon.
 class TestFigureSpeech : public FigureFixture {
@@ -29,9 +17,7 @@ private slots:
 
     void aLineIsHeardSeenAndShown()
     {
-        QLoggingCategory::setFilterRules("tumblewick.mouth.debug=true");
-        g_mouths.clear();
-        const auto before = qInstallMessageHandler(KeepMouths);
+        const support::KeptLog mouths("tumblewick.mouth", support::KeptLog::Of::Traces);
         m_figure->SetFrame(QRect(300, 300, 256, 256));
         m_figure->Appear();
         m_figure->Speak(SpeechText::Parse("Hello \\map=\"kat\"=\"***\"\\ & <b>"), true, End());
@@ -55,25 +41,21 @@ private slots:
         m_time->Run(milliseconds(600));
         QVERIFY(!m_figure->BalloonVisible());
         QCOMPARE(m_ends, 1);
-        qInstallMessageHandler(before);
-        QLoggingCategory::setFilterRules(QString());
-        QVERIFY(g_mouths.size() >= 5);
-        QCOMPARE(g_mouths.first(), QStringLiteral("mouth: Merlin Rest 0"));
-        for (const QString &line : g_mouths)
+        QVERIFY(mouths.lines.size() >= 5);
+        QCOMPARE(mouths.lines.first(), QStringLiteral("mouth: Merlin Rest 0"));
+        for (const QString &line : mouths.lines)
             QVERIFY2(QRegularExpression("^mouth: Merlin (Rest|AA) \\d+$").match(line).hasMatch(),
                      qPrintable(line));
-        QVERIFY(g_mouths.last().startsWith("mouth: Merlin Rest "));
+        QVERIFY(mouths.lines.last().startsWith("mouth: Merlin Rest "));
     }
 
     void theMouthLogIsOffByDefault()
     {
-        g_mouths.clear();
-        const auto before = qInstallMessageHandler(KeepMouths);
+        const support::KeptLog mouths("tumblewick.mouth");
         m_figure->Appear();
         m_figure->Speak(SpeechText::Parse("Hello"), true, End());
         m_time->Run(milliseconds(2000));
-        qInstallMessageHandler(before);
-        QVERIFY(g_mouths.isEmpty());
+        QVERIFY(mouths.lines.isEmpty());
         QCOMPARE(m_number, 0);
     }
 

@@ -2,23 +2,18 @@
 #include "platform/agent/SettingsStore.h"
 #include "platform/voice/SpeechService.h"
 #include "support/FakeOptionsStore.h"
+#include "support/KeptLog.h"
 
 #include <QFile>
 #include <QTemporaryDir>
 #include <QtTest>
 
+#include <optional>
+
 using namespace platform;
 using support::FakeOptionsStore;
 
 namespace {
-
-QStringList g_warnings;
-
-void KeepWarnings(QtMsgType, const QMessageLogContext &context, const QString &text)
-{
-    if (QLatin1String(context.category) == QLatin1String("tumblewick.options"))
-        g_warnings << text;
-}
 
 ServiceOptions Unusual()
 {
@@ -44,11 +39,10 @@ class TestServiceOptions : public QObject {
 private slots:
     void init()
     {
-        g_warnings.clear();
-        m_before = qInstallMessageHandler(KeepWarnings);
+        m_warnings.emplace("tumblewick.options");
         m_folder = std::make_unique<QTemporaryDir>();
     }
-    void cleanup() { qInstallMessageHandler(m_before); }
+    void cleanup() { m_warnings.reset(); }
 
     void aFreshStoreGivesTheDefaults()
     {
@@ -59,7 +53,7 @@ private slots:
         QVERIFY(!options.voiceSpelling);
         QCOMPARE(options.balloonTextSize, 20);
         QCOMPARE(store.ReadSheetPlace(), SheetPlace{});
-        QVERIFY(g_warnings.isEmpty());
+        QVERIFY(m_warnings->lines.isEmpty());
     }
 
     void theUsersOwnStoreLiesWhereTheDesktopKeepsSettings()
@@ -85,7 +79,7 @@ private slots:
         // A character that is to sound as it was made leaves nothing behind.
         store.WriteOptions(ServiceOptions{});
         QCOMPARE(SettingsStore(File()).ReadOptions(), ServiceOptions{});
-        QVERIFY(g_warnings.isEmpty());
+        QVERIFY(m_warnings->lines.isEmpty());
     }
 
     void aDamagedStoreGivesDefaultsAndSaysSoOnce_data()
@@ -108,7 +102,7 @@ private slots:
         SettingsStore store(File());
         QCOMPARE(store.ReadOptions(), ServiceOptions{});
         store.ReadOptions();
-        QCOMPARE(g_warnings.size(), qsizetype(told ? 1 : 0));
+        QCOMPARE(m_warnings->lines.size(), qsizetype(told ? 1 : 0));
     }
 
     void numbersBeyondTheirRangeAreBroughtIn()
@@ -130,7 +124,7 @@ private slots:
         keeper.Set(Unusual());
         store.WriteSheetPlace({ "Output", QPoint(1, 2) });
         QCOMPARE(keeper.Now(), Unusual());
-        QCOMPARE(g_warnings.size(), qsizetype(1));
+        QCOMPARE(m_warnings->lines.size(), qsizetype(1));
     }
 
     void theKeeperTellsEachObserverOnceForEachChange()
@@ -227,7 +221,7 @@ private:
         file.write(content);
     }
 
-    QtMessageHandler m_before = nullptr;
+    std::optional<support::KeptLog> m_warnings;
     std::unique_ptr<QTemporaryDir> m_folder;
 };
 
