@@ -1,17 +1,12 @@
 #include "FolderContent.h"
-#include "platform/files/ApplicationFolder.h"
 #include "support/AsOrdinaryUser.h"
 #include "support/FaultyCalls.h"
 #include "support/FullDisk.h"
-
-#include <QDir>
-#include <QTemporaryDir>
-#include <QTest>
+#include "support/InstalledFolder.h"
 
 #include <sys/stat.h>
 #include <unistd.h>
 
-using platform::ApplicationFolder;
 using support::DiskFault;
 using support::FaultyCalls;
 
@@ -43,7 +38,7 @@ Content Below(const Content &content, const QString &top)
 // The user's own folder is made on a disk that fails at each step. Whatever the program works in then is
 // whole: the user's own folder, or the one beside the program. Nothing that passes for the user's own is half
 // a copy, since no later start would touch it, and the next start on a sound disk has everything.
-class TestFirstStart : public QObject {
+class TestFirstStart : public QObject, private support::InstalledFolder {
     Q_OBJECT
 
 private slots:
@@ -63,43 +58,19 @@ private slots:
 
 private:
     static void Faults();
-    static void Write(const QString &path, const QByteArray &text);
-    QString Ask() const { return ApplicationFolder(m_beside + "/tumblewick", m_home); }
     // Asks while calls below that folder fail. Gives how many did.
     int AskDuring(DiskFault fault, int after, const QString &where, QString &folder) const;
     void CheckWhole(const QByteArray &where) const;
     void CheckNothingHalf(const QByteArray &where) const;
 
-    std::unique_ptr<QTemporaryDir> m_work;
-    QString m_beside;
-    QString m_home;
-    QString m_users;
     Content m_installed;
 };
 
-void TestFirstStart::Write(const QString &path, const QByteArray &text)
-{
-    QVERIFY(QDir().mkpath(QFileInfo(path).path()));
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    QCOMPARE(file.write(text), qint64(text.size()));
-}
-
 void TestFirstStart::init()
 {
-    m_work = std::make_unique<QTemporaryDir>();
-    m_beside = m_work->filePath("lib/tumblewick");
-    m_home = m_work->filePath("home/share");
-    m_users = m_home + "/Tumblewick";
+    Install();
+    // Long enough to be written in part.
     Write(m_beside + "/Lists/Animals", QByteArray("cat\r\n").repeated(1000));
-    Write(m_beside + "/Lists/Colours", "red\r\n");
-    Write(m_beside + "/QList/Numbers", "1?_1_2_3_4_1_\r\n");
-    Write(m_beside + "/Set", "Intro\r\n\r\n");
-    Write(m_beside + "/Lintro", "0\r\n");
-    Write(m_beside + "/characters/Merlin.acs", "Merlin");
-    Write(m_beside + "/fireworks.mpg", "boom");
-    Write(m_beside + "/tumblewick", "the program");
-    Write(m_beside + "/ForEveryUser", "");
     m_installed = FolderContent(m_beside);
 }
 

@@ -1,21 +1,14 @@
-#include "platform/files/ApplicationFolder.h"
-
-#include <QDir>
-#include <QFile>
-#include <QTemporaryDir>
-#include <QTest>
+#include "support/InstalledFolder.h"
 
 #include <fcntl.h>
 #include <sys/file.h>
 #include <unistd.h>
 
-using platform::ApplicationFolder;
-
 // Where the program works when it is installed for everybody.
-class TestApplicationFolder : public QObject {
+class TestApplicationFolder : public QObject, private support::InstalledFolder {
     Q_OBJECT
 private slots:
-    void init();
+    void init() { Install(); }
     void cleanup() { m_work.reset(); }
     void aFolderOfOnesOwnIsUsedAsItIs();
     void everyUserHasACopyOfWhatIsWritten();
@@ -31,42 +24,12 @@ private slots:
     void withoutAPlaceForTheCopyTheFolderItselfIsUsed();
 
 private:
-    static void Write(const QString &path, const QByteArray &text)
-    {
-        QVERIFY(QDir().mkpath(QFileInfo(path).path()));
-        QFile file(path);
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        QCOMPARE(file.write(text), qint64(text.size()));
-    }
     static QByteArray Read(const QString &path)
     {
         QFile file(path);
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("no such file");
     }
-    QString Ask() const { return ApplicationFolder(m_beside + "/tumblewick", m_home); }
-
-    std::unique_ptr<QTemporaryDir> m_work;
-    QString m_beside;
-    QString m_home;
-    QString m_users;
 };
-
-void TestApplicationFolder::init()
-{
-    m_work = std::make_unique<QTemporaryDir>();
-    m_beside = m_work->filePath("lib/tumblewick");
-    m_home = m_work->filePath("home/share");
-    m_users = m_home + "/Tumblewick";
-    Write(m_beside + "/Lists/Animals", "cat\r\n");
-    Write(m_beside + "/Lists/Colours", "red\r\n");
-    Write(m_beside + "/QList/Numbers", "1?_1_2_3_4_1_\r\n");
-    Write(m_beside + "/Set", "Intro");
-    Write(m_beside + "/Lintro", "0");
-    Write(m_beside + "/characters/Merlin.acs", "Merlin");
-    Write(m_beside + "/fireworks.mpg", "boom");
-    Write(m_beside + "/tumblewick", "the program");
-    Write(m_beside + "/ForEveryUser", "");
-}
 
 void TestApplicationFolder::aFolderOfOnesOwnIsUsedAsItIs()
 {
@@ -83,8 +46,8 @@ void TestApplicationFolder::everyUserHasACopyOfWhatIsWritten()
     QCOMPARE(Read(m_users + "/Lists/Animals"), "cat\r\n");
     QCOMPARE(Read(m_users + "/Lists/Colours"), "red\r\n");
     QCOMPARE(Read(m_users + "/QList/Numbers"), "1?_1_2_3_4_1_\r\n");
-    QCOMPARE(Read(m_users + "/Set"), "Intro");
-    QCOMPARE(Read(m_users + "/Lintro"), "0");
+    QCOMPARE(Read(m_users + "/Set"), "Intro\r\n\r\n");
+    QCOMPARE(Read(m_users + "/Lintro"), "0\r\n");
     QCOMPARE(Read(m_users + "/characters/Merlin.acs"), "Merlin");
     QVERIFY(!QFileInfo(m_users + "/Lists").isSymLink());
     QVERIFY(!QFileInfo(m_users + "/Set").isSymLink());
@@ -123,7 +86,7 @@ void TestApplicationFolder::aBrokenOffFirstStartIsDoneAgain()
     QCOMPARE(Ask(), m_users);
     QCOMPARE(QDir(m_users + "/Lists").entryList(QDir::Files), QStringList({ "Animals" }));
     QCOMPARE(Read(m_users + "/QList/Numbers"), "1?_1_2_3_4_1_\r\n");
-    QCOMPARE(Read(m_users + "/Set"), "Intro");
+    QCOMPARE(Read(m_users + "/Set"), "Intro\r\n\r\n");
 }
 
 void TestApplicationFolder::whatABrokenOffStartLeftIsClearedAway()
@@ -148,7 +111,7 @@ void TestApplicationFolder::aStartThatIsStillGoingOnIsLeftAlone()
     QVERIFY(other >= 0);
     QCOMPARE(flock(other, LOCK_SH), 0);
     QCOMPARE(Ask(), m_users);
-    QCOMPARE(Read(m_users + "/Set"), "Intro");
+    QCOMPARE(Read(m_users + "/Set"), "Intro\r\n\r\n");
     QCOMPARE(Read(m_users + "/.first-start-abcdef/QList/Num"), "1?_1");
     close(other);
     QCOMPARE(Ask(), m_users);
