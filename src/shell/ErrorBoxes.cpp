@@ -3,6 +3,8 @@
 #include "platform/Services.h"
 #include "platform/forms/Boxes.h"
 
+namespace tumblewick {
+
 void ErrorReport(const platform::Error &error)
 {
     platform::The().boxes.MessageBox(
@@ -25,3 +27,5 @@ void ShortErrorBox(const platform::Error &error)
     platform::The().boxes.MessageBox(error.Description() + QLatin1Char(' ') +
                                      QString::number(error.Number()));
 }
+
+} // namespace tumblewick

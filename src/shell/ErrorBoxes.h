@@ -4,6 +4,8 @@
 
 #include <functional>
 
+namespace tumblewick {
+
 // The two boxes that a handler with a trap shows for an error that it does not know. Neither ends the
 // program.
 
@@ -18,3 +20,5 @@ void Trapped(const std::function<void()> &work);
 
 // The description and the number alone.
 void ShortErrorBox(const platform::Error &error);
+
+} // namespace tumblewick

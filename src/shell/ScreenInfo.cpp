@@ -52,10 +52,8 @@ ScreenInfo::ScreenInfo()
 
 void ScreenInfo::EnumDisplayModes()
 {
-    while (const auto mode = The().display.Mode(m_modeCount)) {
+    while (const auto mode = The().display.Mode(static_cast<int>(m_modes.size())))
         m_modes.push_back({ mode->bitsPerPixel, mode->width, mode->height, mode->flags, mode->frequency });
-        ++m_modeCount;
-    }
 }
 
 Integer16 ScreenInfo::FindCurrentMode() const

@@ -28,7 +28,7 @@ public:
 
     platform::Integer16 BitsPerPixel() const { return m_bitsPerPixel; }
     platform::Integer16 VerticalRefresh() const { return m_verticalRefresh; }
-    platform::Integer16 DisplayModesCount() const { return m_modeCount; }
+    platform::Integer16 DisplayModesCount() const { return static_cast<qint32>(m_modes.size()); }
     platform::Integer16 FontCount() const { return m_fontCount; }
     // Such as "800 by 600 pixels,  65536 colors, 60Hz"; empty for an index that there is not.
     QString DisplayModesText(platform::Integer16 index) const;
@@ -57,7 +57,6 @@ private:
     const DisplayModeRecord &ModeAt(platform::Integer16 index) const;
     const FontRecord &FontAt(platform::Integer16 index) const;
 
-    qint32 m_modeCount = 0;
     platform::Integer16 m_currentMode;
     std::vector<DisplayModeRecord> m_modes;
     platform::Integer16 m_fontCount;

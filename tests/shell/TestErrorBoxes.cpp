@@ -5,6 +5,8 @@
 
 #include <QTest>
 
+using namespace tumblewick;
+
 // The two boxes for errors that a handler does not know.
 class TestErrorBoxes : public QObject {
     Q_OBJECT

@@ -13,7 +13,7 @@ inline QString ReportText(qint32 number)
     return QStringLiteral(
                "Tumblewick has detected a problem. Please email %1 \r\n Please quote the following "
                "information %2 %3\r\nWe apologise for this inconvenience")
-        .arg(QString::fromLatin1(kSupportAddress), QString::number(number),
+        .arg(QString::fromLatin1(tumblewick::kSupportAddress), QString::number(number),
              platform::StockDescription(number));
 }
 
