@@ -1,7 +1,7 @@
 #include "platform/forms/QtBoxes.h"
 
 #include "platform/Services.h"
-#include "platform/forms/OnTop.h"
+#include "platform/forms/KeptInSight.h"
 #include "platform/forms/Screen.h"
 #include "platform/forms/ScreenStack.h"
 #include "platform/forms/ScreenTrace.h"
@@ -13,7 +13,6 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
-#include <QMargins>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QScreen>
@@ -28,6 +27,7 @@
 #include <array>
 #include <chrono>
 #include <exception>
+#include <optional>
 #include <thread>
 #include <utility>
 
@@ -37,8 +37,6 @@ namespace {
 
 constexpr int kWidestText = 520;
 constexpr int kNarrowestText = 200;
-// What a window manager may put around a box.
-constexpr QMargins kFrame(6, 30, 6, 6);
 // What is done sooner is not worth a box that only flashes up.
 constexpr std::chrono::milliseconds kPatience(400);
 
@@ -255,18 +253,6 @@ void Dress(QDialog &box, const QString &name)
     box.setProperty("room", QStringLiteral("study"));
 }
 
-// In the middle of the screen it belongs to, or as near to it as the characters leave it free: they lie over
-// everything.
-void PlaceOffTheCharacters(QDialog &box)
-{
-    box.adjustSize();
-    const QRect space = box.screen()->availableGeometry();
-    const QRect around = box.parentWidget() ? box.parentWidget()->window()->frameGeometry() : space;
-    QRect wanted = QRect(QPoint(0, 0), box.size()).marginsAdded(kFrame);
-    wanted.moveCenter(around.center());
-    box.move(FreePlace(wanted, OnTop::Areas(), space).topLeft());
-}
-
 QString TitleOr(const QString &title)
 {
     if (title.isNull())
@@ -368,8 +354,9 @@ void QtBoxes::WhileBusy(const QString &text, const std::function<void()> &work)
     const OtherScreensOff off(box);
     QDialog *const outer = m_open;
     m_open = &box;
-    QTimer::singleShot(kPatience, &box, [&box] {
-        PlaceOffTheCharacters(box);
+    std::optional<KeptInSight> place;
+    QTimer::singleShot(kPatience, &box, [&] {
+        place.emplace(box);
         box.show();
     });
     QEventLoop loop;
@@ -396,7 +383,7 @@ void QtBoxes::Run(QDialog &box)
     m_open = &box;
     if (box.parentWidget())
         box.setWindowModality(Qt::WindowModal);
-    PlaceOffTheCharacters(box);
+    const KeptInSight place(box);
     box.exec();
     m_open = outer;
 }

@@ -53,6 +53,7 @@ private slots:
     void hugeTextScrollsOnTheDisplay();
     void shortTextFits();
     void charactersHideNothingOfABox();
+    void boxGoesAsideForWhoComesToRestOnIt();
     void boxCannotBeMadeSmallOrLarge();
     void typedTextComesBack_data();
     void typedTextComesBack();
@@ -287,15 +288,20 @@ void TestQtBoxes::shortTextFits()
     }
 }
 
+namespace {
+
+class Character : public platform::OnTop {
+public:
+    QRect place;
+
+private:
+    QRect Hidden() const override { return place; }
+};
+
+} // namespace
+
 void TestQtBoxes::charactersHideNothingOfABox()
 {
-    class Character : public platform::OnTop {
-    public:
-        QRect place;
-
-    private:
-        QRect Hidden() const override { return place; }
-    };
     Character character;
     const auto placeOf = [&] {
         QRect place;
@@ -318,6 +324,44 @@ void TestQtBoxes::charactersHideNothingOfABox()
         QVERIFY2(!place.intersects(character.place), qPrintable(QDebug::toString(place)));
         QVERIFY(Two::Shared().Window()->screen()->availableGeometry().contains(place));
     }
+}
+
+void TestQtBoxes::boxGoesAsideForWhoComesToRestOnIt()
+{
+    Character character, other;
+    With(
+        [&](QDialog &box) {
+            const QRect began = box.frameGeometry();
+            const QRect space = box.screen()->availableGeometry();
+            other.place = QRect(0, 0, 50, 50); // beside it
+            QTest::qWait(800);
+            QCOMPARE(box.frameGeometry(), began);
+            // On the way over the box.
+            for (int step = 0; step < 12; ++step) {
+                character.place = QRect(began.topLeft() + QPoint(10 * step, 0), QSize(196, 244));
+                QTest::qWait(60);
+                QCOMPARE(box.frameGeometry(), began);
+            }
+            QTRY_VERIFY(!box.frameGeometry().intersects(character.place));
+            QVERIFY(!box.frameGeometry().intersects(other.place));
+            QVERIFY(space.contains(box.frameGeometry()));
+            QCOMPARE(box.frameGeometry().size(), began.size());
+            // The user has his reasons.
+            box.move(began.topLeft());
+            QTest::qWait(800);
+            QCOMPARE(box.frameGeometry(), began);
+            // The other comes too, and there is room beside both.
+            other.place = QRect(began.center(), QSize(150, 150));
+            QTRY_VERIFY(!box.frameGeometry().intersects(other.place));
+            QVERIFY(!box.frameGeometry().intersects(character.place));
+            // Once gone, nobody brings it back.
+            const QRect aside = box.frameGeometry();
+            character.place = other.place = QRect();
+            QTest::qWait(800);
+            QCOMPARE(box.frameGeometry(), aside);
+            box.close();
+        },
+        [&] { return m_boxes.InputBox("Password?", {}, {}); });
 }
 
 void TestQtBoxes::boxCannotBeMadeSmallOrLarge()
