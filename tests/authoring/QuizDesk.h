@@ -1,12 +1,15 @@
 #pragma once
 
 #include "authoring/QuizQuestion.h"
+#include "authoring/frmEditQuiz.h"
 #include "platform/forms/ListView.h"
 #include "platform/forms/MultiLineBox.h"
 #include "platform/forms/Screen.h"
 #include "platform/forms/Twips.h"
 #include "shell/frmAbout.h"
+#include "shell/frmMenu1.h"
 #include "support/Desk.h"
+#include "support/ReportText.h"
 
 #include <QImage>
 #include <QLabel>
@@ -18,11 +21,13 @@
 
 namespace support {
 
-// Two questions, as the desk tells them and as the file has them.
+// Three questions, as the desk tells them and as the file has them.
 inline const QString kSpider = QStringLiteral("How many legs has a spider?|Four|Six|Eight|Ten|3");
 inline const QString kBees = QStringLiteral("What do bees make?|Milk|Honey|Jam|Tea|2");
+inline const QString kSum = QStringLiteral("What is 2+2?|1|2|3|4|4");
 inline const QByteArray kSpiderLine = "How many legs has a spider?_Four_Six_Eight_Ten_3_\r\n";
 inline const QByteArray kBeesLine = "What do bees make?_Milk_Honey_Jam_Tea_2_\r\n";
+inline const QByteArray kSumLine = "What is 2+2?_1_2_3_4_4_\r\n";
 
 // The desk with what both screens for quizzes have in common.
 class QuizDesk : public Desk {
@@ -150,6 +155,31 @@ public:
             QVERIFY(qAbs(List()->ColumnTwips(1) - before * factor) <= 45);
             QVERIFY(qAbs(List()->ColumnTwips(6) - last * factor) <= 45);
         }
+    }
+
+    // Shows a quiz on the screen that edits it; `report` is the number of the error that is reported, if any.
+    void OpenToEdit(int report = 0, const QString &name = QStringLiteral("Zoo"))
+    {
+        if (report != 0)
+            boxes.Expect(ReportText(report));
+        tumblewick::frmEditQuiz::Shared().EditFileName = name;
+        tumblewick::frmEditQuiz::Shared().Show();
+        Settle();
+        QVERIFY(tumblewick::frmEditQuiz::Shared().IsActive());
+    }
+    // What that screen asks before it deletes a question.
+    static QString DeleteQuestion(const QString &question)
+    {
+        return QStringLiteral("Are you sure you want to delete the question '") + question +
+               QStringLiteral("' from the list?");
+    }
+    // Leaves it without being asked anything.
+    void LeaveToTheMenu()
+    {
+        const auto before = boxes.All().size();
+        Press(QStringLiteral("cmdMenu"));
+        QCOMPARE(boxes.All().size(), before);
+        QVERIFY(tumblewick::frmMenu1::Shared().IsActive());
     }
 
     // Another screen of the program comes to the front and goes again.

@@ -10,7 +10,6 @@
 #include "support/Captions.h"
 #include "support/ReportText.h"
 
-#include <QDir>
 #include <QHeaderView>
 #include <QScopeGuard>
 
@@ -22,14 +21,13 @@ using support::kBees;
 using support::kBeesLine;
 using support::kSpider;
 using support::kSpiderLine;
+using support::kSum;
+using support::kSumLine;
 using support::QuizDesk;
 using support::ReportText;
-using Operation = support::FaultyFiles::Operation;
 
 namespace {
 
-const QString kSum = "What is 2+2?|1|2|3|4|4";
-const QByteArray kSumLine = "What is 2+2?_1_2_3_4_4_\r\n";
 const QString kNoneChosen = "You need to double click on a question from the list before you can edit it. ";
 const QString kNothing = "|||||";
 
@@ -109,7 +107,7 @@ private slots:
         QCOMPARE(m_desk->Typed("E"), kNothing);
         QCOMPARE(m_desk->MenuOfList(0), QStringList({ "&Edit Question", "&Delete Question" }));
         QCOMPARE(m_desk->Typed("E"), kSum);
-        m_desk->boxes.Expect(DeleteQuestion("What is 2+2?"), BoxAnswer::Yes);
+        m_desk->boxes.Expect(QuizDesk::DeleteQuestion("What is 2+2?"), BoxAnswer::Yes);
         m_desk->KeyOnList(Qt::Key_Delete);
         QCOMPARE(m_desk->Content("QList/Zoo"), kSpiderLine + kBeesLine);
     }
@@ -206,10 +204,10 @@ private slots:
     {
         Open();
         m_desk->DoubleClickEntry(2);
-        m_desk->boxes.Expect(DeleteQuestion("What do bees make?"), BoxAnswer::No);
+        m_desk->boxes.Expect(QuizDesk::DeleteQuestion("What do bees make?"), BoxAnswer::No);
         m_desk->Press("cmdDelete");
         QCOMPARE(m_desk->Typed("E"), kBees);
-        m_desk->boxes.Expect(DeleteQuestion("What do bees make?"), BoxAnswer::Yes);
+        m_desk->boxes.Expect(QuizDesk::DeleteQuestion("What do bees make?"), BoxAnswer::Yes);
         m_desk->Press("cmdDelete");
         QVERIFY(m_desk->boxes.All().front().buttons == BoxButtons::YesNo);
         QVERIFY(m_desk->boxes.All().front().HasNoTitle());
@@ -224,32 +222,13 @@ private slots:
     {
         m_desk->WriteFile("QList/Zoo", kBeesLine);
         Open();
-        m_desk->boxes.Expect(DeleteQuestion("What do bees make?"), BoxAnswer::Yes);
+        m_desk->boxes.Expect(QuizDesk::DeleteQuestion("What do bees make?"), BoxAnswer::Yes);
         m_desk->Press("cmdDelete");
         QCOMPARE(m_desk->Content("QList/Zoo"), QByteArray());
         QCOMPARE(m_desk->Entries(), QStringList());
         LeavesWithoutAQuestion();
         Open();
         QCOMPARE(m_desk->Entries(), QStringList());
-    }
-
-    void nothingToDeleteIsReported()
-    {
-        m_desk->WriteFile("QList/Zoo", "");
-        Open();
-        m_desk->boxes.Expect(ReportText(91));
-        m_desk->Press("cmdDelete");
-        QVERIFY(frmEditQuiz::Shared().IsActive());
-        QVERIFY(!m_desk->process.Ended());
-    }
-
-    void aDoubleClickOnNothingIsReported()
-    {
-        m_desk->WriteFile("QList/Zoo", "");
-        Open();
-        m_desk->boxes.Expect(ReportText(91));
-        QTest::mouseDClick(m_desk->List()->viewport(), Qt::LeftButton, {}, QPoint(20, 20));
-        m_desk->Settle();
     }
 
     void aDoubleClickAndBackAsksNothing()
@@ -376,132 +355,6 @@ private slots:
         QVERIFY(frmEditQuiz::Exists());
     }
 
-    void aLineThatIsNoQuestionIsReportedWithTheLinesSoFar()
-    {
-        m_desk->WriteFile("QList/Zoo", kSpiderLine + "What is this?\r\n" + kBeesLine);
-        Open(5);
-        QCOMPARE(m_desk->Entries(), QStringList({ kSpider }));
-        // The next save loses the rest.
-        m_desk->DoubleClickEntry(1);
-        m_desk->Press("cmdSave");
-        QCOMPARE(m_desk->Content("QList/Zoo"), kSpiderLine);
-    }
-
-    void aQuestionWithALineBreakBreaksTheFile()
-    {
-        Open();
-        m_desk->TypeQuestion("A", "What\r\nis it?|a|b|c|d|1");
-        m_desk->Press("cmdAdd");
-        QCOMPARE(m_desk->Content("QList/Zoo"),
-                 kSpiderLine + kBeesLine + kSumLine + "What\r\nis it?_a_b_c_d_1_\r\n");
-        QCOMPARE(m_desk->Entries().last(), "What\r\nis it?|a|b|c|d|1");
-        m_desk->DoubleClickEntry(4);
-        QCOMPARE(m_desk->Typed("E"), "What\r\nis it?|a|b|c|d|1");
-        LeavesWithoutAQuestion();
-        Open(5);
-        QCOMPARE(m_desk->Entries(), QStringList({ kSpider, kBees, kSum }));
-    }
-
-    void aMissingFileIsReported()
-    {
-        QVERIFY(QFile::remove(m_desk->folder.filePath("QList/Zoo")));
-        Open(53);
-        QCOMPARE(m_desk->Entries(), QStringList());
-        // There is no file to add to.
-        m_desk->TypeQuestion("A", kBees);
-        m_desk->boxes.Expect(ReportText(91));
-        m_desk->Press("cmdAdd");
-        QCOMPARE(m_desk->Typed("A"), kBees);
-    }
-
-    // Nothing may reach the quiz that was edited before.
-    void aMissingFileBehindAnotherOneIsReported()
-    {
-        Open();
-        LeavesWithoutAQuestion();
-        m_desk->boxes.Expect(ReportText(53));
-        frmEditQuiz::Shared().EditFileName = "Nobody";
-        frmEditQuiz::Shared().Show();
-        m_desk->Settle();
-        m_desk->TypeQuestion("A", kBees);
-        m_desk->boxes.Expect(ReportText(91));
-        m_desk->Press("cmdAdd");
-        QCOMPARE(m_desk->Content("QList/Zoo"), kSpiderLine + kBeesLine + kSumLine);
-    }
-
-    void anUnreadableFileIsReported()
-    {
-        m_desk->files.Fail(Operation::OpenForReading, 70);
-        Open(70);
-        QCOMPARE(m_desk->Entries(), QStringList());
-    }
-
-    void aFileThatGoesMeanwhileIsReportedAtTheNextWrite()
-    {
-        Open();
-        QVERIFY(QFile::remove(m_desk->folder.filePath("QList/Zoo")));
-        m_desk->TypeQuestion("A", kBees);
-        m_desk->boxes.Expect(ReportText(53));
-        m_desk->Press("cmdAdd");
-        QCOMPARE(m_desk->Entries().size(), 3);
-        QCOMPARE(m_desk->Typed("A"), kBees);
-        m_desk->boxes.Expect("Save Changes?", BoxAnswer::Yes);
-        m_desk->boxes.Expect(ReportText(53));
-        m_desk->Press("cmdMenu");
-        QVERIFY(frmEditQuiz::Shared().IsActive());
-        QVERIFY(QDir(m_desk->folder.path()).rmdir("QList"));
-        m_desk->boxes.Expect(DeleteQuestion("How many legs has a spider?"), BoxAnswer::Yes);
-        m_desk->boxes.Expect(ReportText(76));
-        m_desk->Press("cmdDelete");
-        // It has left the list before the file was asked for.
-        QCOMPARE(m_desk->Entries(), QStringList({ kBees, kSum }));
-        QVERIFY(!QFile::exists(m_desk->folder.filePath("QList/Zoo")));
-    }
-
-    void afterAFaultTheScreenStaysOpen_data()
-    {
-        QTest::addColumn<QString>("button");
-        QTest::addColumn<int>("operation");
-        QTest::addColumn<int>("number");
-        QTest::addColumn<int>("entries");
-        QTest::addColumn<QString>("left"); // in the boxes that the button works on
-        const QString typed = "Q|a|b|c|d|1";
-        QTest::newRow("add, no permission") << "cmdAdd" << int(Operation::OpenForWriting) << 70 << 3 << typed;
-        QTest::newRow("add, disk full") << "cmdAdd" << int(Operation::Write) << 61 << 3 << typed;
-        // By then the question stands in the list and the boxes are empty.
-        QTest::newRow("add, disk full at the end")
-            << "cmdAdd" << int(Operation::Close) << 61 << 4 << kNothing;
-        QTest::newRow("save, no permission")
-            << "cmdSave" << int(Operation::OpenForWriting) << 70 << 3 << typed;
-        QTest::newRow("save, disk full") << "cmdSave" << int(Operation::Write) << 61 << 3 << typed;
-        QTest::newRow("save, disk full at the end") << "cmdSave" << int(Operation::Close) << 61 << 3 << typed;
-        QTest::newRow("delete, no permission")
-            << "cmdDelete" << int(Operation::OpenForWriting) << 70 << 2 << typed;
-        QTest::newRow("delete, disk full") << "cmdDelete" << int(Operation::Write) << 61 << 2 << typed;
-    }
-    void afterAFaultTheScreenStaysOpen()
-    {
-        QFETCH(QString, button);
-        QFETCH(int, operation);
-        QFETCH(int, number);
-        QFETCH(int, entries);
-        Open();
-        m_desk->DoubleClickEntry(1);
-        const QString prefix = button == "cmdAdd" ? "A" : "E";
-        m_desk->TypeQuestion(prefix, "Q|a|b|c|d|1");
-        if (button == "cmdDelete")
-            m_desk->boxes.Expect(DeleteQuestion("How many legs has a spider?"), BoxAnswer::Yes);
-        m_desk->files.Fail(static_cast<Operation>(operation), number);
-        m_desk->boxes.Expect(ReportText(number));
-        m_desk->Press(button);
-        QVERIFY(frmEditQuiz::Shared().IsActive());
-        QVERIFY(!m_desk->process.Ended());
-        QCOMPARE(m_desk->Entries().size(), entries);
-        QTEST(m_desk->Typed(prefix), "left");
-        if (button == "cmdSave") // the entry was written before the file
-            QCOMPARE(m_desk->Entries().first(), "Q|a|b|c|d|1");
-    }
-
     void backHandsTheKindToTheChooser()
     {
         Open();
@@ -587,27 +440,8 @@ private slots:
     }
 
 private:
-    static QString DeleteQuestion(const QString &question)
-    {
-        return "Are you sure you want to delete the question '" + question + "' from the list?";
-    }
-    // `report` is the number of the error that is reported, if any.
-    void Open(int report = 0)
-    {
-        if (report != 0)
-            m_desk->boxes.Expect(ReportText(report));
-        frmEditQuiz::Shared().EditFileName = "Zoo";
-        frmEditQuiz::Shared().Show();
-        m_desk->Settle();
-        QVERIFY(frmEditQuiz::Shared().IsActive());
-    }
-    void LeavesWithoutAQuestion()
-    {
-        const auto boxes = m_desk->boxes.All().size();
-        m_desk->Press("cmdMenu");
-        QCOMPARE(m_desk->boxes.All().size(), boxes);
-        QVERIFY(frmMenu1::Shared().IsActive());
-    }
+    void Open() { m_desk->OpenToEdit(); }
+    void LeavesWithoutAQuestion() { m_desk->LeaveToTheMenu(); }
 
     std::optional<QuizDesk> m_desk;
 };
