@@ -1,3 +1,4 @@
+#include "authoring/QuizColumns.h"
 #include "authoring/QuizDesk.h"
 #include "authoring/frmList.h"
 #include "authoring/frmQuiz1.h"
@@ -96,6 +97,16 @@ private slots:
     }
 
     void theColumnsFollowTheirList() { m_desk->TheColumnsFollowTheirList(); }
+
+    void aVeryWideListKeepsItsShares()
+    {
+        platform::ListView list;
+        list.resize(5000, 100);
+        QuizColumns columns(list);
+        list.resize(5100, 100);
+        columns.FollowList();
+        QVERIFY(qAbs(list.ColumnTwips(1) - 5100 * 15 * 2 / 5) <= 15);
+    }
 
     void aListTooWideForTheCounterEndsTheProgram()
     {
