@@ -341,6 +341,8 @@ private slots:
         QCOMPARE(m_desk->OnDisk("Home"), QStringList{ "bears" });
     }
 
+    void itComesBackToTheHome() { m_desk->ComesBackToTheHome<frmExpList>(); }
+
     void itLeadsBackAndHomeAndLetsGo() { m_desk->LeadsBackAndHome<frmExpList>(); }
 
 private:

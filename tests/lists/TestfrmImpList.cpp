@@ -329,6 +329,8 @@ private slots:
         QCOMPARE(m_desk->OnDisk("Lists"), QStringList({ "bears", "rivers" }));
     }
 
+    void itComesBackToTheHome() { m_desk->ComesBackToTheHome<frmImpList>(); }
+
     void itLeadsBackAndHomeAndLetsGo() { m_desk->LeadsBackAndHome<frmImpList>(); }
 
 private:

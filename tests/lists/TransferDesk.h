@@ -86,6 +86,24 @@ public:
             QTest::addRow("kill %d", number) << FaultyFiles::Operation::Kill << number;
     }
 
+    // Whenever the screen comes to the front it goes back to the home; the rest stays.
+    template <class Screen>
+    void ComesBackToTheHome()
+    {
+        Open<Screen>(tumblewick::kSpellList);
+        Type(QStringLiteral("txtName"), QStringLiteral("mine"));
+        Choose(QStringLiteral("STICK"));
+        QCOMPARE(Folder()->Path(), Stick());
+        tumblewick::frmMenu1::Shared().Show();
+        Settle();
+        tumblewick::frmMenu1::Shared().Unload();
+        Settle();
+        QVERIFY(Screen::Shared().IsActive());
+        QCOMPARE(Drive()->Drive(), Home());
+        QCOMPARE(Folder()->Path(), Home());
+        QCOMPARE(Name()->text(), QStringLiteral("mine"));
+    }
+
     // From a screen of either kind to where its buttons lead; it lets go of itself, of the characters and of
     // the help that was opened.
     template <class Screen>
