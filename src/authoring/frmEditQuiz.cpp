@@ -78,11 +78,12 @@ void frmEditQuiz::OnActivate()
 
 void frmEditQuiz::LoadQuestions()
 {
-    m_ui->lvwList->Clear();
-    platform::ListItemReference last;
-    ReadQuiz(*m_file->OpenForReading(),
-             { [&](const QString &question) { last = m_ui->lvwList->Add(question); },
-               [&](int number, const QString &text) { last->SetSubItem(number, text); } });
+    m_ui->lvwList->Refill([this] {
+        platform::ListItemReference last;
+        ReadQuiz(*m_file->OpenForReading(),
+                 { [&](const QString &question) { last = m_ui->lvwList->Add(question); },
+                   [&](int number, const QString &text) { last->SetSubItem(number, text); } });
+    });
 }
 
 void frmEditQuiz::OnUnload()

@@ -95,11 +95,12 @@ void frmEditSpell::OnActivate()
         const int half = platform::Twips(*m_ui->List).width / 2 - 100;
         m_ui->List->SetColumnTwips(1, half);
         m_ui->List->SetColumnTwips(2, half);
-        m_ui->List->Clear();
         m_file = std::make_shared<KeptFile>(The().files, The().process.ApplicationFolder() +
                                                              QStringLiteral("\\Lists\\") + EditFileName);
-        ReadSpellingList(*m_file->OpenForReading(),
-                         [this](const SpellingLine &line) { ShowIn(m_ui->List->Add(line.word), line); });
+        m_ui->List->Refill([this] {
+            ReadSpellingList(*m_file->OpenForReading(),
+                             [this](const SpellingLine &line) { ShowIn(m_ui->List->Add(line.word), line); });
+        });
     });
 }
 

@@ -6,7 +6,6 @@
 #include "platform/forms/MultiLineBox.h"
 #include "platform/forms/Screen.h"
 #include "platform/forms/Twips.h"
-#include "shell/frmAbout.h"
 #include "shell/frmMenu1.h"
 #include "support/Desk.h"
 #include "support/ReportText.h"
@@ -180,15 +179,6 @@ public:
         Press(QStringLiteral("cmdMenu"));
         QCOMPARE(boxes.All().size(), before);
         QVERIFY(tumblewick::frmMenu1::Shared().IsActive());
-    }
-
-    // Another screen of the program comes to the front and goes again.
-    void CoverAndUncover()
-    {
-        tumblewick::frmAbout::Shared().Show();
-        Settle();
-        tumblewick::frmAbout::Shared().Unload();
-        Settle();
     }
 
 private:

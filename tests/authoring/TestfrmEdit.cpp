@@ -8,6 +8,7 @@
 #include "shell/SharedState.h"
 #include "shell/frmMenu1.h"
 #include "support/Captions.h"
+#include "support/CoverAndUncover.h"
 #include "support/ListDesk.h"
 #include "support/ReportText.h"
 
@@ -175,12 +176,10 @@ private slots:
     {
         Open(kSpellList);
         m_desk->Select("bears");
-        frmMenu1::Shared().Show();
-        m_desk->Settle();
-        frmMenu1::Shared().Unload();
-        m_desk->Settle();
+        support::CoverAndUncover(*m_desk);
         QVERIFY(frmEdit::Shared().IsActive());
         QCOMPARE(m_desk->Files()->FileName(), "bears");
+        QCOMPARE(Guidance(), "You have selected bears. Click OK to continue.");
     }
 
     void itLeadsBackAndHome()

@@ -8,6 +8,7 @@
 #include "shell/SharedState.h"
 #include "shell/frmMenu1.h"
 #include "support/Captions.h"
+#include "support/CoverAndUncover.h"
 #include "support/ReportText.h"
 
 #include <QHeaderView>
@@ -17,6 +18,7 @@ using namespace tumblewick;
 using platform::BoxAnswer;
 using platform::BoxButtons;
 using support::CheckCaptions;
+using support::CoverAndUncover;
 using support::kBees;
 using support::kBeesLine;
 using support::kSpider;
@@ -339,11 +341,16 @@ private slots:
         m_desk->Press("cmdSave");
     }
 
-    void beingActiveAgainFillsTheListOnce()
+    void beingActiveAgainFillsTheListOnceAndKeepsTheEdit()
     {
         Open();
-        m_desk->CoverAndUncover();
+        m_desk->DoubleClickEntry(2);
+        CoverAndUncover(*m_desk);
         QCOMPARE(m_desk->Entries(), QStringList({ kSpider, kBees, kSum }));
+        QCOMPARE(m_desk->Typed("E"), kBees);
+        m_desk->TypeQuestion("E", "Q|a|b|c|d|1");
+        m_desk->Press("cmdSave");
+        QCOMPARE(m_desk->Entries(), QStringList({ kSpider, "Q|a|b|c|d|1", kSum }));
     }
 
     void leavingClosesHelpAndLetsGoOfTheFile()

@@ -5,6 +5,7 @@
 #include "shell/SharedState.h"
 #include "shell/frmMenu1.h"
 #include "support/Captions.h"
+#include "support/CoverAndUncover.h"
 #include "support/ReportText.h"
 
 #include <QDir>
@@ -123,14 +124,16 @@ private slots:
         QCOMPARE(m_desk->Words(), QStringList({ "cat|", "knight|nite" }));
     }
 
-    void activationStandsBeingRepeated()
+    void beingActiveAgainFillsTheListOnceAndKeepsTheEdit()
     {
         Open();
-        frmMenu1::Shared().Show();
-        m_desk->Settle();
-        frmMenu1::Shared().Unload();
-        m_desk->Settle();
+        Choose(2);
+        support::CoverAndUncover(*m_desk);
         QCOMPARE(m_desk->Words(), QStringList({ "cat|", "knight|nite", "dog|" }));
+        QCOMPARE(Boxes(), QStringList({ "knight", "nite", "", "" }));
+        m_desk->Type("txtESpell", "night");
+        m_desk->Press("cmdSave");
+        QCOMPARE(Content(), QByteArray("cat\r\nnight_nite\r\ndog\r\n"));
     }
 
     void aDoubleClickFillsTheBoxes()

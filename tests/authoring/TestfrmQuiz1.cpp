@@ -6,6 +6,7 @@
 #include "shell/SharedState.h"
 #include "shell/frmMenu1.h"
 #include "support/Captions.h"
+#include "support/CoverAndUncover.h"
 #include "support/ReportText.h"
 
 #include <QDir>
@@ -14,6 +15,7 @@ using namespace tumblewick;
 using platform::BoxAnswer;
 using platform::BoxButtons;
 using support::CheckCaptions;
+using support::CoverAndUncover;
 using support::kBees;
 using support::kBeesLine;
 using support::kSpider;
@@ -91,7 +93,7 @@ private slots:
         for (int column = 2; column <= 6; ++column)
             QCOMPARE(list->ColumnTwips(column), each / 15 * 15);
         list->SetColumnTwips(1, list->ColumnTwips(1) + 1500);
-        m_desk->CoverAndUncover();
+        CoverAndUncover(*m_desk);
         for (int column = 2; column <= 6; ++column)
             QCOMPARE(list->ColumnTwips(column), (each - 300) / 15 * 15);
     }
@@ -113,7 +115,7 @@ private slots:
         auto *list = m_desk->List();
         list->resize(4000, list->height());
         m_desk->boxes.Expect(RunTimeText(6));
-        m_desk->CoverAndUncover();
+        CoverAndUncover(*m_desk);
         QCOMPARE(m_desk->process.ExitCode().value_or(0), 1);
     }
 
@@ -334,7 +336,7 @@ private slots:
     void anotherScreenInFrontMakesItForgetThatItIsNotSaved()
     {
         Add(kBees);
-        m_desk->CoverAndUncover();
+        CoverAndUncover(*m_desk);
         QCOMPARE(m_desk->Entries(), QStringList({ kBees }));
         LeavesWithoutAQuestion();
     }

@@ -1,7 +1,6 @@
 #include "lists/frmImpList.h"
 
 #include "lists/TransferDesk.h"
-#include "shell/frmMenu1.h"
 #include "support/FullDisk.h"
 #include "support/ReportText.h"
 
@@ -298,10 +297,7 @@ private slots:
         Open(kSpellList);
         m_desk->Go("Documents");
         m_desk->Select("bears");
-        frmMenu1::Shared().Show();
-        m_desk->Settle();
-        frmMenu1::Shared().Unload();
-        m_desk->Settle();
+        support::CoverAndUncover(*m_desk);
         QVERIFY(frmImpList::Shared().IsActive());
         QCOMPARE(m_desk->Folder()->Path(), m_desk->Home("/Documents"));
         QCOMPARE(m_desk->Files()->FileName(), "bears");

@@ -6,6 +6,7 @@
 #include "shell/ListTypes.h"
 #include "shell/SharedState.h"
 #include "shell/frmMenu1.h"
+#include "support/CoverAndUncover.h"
 #include "support/ListDesk.h"
 
 #include <QDir>
@@ -94,10 +95,7 @@ public:
         Type(QStringLiteral("txtName"), QStringLiteral("mine"));
         Choose(QStringLiteral("STICK"));
         QCOMPARE(Folder()->Path(), Stick());
-        tumblewick::frmMenu1::Shared().Show();
-        Settle();
-        tumblewick::frmMenu1::Shared().Unload();
-        Settle();
+        CoverAndUncover(*this);
         QVERIFY(Screen::Shared().IsActive());
         QCOMPARE(Drive()->Drive(), Home());
         QCOMPARE(Folder()->Path(), Home());

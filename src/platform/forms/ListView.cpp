@@ -11,6 +11,7 @@
 #include <QMenu>
 #include <QMouseEvent>
 #include <QPushButton>
+#include <QScopeGuard>
 #include <QStyledItemDelegate>
 #include <QTextDocument>
 #include <QToolTip>
@@ -117,6 +118,18 @@ ListItemReference ListView::SelectedItem() const
 void ListView::Select(int index)
 {
     setCurrentIndex(m_items->PlaceOf(index));
+}
+
+void ListView::Refill(const std::function<void()> &fill)
+{
+    const ListItemReference selected = SelectedItem();
+    const int place = selected.IsNothing() ? 0 : selected->Index();
+    const auto restore = qScopeGuard([&] {
+        if (place >= 1 && place <= Count())
+            Select(place);
+    });
+    m_items->Clear();
+    fill();
 }
 
 void ListView::Reveal(int index)

@@ -4,6 +4,8 @@
 
 #include <QTreeView>
 
+#include <functional>
+
 class QPushButton;
 
 namespace platform {
@@ -31,7 +33,9 @@ public:
     // Both raise 9 when there is no such entry.
     ListItemReference Item(int index) const { return m_items->At(index); }
     void Remove(int index) { m_items->Remove(index); }
-    void Clear() { m_items->Clear(); }
+    // Takes all entries away and lets `fill` add them anew. The selection keeps its place in the list if that
+    // is there again, also when `fill` raises something, which is passed on.
+    void Refill(const std::function<void()> &fill);
 
     // The selected entry; in an empty list nothing, so that its use raises 91.
     ListItemReference SelectedItem() const;

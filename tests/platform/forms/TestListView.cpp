@@ -80,7 +80,7 @@ private slots:
         Fill({ "cat" });
         m_list->Remove(1);
         QVERIFY(m_list->SelectedItem().IsNothing());
-        m_list->Clear();
+        m_list->Refill([] {});
         QVERIFY(m_list->SelectedItem().IsNothing());
     }
 
@@ -92,9 +92,34 @@ private slots:
         QCOMPARE(m_list->SelectedItem()->Text(), QString("dog"));
         Fill({ "cow" });
         QCOMPARE(m_list->SelectedItem()->Text(), QString("dog"));
-        m_list->Clear();
+        m_list->Refill([] {});
         Fill({ "pig" });
         QCOMPARE(m_list->SelectedItem()->Text(), QString("pig"));
+    }
+
+    void aRefillKeepsThePlaceOfTheSelection()
+    {
+        Fill({ "cat", "dog", "cow" });
+        m_list->Select(2);
+        QCOMPARE(Told([&] { m_list->Refill([this] { Fill({ "ant", "bee", "fly" }); }); }), QStringList());
+        QCOMPARE(Seen(), QStringList({ "ant", "bee", "fly" }));
+        QCOMPARE(m_list->SelectedItem()->Text(), QString("bee"));
+        m_list->Refill([this] { Fill({ "ant" }); }); // which has no second entry
+        QCOMPARE(m_list->SelectedItem()->Text(), QString("ant"));
+    }
+
+    void aRefillThatBreaksOffKeepsItToo()
+    {
+        Fill({ "cat", "dog", "cow" });
+        m_list->Select(2);
+        QCOMPARE(NumberRaised([&] {
+                     m_list->Refill([this] {
+                         Fill({ "ant", "bee" });
+                         throw platform::Error(platform::kDeviceError);
+                     });
+                 }),
+                 int(platform::kDeviceError));
+        QCOMPARE(m_list->SelectedItem()->Text(), QString("bee"));
     }
 
     void behindARemovalTheNeighbourIsSelected()
@@ -163,7 +188,7 @@ private slots:
         QCOMPARE(Told(enter), QStringList());
         m_list->SetDoubleClickCaption("Edit");
         QCOMPARE(Told(enter), QStringList({ "click cat", "double cat" }));
-        m_list->Clear();
+        m_list->Refill([] {});
         QCOMPARE(Told(enter), QStringList());
     }
 
