@@ -21,6 +21,7 @@ public:
         switch (event->type()) {
         case QEvent::Close:
             event->ignore(); // the door takes the window away, not Qt
+            qCDebug(ScreenTrace).noquote().nospace() << "screen: " << screen.m_name << " close";
             screen.Enter([&screen] { screen.Unload(); });
             return true;
         case QEvent::Resize:

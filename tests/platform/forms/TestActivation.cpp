@@ -374,12 +374,14 @@ void TestActivation::traceTellsTheLife()
         QApplication::activeModalWidget()->findChild<QPushButton *>("Ok")->click();
     });
     QCOMPARE(boxes.InputBox("Enter Password", {}, {}), "secret");
+    Two::Shared().Window()->close();
     qInstallMessageHandler(before);
     QLoggingCategory::setFilterRules(QString());
     QCOMPARE(g_trace, QStringList({ "screen: One load", "screen: One activate", "screen: Two load",
                                     "screen: One unload", "screen: Two activate",
                                     R"(box: "Question" "Sure?\nReally?" -> No)",
-                                    R"(box: "Tumblewick" "Enter Password" -> Ok)" }));
+                                    R"(box: "Tumblewick" "Enter Password" -> Ok)", "screen: Two close",
+                                    "screen: Two unload" }));
 }
 
 void TestActivation::traceIsOffByDefault()
