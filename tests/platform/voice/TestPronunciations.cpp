@@ -49,7 +49,7 @@ void TestPronunciations::everyEntryCanBeSaid()
                                        "sh", "t",  "th", "uh", "uw", "v",  "w",  "y",  "z",  "zh" };
     static const QSet<QString> vowels{ "aa", "ae", "ah", "ao", "aw", "ax", "ay", "eh",
                                        "er", "ey", "ih", "iy", "ow", "oy", "uh", "uw" };
-    QFile file(QFINDTESTDATA("../../../src/platform/voice/pronunciations.txt"));
+    QFile file(QStringLiteral(PRONUNCIATIONS));
     QVERIFY(file.open(QIODevice::ReadOnly));
     QSet<QString> words;
     while (!file.atEnd()) {
