@@ -1,6 +1,8 @@
 """Runs the real program on a display and a sound sink of its own, plays it with mouse and keyboard, and reads its trace."""
 
 import array
+import concurrent.futures
+import functools
 import json
 import math
 import os
@@ -46,12 +48,12 @@ class Desktop:
     """A display, a window manager, a compositor, a sound sink and the program on them, as long as it is open."""
 
     def __init__(self, application, size=(1024, 768), sound=True, readable=True, lists=None, quizzes=None,
-                 settings=("No Intro", ""), effects=True, environment=None):
+                 settings=("No Intro", ""), effects=True, speaking_rate=0, environment=None):
         self.size = size
         # The program scales itself up in quarters, and tells a screen reader the units it reckons in.
         self._scale = max(4, min(size[0] * 4 // 1024, size[1] * 4 // 768)) / 4
         self._readable = readable
-        self._effects = effects
+        self._choices = "[Output]\nSoundEffects=%s\nSpeakingRate=%d\n" % (str(effects).lower(), speaking_rate)
         self._more_environment = environment or {}
         self.trace = []
         self._seen = threading.Condition()
@@ -95,7 +97,7 @@ class Desktop:
         runtime.mkdir(mode=0o700)
         choices = runtime / ".config/Tumblewick/Characters.conf"
         choices.parent.mkdir(parents=True)
-        choices.write_text("[Output]\nSoundEffects=%s\n" % str(self._effects).lower())
+        choices.write_text(self._choices)
         self.environment = {
             "PATH": os.environ["PATH"],
             "HOME": str(runtime),
@@ -216,13 +218,30 @@ class Desktop:
                     index += 1
                 left = end - time.monotonic()
                 if left <= 0:
-                    last = "\n    ".join(line for _, line in self.trace[-12:])
-                    raise Failure("no line like %r within %.0f s; the last ones:\n    %s" % (pattern, limit, last))
+                    raise Failure("no line like %r within %.0f s; %s" % (pattern, limit, self.state()))
                 self._seen.wait(min(left, 0.5))
 
     def wait_end(self, limit=30.0):
         """Waits until the program has ended and gives its exit code."""
-        return self.program.wait(timeout=limit)
+        try:
+            return self.program.wait(timeout=limit)
+        except subprocess.TimeoutExpired:
+            raise Failure("the program goes on after %.0f s; %s" % (limit, self.state())) from None
+
+    def state(self):
+        """What can be told from outside about a program that does not do what it should."""
+        threads = []
+        for task in sorted(Path("/proc/%d/task" % self.program.pid).glob("*"), key=lambda task: int(task.name)):
+            try:
+                state = (task / "stat").read_text().rsplit(")", 1)[1].split()[0]
+                threads.append("%s %s %s" % ((task / "comm").read_text().strip(), state, (task / "wchan").read_text()))
+            except OSError:  # ended meanwhile
+                pass
+        with self._seen:
+            last = [line for _, line in self.trace[-12:]]
+        keyboard = self.call("xdotool", "getactivewindow", "getwindowname").stdout.strip()
+        return "the keyboard is in %r, the threads are %s, the last lines:\n    %s" % (
+            keyboard, ", ".join(threads) or "gone", "\n    ".join(last))
 
     def said(self, since=0):
         """The lines that have been spoken or are being spoken: (speaker, text, begin, end or None)."""
@@ -242,7 +261,7 @@ class Desktop:
     # The controls, as a screen reader knows them
 
     def tree(self):
-        """Every node of the program: role, name, description, place on the display, text, states, index of the parent."""
+        """Every node of the program that can be seen now: role, name, description, place on the display, text, states, index of the parent."""
         self._reader.stdin.write("read\n")
         self._reader.stdin.flush()
         nodes = json.loads(self._reader.stdout.readline())
@@ -252,6 +271,7 @@ class Desktop:
         return nodes
 
     @staticmethod
+    @functools.lru_cache(maxsize=None)
     def _names(screen):
         """The roles and the accessible names of a screen's controls, by control name."""
         root = ElementTree.parse(FORMS[screen]).getroot().find("widget")
@@ -267,25 +287,14 @@ class Desktop:
 
     def node(self, wanted):
         """The first node that can be seen now and is the wanted one, or None."""
-        nodes = self.tree()
-        for node in nodes:
-            if self._is_seen(nodes, node) and wanted(node):
-                return node
-        return None
-
-    @staticmethod
-    def _is_seen(nodes, node):
-        """The entries of a list say that they show while the list is hidden."""
-        parent = None if node["parent"] is None else nodes[node["parent"]]
-        return "showing" in node["states"] and (
-            parent is None or parent["role"] == "application" or "showing" in parent["states"])
+        return next((node for node in self.tree() if wanted(node)), None)
 
     def control(self, screen, name):
         """The node of a control that can be seen now, or None."""
         role, known = self._names(screen)[name]
         names = (known, RENAMED.get((screen, name), known))
         nodes = self.tree()
-        found = [node for node in nodes if node["name"] in names and node["role"] == role and "showing" in node["states"]]
+        found = [node for node in nodes if node["name"] in names and node["role"] == role]
         # Another screen that is loaded may have a control of that name.
         own = [node for node in found if self.window(nodes, node)["name"] == TITLES.get(screen)]
         return (own or found or [None])[0]
@@ -451,21 +460,24 @@ class Desktop:
         self.wait(r"screen: frmSpell1 activate", since)
 
 
-def run_each(application, failures, cases):
-    """Runs tests, each given as a name, the test and what its Desktop holds, on a desk of their own one after the other.
+def run_each(application, failures, cases, at_once=1):
+    """Runs tests, each given as a name, the test and what its Desktop holds, on a desk of their own, some `at_once`.
 
     What a test that failed has left is put into the folder `failures`. Gives the exit code of the program.
     """
-    failed = 0
-    for name, test, content in cases:
+    def run(case):
+        name, test, content = case
         with Desktop(application, **content) as desk:
             try:
                 test(desk)
-                print("passed: %s" % name)
+                print("passed: %s" % name, flush=True)
+                return 0
             except Exception as failure:  # pylint: disable=broad-except
-                failed += 1
-                print("FAILED: %s: %s" % (name, failure))
+                print("FAILED: %s: %s" % (name, failure), flush=True)
                 failures.mkdir(parents=True, exist_ok=True)
                 desk.picture(failures / (name + ".png"))
                 (failures / (name + ".txt")).write_text("\n".join(desk.lines()))
-    return 1 if failed else 0
+                return 1
+
+    with concurrent.futures.ThreadPoolExecutor(at_once) as pool:
+        return max(pool.map(run, cases))

@@ -188,7 +188,7 @@ def run(application, failures):
     return run_each(application, failures, [
         ("spelling", spelling, dict(size=(1024, 768), effects=False, lists=WORDS)),
         ("quiz", quiz, dict(size=(800, 600), effects=False, quizzes=QUIZ)),
-    ])
+    ], at_once=2)
 
 
 if __name__ == "__main__":

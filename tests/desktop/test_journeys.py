@@ -14,7 +14,8 @@ from pathlib import Path
 from desk import Desktop
 from walk import ENDS, HELPS, STAYS, Walk, check
 
-AT_ONCE = 4  # journeys, which mostly listen
+AT_ONCE = 6  # journeys, which mostly listen
+QUICKLY = 10  # the rate of speech, the most that a user can choose, for games that are played to their end
 LISTS = "Adding, Editing and Deleting Lists.htm"
 PLAYING = "Playing the Game.htm"
 TRANSFER = "Exporting and Importing Lists.htm"
@@ -468,7 +469,6 @@ def introduction(last, moments):
             if number == 0:
                 walk.start()
             else:
-                desk.key("alt+F4")
                 begin = walk.start_again()
             condition = "introduction" if moment else "introduction awaited"
             if moment:
@@ -486,6 +486,7 @@ def introduction(last, moments):
             expect_silence(desk, here)
             if not moment:
                 check(not desk.said(begin), "the introduction began all the same")
+            walk.close(target)
     return journey
 
 
@@ -639,14 +640,14 @@ INTRO = {"settings": ("Intro", ""), "lists": {"Sky": ["sun"]}}
 
 # The longest first.
 JOURNEYS = {
-    "five spellers": (five_spellers, {"lists": {"Five": ["sun", "moon", "star", "sky", "wind"]}}),
-    "five guessers": (five_guessers, {"quizzes": {"Five": QUESTIONS}}),
+    "five spellers": (five_spellers, {"lists": {"Five": ["sun", "moon", "star", "sky", "wind"]}, "speaking_rate": QUICKLY}),
+    "five guessers": (five_guessers, {"quizzes": {"Five": QUESTIONS}, "speaking_rate": QUICKLY}),
     "first introduction": (introduction(b"0", [
         ("cmdSettings", "frmSettings", FIRST[1]), ("cmdPlay", "frmNumPlayers1", FIRST[0]), ("cmdAbout", "frmAbout", FIRST[0]),
         ("cmdPlay", "frmNumPlayers1", "")]), INTRO),
     "second introduction": (introduction(b"1", [
         ("cmdCreate", "frmList", SECOND[1]), ("Command3", "frmNumPlayers1", SECOND[0]), ("frame", ENDS, SECOND[0])]), INTRO),
-    "lone speller": (lone_speller, {"lists": {"Two": ["sun", "moon"]}}),
+    "lone speller": (lone_speller, {"lists": {"Two": ["sun", "moon"]}, "speaking_rate": QUICKLY}),
     "editing a quiz": (writing("frmEditQuiz"), dict(SPELL, sound=False)),
     "a new quiz": (writing("frmQuiz1"), dict(SPELL, sound=False)),
     "hub": (hub, dict(SPELL, sound=False)),
@@ -657,7 +658,7 @@ JOURNEYS = {
     "closing the closing lines": (leaving("frame", "closing lines", CLOSING), WORD),
     "leaving a question": (leaving("cmdExit", "question", r'Speak "Ann, how do you spell: .* -> running'), WORD),
     "closing the farewell": (leaving("frame", "farewell", r'Speak "Ann, how do you spell: .* -> running'), WORD),
-    "too many players": (too_many_players, {"lists": {"Two": ["sun", "moon"]}}),
+    "too many players": (too_many_players, {"lists": {"Two": ["sun", "moon"]}, "speaking_rate": QUICKLY}),
     "editing a list": (writing("frmEditSpell"), dict(SPELL, sound=False)),
     "a new list": (writing("frmSpelling1"), dict(SPELL, sound=False)),
     "set-up": (set_up, {"quizzes": {"Legs": [QUIZ_LINE]}, "sound": False}),

@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""Reads the accessibility tree of the program, as a screen reader would: a line in, all its nodes out, as JSON."""
+"""Reads the accessibility tree of the program, as a screen reader would: a line in, all nodes that show out, as JSON."""
 
 import json
 import sys
@@ -15,10 +15,9 @@ STATES = {
 }
 
 
-def describe(node, parent):
+def describe(node, parent, states):
     interfaces = node.get_interfaces()
     extents = Atspi.Component.get_extents(node, Atspi.CoordType.SCREEN) if "Component" in interfaces else None
-    states = node.get_state_set()
     text = None
     if "Text" in interfaces:
         text = Atspi.Text.get_text(node, 0, Atspi.Text.get_character_count(node))
@@ -34,8 +33,12 @@ def describe(node, parent):
 
 
 def walk(node, parent, nodes):
+    """Adds a node and all below it. The application itself never shows; entries of a list that is hidden say they do."""
     try:
-        nodes.append(describe(node, parent))
+        states = node.get_state_set()
+        if parent is not None and not states.contains(STATES["showing"]):
+            return
+        nodes.append(describe(node, parent, states))
         here = len(nodes) - 1
         for index in range(node.get_child_count()):
             child = node.get_child_at_index(index)
