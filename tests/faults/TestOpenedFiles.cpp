@@ -82,8 +82,9 @@ private slots:
     void aPictureIsShownOrRefused();
     void whatIsNoPictureIsRefused_data();
     void whatIsNoPictureIsRefused();
-    void aModelWithoutAFileUnderstandsNothing_data();
-    void aModelWithoutAFileUnderstandsNothing();
+    void aModelWithADamagedFileUnderstandsNothing_data();
+    void aModelWithADamagedFileUnderstandsNothing();
+    void aWholeModelIsNotRefused();
 
 private:
     static void Faults()
@@ -301,17 +302,33 @@ void TestOpenedFiles::whatIsNoPictureIsRefused()
     QCOMPARE(raised, number);
 }
 
-void TestOpenedFiles::aModelWithoutAFileUnderstandsNothing_data()
+void TestOpenedFiles::aModelWithADamagedFileUnderstandsNothing_data()
 {
     QTest::addColumn<QString>("name");
     QTest::addColumn<QString>("damage");
     for (const QString name : { "mdef", "means", "variances", "transition_matrices", "sendump" })
-        for (const QString damage : { "missing", "empty", "closed", "a folder" })
+        for (const QString damage : { "missing", "empty", "closed", "a folder", "cut in its head",
+                                      "cut after it", "cut in the middle", "cut at its end" })
             QTest::addRow("%s is %s", qPrintable(name), qPrintable(damage)) << name << damage;
 }
 
-// The library would end the program over some of them.
-void TestOpenedFiles::aModelWithoutAFileUnderstandsNothing()
+namespace {
+
+// How much that damage leaves of a file.
+qint64 LeftBy(const QString &damage, qint64 size)
+{
+    const QMap<QString, qint64> left{ { "empty", 0 },
+                                      { "cut in its head", 30 },
+                                      { "cut after it", 1700 },
+                                      { "cut in the middle", size / 2 },
+                                      { "cut at its end", size - 1 } };
+    return left.value(damage, size);
+}
+
+} // namespace
+
+// The library would end the program over most of them.
+void TestOpenedFiles::aModelWithADamagedFileUnderstandsNothing()
 {
     QFETCH(QString, name);
     QFETCH(QString, damage);
@@ -327,13 +344,17 @@ void TestOpenedFiles::aModelWithoutAFileUnderstandsNothing()
     if (damage == "a folder")
         QVERIFY(QDir().mkdir(path));
     else if (damage != "missing")
-        Write(path, damage == "empty" ? QByteArray()
-                                      : whole.read(damage == "half" ? whole.size() / 2 : whole.size()));
+        Write(path, whole.read(LeftBy(damage, whole.size())));
     if (damage == "closed")
         QCOMPARE(chmod(QFile::encodeName(path).constData(), 0), 0);
     const support::AsOrdinaryUser user;
     QVERIFY(!SphinxRecogniser(model.path()).Obstacle().isEmpty());
     QCOMPARE(SphinxRecogniser::Understand(model.path(), Noise()), QStringList());
+}
+
+void TestOpenedFiles::aWholeModelIsNotRefused()
+{
+    QCOMPARE(SphinxRecogniser().Obstacle(), QString());
 }
 
 QTEST_MAIN(TestOpenedFiles)

@@ -1,8 +1,9 @@
 #include "platform/voice/SphinxRecogniser.h"
 
+#include "platform/voice/SphinxModel.h"
+
 #include <QCoreApplication>
 #include <QFile>
-#include <QFileInfo>
 #include <QObject>
 
 #ifdef TUMBLEWICK_SPHINX
@@ -70,18 +71,6 @@ constexpr Spoken kSpoken[] = {
     // "Go" alone is too close to "o".
     { "go_ahead", "G OW AH HH EH D", "go" },
 };
-
-// Whether the model has what the library cannot do without. It ends the program over some files that are
-// missing.
-bool IsWhole(const QString &model)
-{
-    const auto has = [&model](const char *name) {
-        QFile file(model + QLatin1Char('/') + QLatin1String(name));
-        return QFileInfo(file).isFile() && file.open(QIODevice::ReadOnly) && file.size() > 0;
-    };
-    return has("mdef") && has("means") && has("variances") && has("transition_matrices") &&
-           (has("sendump") || has("mixture_weights"));
-}
 
 struct Free {
     void operator()(ps_decoder_t *decoder) const { ps_free(decoder); }
@@ -274,7 +263,7 @@ QString SphinxRecogniser::UsualModel()
 
 QString SphinxRecogniser::Obstacle() const
 {
-    if (IsWhole(m_model))
+    if (IsWholeSphinxModel(m_model))
         return QString();
     return QCoreApplication::translate("SpeechPage",
                                        "The sounds of English are not installed, so that no letter can be "
@@ -283,7 +272,7 @@ QString SphinxRecogniser::Obstacle() const
 
 QStringList SphinxRecogniser::Understand(const QString &model, const QByteArray &samples)
 {
-    if (!IsWhole(model))
+    if (!IsWholeSphinxModel(model))
         return {};
     // The files are read once for each model.
     static std::pair<QString, std::unique_ptr<Ear>> ear;
