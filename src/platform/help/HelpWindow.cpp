@@ -3,6 +3,7 @@
 #include "platform/forms/SelectionKeys.h"
 #include "platform/help/HelpBook.h"
 #include "platform/help/HelpPage.h"
+#include "platform/help/HitPainter.h"
 
 #include <QAction>
 #include <QCloseEvent>
@@ -217,6 +218,7 @@ QWidget *HelpWindow::MakeShelves()
     m_hits->setAccessibleName(tr("Pages found"));
     m_hits->setWordWrap(true);
     m_hits->setSpacing(2);
+    m_hits->setItemDelegate(new HitPainter(m_hits));
     m_hits->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     searchRows->addWidget(m_searchWords);
     searchRows->addWidget(m_searchResult);

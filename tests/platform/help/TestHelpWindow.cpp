@@ -183,6 +183,37 @@ private slots:
         QCOMPARE(PageShown()->extraSelections().size(), 3);
     }
 
+    void aHitShowsItsTitleInBoldAndAllOfItsText()
+    {
+        auto *hits = Find<QListWidget>("hits");
+        Find<QLineEdit>("searchWords")->setText("hint");
+        const auto heightFor = [hits](const QString &text) {
+            hits->item(0)->setText(text);
+            hits->doItemsLayout();
+            return hits->visualItemRect(hits->item(0)).height();
+        };
+        const auto inkOf = [&](const QString &text) {
+            heightFor(text);
+            const QImage picture = hits->viewport()->grab(hits->visualItemRect(hits->item(0))).toImage();
+            int sum = 0;
+            for (int y = 0; y < picture.height(); ++y)
+                for (int x = 0; x < picture.width(); ++x)
+                    sum += 255 - qGray(picture.pixel(x, y));
+            return sum;
+        };
+        const int nothing = inkOf("\n ");
+        const int title = inkOf("wood mouse\n ") - nothing;
+        const int rest = inkOf("\nwood mouse") - nothing;
+        QVERIFY(rest > 0);
+        QVERIFY2(title > rest * 1.1, qPrintable(QStringLiteral("%1 and %2").arg(title).arg(rest)));
+
+        const int line = hits->fontMetrics().lineSpacing();
+        const QString words = QStringLiteral("many words ").repeated(40);
+        const int more = heightFor("Title\n" + words) - heightFor("Title\n.") + line;
+        const int space = more / line * hits->viewport()->width();
+        QVERIFY2(space > hits->fontMetrics().horizontalAdvance(words), qPrintable(QString::number(more)));
+    }
+
     void tabComesIntoAListAndOpensNothing_data()
     {
         QTest::addColumn<int>("shelf");
