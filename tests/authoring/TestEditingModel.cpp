@@ -3,6 +3,7 @@
 #include "platform/forms/ListView.h"
 #include "platform/forms/MultiLineBox.h"
 #include "shell/SharedState.h"
+#include "shell/frmMenu1.h"
 #include "support/CoverAndUncover.h"
 #include "support/Desk.h"
 #include "support/ReportText.h"
@@ -335,6 +336,8 @@ private:
             const BoxAnswer answer = std::array{ BoxAnswer::Yes, BoxAnswer::No, BoxAnswer::Cancel }[Draw(3)];
             const bool isLeft = model.MayLeave(Selected(), answer);
             m_desk->Press("cmdMenu");
+            if (frmMenu1::Shared().IsActive() != isLeft)
+                QTest::qFail(isLeft ? "it has not been left" : "it has been left", __FILE__, __LINE__);
             if (!isLeft)
                 return "stay";
             model.ComeBack();
