@@ -5,8 +5,11 @@
 #include "platform/files/Files.h"
 #include "platform/forms/Boxes.h"
 #include "platform/forms/DriveList.h"
+#include "platform/forms/FileListBox.h"
 #include "platform/forms/FolderList.h"
 #include "shell/ErrorBoxes.h"
+
+#include <QLineEdit>
 
 namespace tumblewick {
 
@@ -25,6 +28,22 @@ void FollowDrive(const platform::DriveList &drive, platform::FolderList &folder)
         else
             ErrorReport(error);
     }
+}
+
+void OfferName(const platform::FileListBox &files, QLineEdit &name)
+{
+    name.setText(files.FileName());
+    name.setCursorPosition(0); // a long name is seen from its beginning
+}
+
+QString MissingForCopy(const QString &file, const QString &name, const QString &noFile)
+{
+    QString message;
+    if (file.isEmpty())
+        message = noFile;
+    if (name.isEmpty())
+        message += QStringLiteral("Please enter a name for the list to be saved as. ");
+    return message;
 }
 
 bool CopyAfterQuestion(const ListCopy &copy)

@@ -2,8 +2,11 @@
 
 #include <QString>
 
+class QLineEdit;
+
 namespace platform {
 class DriveList;
+class FileListBox;
 class FolderList;
 } // namespace platform
 
@@ -13,6 +16,13 @@ namespace tumblewick {
 
 // Takes the folders to the drive that was chosen; tells it when that cannot be read.
 void FollowDrive(const platform::DriveList &drive, platform::FolderList &folder);
+
+// A click on a file offers its own name for the copy.
+void OfferName(const platform::FileListBox &files, QLineEdit &name);
+
+// What is missing before a copy can begin: `noFile` when none is selected, and a sentence for the name; empty
+// when nothing is.
+QString MissingForCopy(const QString &file, const QString &name, const QString &noFile);
 
 struct ListCopy {
     QString source;

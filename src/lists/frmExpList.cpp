@@ -63,8 +63,7 @@ void frmExpList::OnUnload()
 
 void frmExpList::FileList_Click()
 {
-    m_ui->txtName->setText(m_ui->FileList->FileName());
-    m_ui->txtName->setCursorPosition(0); // a long name is seen from its beginning
+    OfferName(*m_ui->FileList, *m_ui->txtName);
 }
 
 void frmExpList::Drive1_Change()
@@ -75,17 +74,16 @@ void frmExpList::Drive1_Change()
 void frmExpList::cmdExport_Click()
 {
     try {
-        QString message;
-        if (m_ui->FileList->FileName().isEmpty())
-            message = QStringLiteral("Please select a list to export by clicking on the name of the list. ");
-        if (m_ui->txtName->text().isEmpty())
-            message += QStringLiteral("Please enter a name for the list to be saved as. ");
-        if (!message.isEmpty()) {
-            The().boxes.MessageBox(message, platform::BoxButtons::Ok, platform::kNoTitle);
+        const QString list = m_ui->FileList->FileName();
+        const QString name = m_ui->txtName->text();
+        const QString missing = MissingForCopy(
+            list, name,
+            QStringLiteral("Please select a list to export by clicking on the name of the list. "));
+        if (!missing.isEmpty()) {
+            The().boxes.MessageBox(missing, platform::BoxButtons::Ok, platform::kNoTitle);
             return;
         }
-        const QString list = m_ui->FileList->FileName();
-        const QString target = m_ui->Dir1->Path() + QLatin1Char('\\') + m_ui->txtName->text();
+        const QString target = m_ui->Dir1->Path() + QLatin1Char('\\') + name;
         if (CopyAfterQuestion({ m_ui->FileList->Path() + QLatin1Char('\\') + list, target,
                                 QStringLiteral("The file ") + target +
                                     QStringLiteral(" already exists. Do you wish to overwrite it?"),

@@ -61,8 +61,7 @@ void frmImpList::OnUnload()
 
 void frmImpList::FileList_Click()
 {
-    m_ui->txtName->setText(m_ui->FileList->FileName());
-    m_ui->txtName->setCursorPosition(0); // a long name is seen from its beginning
+    OfferName(*m_ui->FileList, *m_ui->txtName);
 }
 
 void frmImpList::Drive1_Change()
@@ -78,14 +77,12 @@ void frmImpList::Dir1_Change()
 void frmImpList::cmdImport_Click()
 {
     try {
+        const QString file = m_ui->FileList->FileName();
         const QString name = m_ui->txtName->text();
-        QString message;
-        if (m_ui->FileList->FileName().isEmpty())
-            message = QStringLiteral("Please select a list to import. ");
-        if (name.isEmpty())
-            message += QStringLiteral("Please enter a name for the list to be saved as. ");
-        if (!message.isEmpty()) {
-            The().boxes.MessageBox(message);
+        const QString missing =
+            MissingForCopy(file, name, QStringLiteral("Please select a list to import. "));
+        if (!missing.isEmpty()) {
+            The().boxes.MessageBox(missing);
             return;
         }
         QString folder;
@@ -96,7 +93,6 @@ void frmImpList::cmdImport_Click()
         else
             return;
         // The question gives the bare name, unlike that of the export: wanted.
-        const QString file = m_ui->FileList->FileName();
         if (CopyAfterQuestion({ m_ui->FileList->Path() + QLatin1Char('\\') + file,
                                 The().process.ApplicationFolder() + folder + name,
                                 QStringLiteral("The file ") + name +
