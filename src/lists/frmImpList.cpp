@@ -37,6 +37,7 @@ void frmImpList::OnLoad(QWidget &window)
     ScaleControls(window);
     m_ui->FileList->SetMenuButton(*m_ui->cmdImport);
     Connect(m_ui->Drive1, &platform::DriveList::Changed, [this] { Drive1_Change(); });
+    m_ui->FileList->LeaveOutHidden();
     Connect(m_ui->Dir1, &platform::FolderList::Changed, [this] { Dir1_Change(); });
     Connect(m_ui->FileList, &platform::FileListBox::Clicked, [this] { FileList_Click(); });
     Connect(m_ui->cmdImport, &QPushButton::clicked, [this] { cmdImport_Click(); });

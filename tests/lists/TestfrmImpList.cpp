@@ -259,6 +259,14 @@ private slots:
         QCOMPARE(m_desk->OnDisk("Lists"), QStringList());
     }
 
+    void whatTheSystemHidesIsNotOffered()
+    {
+        m_desk->WriteFile("Home/Documents/.settings", "x");
+        Open(kSpellList);
+        m_desk->Go("Documents");
+        QCOMPARE(m_desk->Names(), QStringList({ "bears", "letter.doc" }));
+    }
+
     void filesThatCannotBeListedAreReported()
     {
         Open(kSpellList);

@@ -72,7 +72,7 @@ QStringList FolderEntries(Disk &disk, const QByteArray &folder, EntryKind kind, 
     const bool wantsFolders = kind == EntryKind::Folder;
     QStringList names;
     for (const Disk::Entry &entry : disk.Entries(folder, error)) {
-        if (entry.name.startsWith('.'))
+        if (wantsFolders && entry.name.startsWith('.'))
             continue;
         // A look at each of thousands of files takes its time, on a network above all.
         bool isWanted = entry.type == (wantsFolders ? DT_DIR : DT_REG);

@@ -14,7 +14,7 @@ bool IsRefusedName(const QString &name);
 
 enum class EntryKind { File, Folder };
 
-// The names of the files, or of the folders, in a folder as text, hidden ones left out, in no order. `error`
+// The names of the files, or of the folders without hidden ones, in a folder as text, in no order. `error`
 // receives the errno of the failure when the folder cannot be read, or 0.
 QStringList FolderEntries(Disk &disk, const QByteArray &folder, EntryKind kind, int &error);
 

@@ -51,10 +51,10 @@ public:
     // none.
     virtual QString Resolve(const QString &path) const = 0;
 
-    // The names of all files of a folder, hidden ones left out, in alphabetical order without regard to
-    // letter case. Raises 76 when there is no such folder, 75 when it cannot be read.
+    // The names of all files of a folder, in alphabetical order without regard to letter case. Raises 76 when
+    // there is no such folder, 75 when it cannot be read.
     virtual QStringList FileNames(const QString &folder) const = 0;
-    // The same for the folders in it.
+    // The same for the folders in it, hidden ones left out.
     virtual QStringList FolderNames(const QString &folder) const = 0;
 
     // Raise 53 when there is no such file, 76 when its folder is missing, 70 without permission, 75 for a

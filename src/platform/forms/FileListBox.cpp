@@ -56,7 +56,10 @@ void FileListBox::List(const QString &path)
 {
     clear();
     m_isListed = false;
-    addItems(The().files.FileNames(path));
+    QStringList names = The().files.FileNames(path);
+    if (m_leavesOutHidden)
+        names.removeIf([](const QString &name) { return name.startsWith(u'.'); });
+    addItems(names);
     m_isListed = true;
 }
 

@@ -6,7 +6,8 @@ class QPushButton;
 
 namespace platform {
 
-// Shows the names of all files of one folder.
+// Shows the names of all files of one folder. A list may have any name, so those that begin with a full stop,
+// which most systems hide, are among them unless the box is told otherwise.
 class FileListBox : public QListWidget {
     Q_OBJECT
 
@@ -19,6 +20,9 @@ public:
     void SetPath(const QString &path);
     // Lists the folder anew, keeping the selection when the file is still there.
     void Refresh();
+
+    // Leaves out what a system hides, from the next listing on.
+    void LeaveOutHidden() { m_leavesOutHidden = true; }
 
     // The selected file's name, empty when none is selected.
     QString FileName() const;
@@ -48,7 +52,8 @@ private:
     void List(const QString &path);
 
     QString m_path;
-    QString m_selectedBefore;     // the press of the mouse
+    QString m_selectedBefore; // the press of the mouse
+    bool m_leavesOutHidden = false;
     bool m_isListed = false;      // the list shows what m_path held
     bool m_isDoubleClick = false; // the button that was pressed last has not been let go since
     QPushButton *m_menuButton = nullptr;

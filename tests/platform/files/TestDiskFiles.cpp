@@ -470,14 +470,14 @@ void TestDiskFiles::realPathIsGiven()
 void TestDiskFiles::folderIsListed()
 {
     QCOMPARE(m_files.FileNames(At("\\Lists")), QStringList());
-    for (const char *name : { "zebra", "Apple", "apple", "Banana.txt", ".hidden", "no ending", "Zoo" })
+    for (const char *name : { "zebra", "Apple", "apple", "Banana.txt", ".net", "no ending", "Zoo" })
         Make(QString("/Lists/") + name, "x");
     QVERIFY(QDir(At("/Lists")).mkdir("Folder"));
     QVERIFY(QFile::link(At("/Lists/zebra"), At("/Lists/link")));
     QVERIFY(QFile::link(At("/Lists/nothing"), At("/Lists/dangling")));
     QCOMPARE(m_files.FileNames(At("\\lists")),
-             QStringList({ "Apple", "apple", "Banana.txt", "link", "no ending", "zebra", "Zoo" }));
-    QCOMPARE(m_files.FileNames(At("\\lists\\")).size(), 7);
+             QStringList({ ".net", "Apple", "apple", "Banana.txt", "link", "no ending", "zebra", "Zoo" }));
+    QCOMPARE(m_files.FileNames(At("\\lists\\")).size(), 8);
     QCOMPARE(NumberRaised([&] { m_files.FileNames(At("\\Nothing")); }), 76);
     QCOMPARE(NumberRaised([&] { m_files.FileNames(At("\\Lists\\Zoo")); }), 76);
     QCOMPARE(NumberRaised([&] { m_files.FileNames(QString()); }), 76);

@@ -30,6 +30,7 @@ private slots:
     void cleanup() { m_desk.reset(); }
 
     void pathListsItsFiles();
+    void namesWithAFullStopInFrontAreListedUnlessLeftOut();
     void samePathChangesNothing();
     void otherPathTakesTheSelectionAway();
     void missingFolderRaises76AndLeavesTheListEmpty();
@@ -94,6 +95,18 @@ void TestFileListBox::pathListsItsFiles()
     QCOMPARE(Shown(list), QStringList({ "Ants", "bears", "cats.txt" }));
     QCOMPARE(list.Path(), At("\\lists"));
     QCOMPARE(list.FileName(), QString());
+}
+
+void TestFileListBox::namesWithAFullStopInFrontAreListedUnlessLeftOut()
+{
+    Make("/Lists/.net");
+    FileListBox own;
+    own.SetPath(At("\\Lists"));
+    QCOMPARE(Shown(own), QStringList({ ".net", "Ants", "bears", "cats.txt" }));
+    FileListBox foreign;
+    foreign.LeaveOutHidden();
+    foreign.SetPath(At("\\Lists"));
+    QCOMPARE(Shown(foreign), QStringList({ "Ants", "bears", "cats.txt" }));
 }
 
 void TestFileListBox::samePathChangesNothing()
