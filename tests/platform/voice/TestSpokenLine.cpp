@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <ctime>
 
 using namespace std::chrono_literals;
 using platform::FliteVoice;
@@ -295,11 +296,11 @@ void TestSpokenLine::oddLinesAreMadeQuickly_data()
 void TestSpokenLine::oddLinesAreMadeQuickly()
 {
     QFETCH(QString, line);
-    QElapsedTimer timer;
-    timer.start();
+    const auto begin = std::clock(); // of this process alone, whatever else the machine does
     const auto made = Made(line, kMerlin);
     QVERIFY(made);
-    QVERIFY2(timer.elapsed() < 10'000, qPrintable(QString::number(timer.elapsed())));
+    const auto seconds = double(std::clock() - begin) / CLOCKS_PER_SEC;
+    QVERIFY2(seconds < 10, qPrintable(QString::number(seconds)));
     QVERIFY(made->Length() < 150s);
     QCOMPARE(made->units.size(), SpeechText::Parse(line).units.size());
 }
