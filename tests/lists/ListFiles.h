@@ -49,7 +49,7 @@ public:
     // In memory where that can be had: ten thousand lists are much for a disk that others use too.
     QTemporaryDir folder{ (QFileInfo(QStringLiteral("/dev/shm")).isWritable() ? QStringLiteral("/dev/shm")
                                                                               : QDir::tempPath()) +
-                          QStringLiteral("/lists-XXXXXX") };
+                          QStringLiteral("/lists-") };
     platform::DiskFiles disk;
 };
 
