@@ -310,7 +310,8 @@ bool PuppetFigure::StepHasEnded()
     case Step::Kind::Hush:
         return m_effects.AreOver(m_ticker->Now());
     case Step::Kind::Slide:
-        return !m_dragged && m_ticker->Now() - m_slideBegan >= m_slideTime;
+        // Judged by the moment that the frame has been brought to, or it would end before its place.
+        return !m_dragged && m_lastTick - m_slideBegan >= m_slideTime;
     case Step::Kind::Talk:
         return !m_speech.IsBusy();
     }
@@ -439,7 +440,7 @@ void PuppetFigure::SlideOn()
 {
     if (!IsSliding() || m_dragged)
         return;
-    const double passed = m_slideTime > 0 ? (m_ticker->Now() - m_slideBegan) / m_slideTime : 1;
+    const double passed = m_slideTime > 0 ? (m_lastTick - m_slideBegan) / m_slideTime : 1;
     const QPointF way = QPointF(m_slideTo - m_slideFrom) * Eased(Ease::InOut, std::clamp(passed, 0.0, 1.0));
     MoveFrame(m_slideFrom + way.toPoint(), kFlightCarry);
 }

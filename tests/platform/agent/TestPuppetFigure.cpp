@@ -226,6 +226,32 @@ private slots:
         QCOMPARE(m_figure->Window().pos(), to);
     }
 
+    // On a busy machine time goes by between two looks at the clock.
+    void aSlideArrivesAtItsPlaceHoweverBusyTheMachineIs()
+    {
+        class BusyTicker : public support::FakeTicker {
+        public:
+            using FakeTicker::FakeTicker;
+            double Now() const override { return FakeTicker::Now() + 0.03 * ++m_looks; }
+
+        private:
+            mutable int m_looks = 0;
+        };
+        PuppetFigure figure(m_character, *m_engine, *m_audio, *m_time, *m_options,
+                            std::make_unique<BusyTicker>(*m_time), 7);
+        figure.Appear();
+        figure.Perform("MoveLeft", {});
+        m_time->Run(milliseconds(450));
+        for (int time = 1000; time < 1100; time += 10) {
+            const QPoint to(900 - figure.Frame().left(), time);
+            m_number = kNotEnded;
+            figure.Slide(to, milliseconds(time), End());
+            m_time->Run(milliseconds(time));
+            QCOMPARE(m_number, 0);
+            QCOMPARE(figure.Frame().topLeft(), to);
+        }
+    }
+
     void wingsMoveInFlight()
     {
         m_figure->Appear();
