@@ -53,8 +53,12 @@ public:
     {
         m_text->setText(text);
         setAccessibleName(text);
-        for (QPushButton *button : m_buttons)
+        for (QPushButton *button : m_buttons) {
+            // One of them may be on the stack, and none is to take room till it goes.
+            m_row->removeWidget(button);
+            button->hide();
             button->deleteLater();
+        }
         m_buttons.clear();
         for (int index = 0; index < choices.size(); ++index)
             Add(choices[index], index, index == 0 ? "main" : "second");
@@ -114,6 +118,8 @@ private:
         button->setFont(type);
         connect(button, &QPushButton::clicked, this, [this, index] { m_chosen(index); });
         m_row->addWidget(button);
+        // Now, or a sign that is seen would be measured and placed without it.
+        button->show();
         m_buttons.push_back(button);
     }
 

@@ -15,6 +15,7 @@ private slots:
     void offersItsChoices();
     void standsBelowTheFigureOnTheScreen_data();
     void standsBelowTheFigureOnTheScreen();
+    void whatIsOfferedTakesItsRoomAtOnceAndGivesItBack();
     void isReadInAnyStyle();
     void takesNoFocus();
     void theKeyIsToldOnce();
@@ -67,6 +68,30 @@ void TestListeningTip::standsBelowTheFigureOnTheScreen()
     const QRect sign = tip.Sign()->geometry();
     QVERIFY(QGuiApplication::primaryScreen()->geometry().contains(sign));
     QCOMPARE(sign.top() > figure.bottom(), below);
+}
+
+void TestListeningTip::whatIsOfferedTakesItsRoomAtOnceAndGivesItBack()
+{
+    const QRect figure(200, QGuiApplication::primaryScreen()->size().height() - 256, 256, 256);
+    ListeningTip fresh;
+    fresh.Show(figure, "Let me think.", {});
+    ListeningTip tip;
+    tip.Show(figure, "Which one was it?", { "B", "D", "E" });
+    const QRect offer = tip.Sign()->geometry();
+    tip.Show(figure, "Which one was it?", { "P", "T", "G" });
+    QCOMPARE(tip.Sign()->geometry(), offer);
+    tip.Show(figure, "Let me think.", {});
+    QCOMPARE(tip.Sign()->geometry(), fresh.Sign()->geometry());
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QCoreApplication::processEvents();
+    QCOMPARE(tip.Sign()->geometry(), fresh.Sign()->geometry());
+    tip.Show(figure, "Which one was it?", { "M", "N" });
+    const QRect two = tip.Sign()->geometry();
+    QCoreApplication::processEvents();
+    QCOMPARE(tip.Sign()->geometry(), two);
+    QVERIFY(QGuiApplication::primaryScreen()->geometry().contains(two));
+    for (const QPushButton *button : tip.Sign()->findChildren<QPushButton *>())
+        QVERIFY(tip.Sign()->rect().contains(button->geometry()));
 }
 
 void TestListeningTip::isReadInAnyStyle()
