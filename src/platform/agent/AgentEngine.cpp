@@ -87,7 +87,7 @@ std::shared_ptr<Client> AgentEngine::InputClient() const
 {
     for (auto weak = m_shown.rbegin(); weak != m_shown.rend(); ++weak) {
         auto client = weak->lock();
-        if (!client)
+        if (!client || !client->Connected())
             continue;
         const bool seen = std::any_of(client->Casts().begin(), client->Casts().end(),
                                       [](const auto &entry) { return entry.second->Visible(); });

@@ -49,9 +49,16 @@ void VoiceSpelling::ApplyOptions()
 void VoiceSpelling::KeyDown()
 {
     m_keyDown = true;
-    const auto listener = m_parts.agent.ListenerNow();
-    if (!IsOn() || !listener)
+    Answer();
+}
+
+// What the key is held down for, as far as it can be had just now.
+void VoiceSpelling::Answer()
+{
+    if (!IsOn() || !m_parts.agent.ListenerNow()) {
+        Drop(State::Idle);
         return;
+    }
     if (m_parts.agent.SomebodySpeaks()) {
         Drop(State::Held);
         Say(Text("Wait a moment, and keep the key down."));
@@ -160,7 +167,7 @@ void VoiceSpelling::VoiceChanged()
         if (m_state != State::Idle)
             Drop(m_keyDown ? State::Held : State::Idle);
     } else if (m_state == State::Held) {
-        Listen();
+        Answer();
     }
 }
 

@@ -69,6 +69,7 @@ private:
     bool IsOn() const;
     void ApplyOptions();
     void VoiceChanged();
+    void Answer();
     void Listen();
     void Understand();
     void Offer(const QStringList &names);

@@ -49,6 +49,8 @@ private slots:
     void saidAgainReplacesTheOffer();
     void nothingHeardIsTold();
     void nobodyIsHeardWhileACharacterSpeaks();
+    void whoWaitsForSilenceIsToldOfAnObstacle();
+    void nobodyIsHeardWhenTheSpeakersScreenGoes();
     void aCharacterThatBeginsEndsTheListening();
     void aCharacterThatBeginsTakesTheOfferAway();
     void withoutAMicrophoneTheGameGoesOn();
@@ -259,6 +261,35 @@ void TestVoiceSpelling::nobodyIsHeardWhileACharacterSpeaks()
     m_time.Run(20s);
     QVERIFY(!m_microphone.Listening());
     QCOMPARE(m_recogniser->orders.size(), std::size_t(1));
+}
+
+void TestVoiceSpelling::whoWaitsForSilenceIsToldOfAnObstacle()
+{
+    SwitchOn();
+    ShowMerlin();
+    m_recogniser->obstacle = "There is no recogniser.";
+    m_control->Character("Merlin")->Speak("How do you spell it?");
+    m_time.Run(100ms);
+    m_spelling->KeyDown();
+    QVERIFY(m_tip.text.contains("Wait"));
+    while (m_agent->SomebodySpeaks())
+        m_time.Run(20ms);
+    QCOMPARE(m_tip.text, QString("There is no recogniser."));
+    QVERIFY(!m_microphone.Listening());
+}
+
+void TestVoiceSpelling::nobodyIsHeardWhenTheSpeakersScreenGoes()
+{
+    SwitchOn();
+    ShowMerlin();
+    m_control->Character("Merlin")->Speak("How do you spell it?");
+    m_time.Run(100ms);
+    m_spelling->KeyDown();
+    QVERIFY(m_tip.text.contains("Wait"));
+    m_control->Disconnect();
+    QVERIFY(!m_agent->SomebodySpeaks());
+    QVERIFY(!m_microphone.Listening());
+    QCOMPARE(m_tip.text, QString());
 }
 
 void TestVoiceSpelling::aCharacterThatBeginsEndsTheListening()
