@@ -4,6 +4,7 @@
 #include "platform/voice/SoundEffects.h"
 #include "support/FakeTime.h"
 
+#include <algorithm>
 #include <memory>
 #include <vector>
 
@@ -42,6 +43,13 @@ public:
         for (const auto &heard : m_heard)
             sounding += heard->from <= m_time.Elapsed() && m_time.Elapsed() < heard->to;
         return sounding;
+    }
+
+    // How many are kept by whoever asked for them.
+    int Kept() const
+    {
+        return int(std::count_if(m_heard.begin(), m_heard.end(),
+                                 [](const auto &heard) { return heard.use_count() > 1; }));
     }
 
     [[nodiscard]] std::unique_ptr<Playing> Play(std::shared_ptr<const platform::Sound> sound,

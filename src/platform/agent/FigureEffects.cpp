@@ -12,6 +12,7 @@ constexpr double kPatience = 0.4; // seconds behind the end of an effect
 
 void FigureEffects::Follow(MotionPlayer &player, double now)
 {
+    DropWhatIsOver(now);
     for (const MotionPlayer::DueCue &due : player.TakeCues(kAhead)) {
         if (!m_out || !due.cue->sound)
             continue;
@@ -26,9 +27,14 @@ void FigureEffects::Follow(MotionPlayer &player, double now)
 
 bool FigureEffects::AreOver(double now)
 {
+    DropWhatIsOver(now);
+    return m_effects.empty();
+}
+
+void FigureEffects::DropWhatIsOver(double now)
+{
     std::erase_if(m_effects,
                   [now](const Effect &effect) { return effect.playing->IsOver() || now >= effect.latest; });
-    return m_effects.empty();
 }
 
 void FigureEffects::FadeOut()

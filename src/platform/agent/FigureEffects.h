@@ -27,6 +27,8 @@ public:
     void FadeOut();
 
 private:
+    void DropWhatIsOver(double now);
+
     struct Effect {
         std::unique_ptr<SoundEffects::Playing> playing;
         double latest; // when it is taken as over, whatever the device says

@@ -131,6 +131,15 @@ private slots:
         QVERIFY(player.TakeCues(0.2).empty());
     }
 
+    void whatIsOverIsLetGoInALoopToo()
+    {
+        m_figure->Appear();
+        m_figure->Perform("Doze", End());
+        m_time->Run(std::chrono::minutes(2));
+        QVERIFY(m_sounds->All().size() > 50);
+        QVERIFY2(m_sounds->Kept() <= 2, qPrintable(QString::number(m_sounds->Kept())));
+    }
+
     void anEffectIsHeardWhenTheMotionReachesItsCue()
     {
         m_figure->Appear();
