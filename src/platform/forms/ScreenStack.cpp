@@ -2,6 +2,7 @@
 
 #include "platform/Error.h"
 #include "platform/Services.h"
+#include "platform/forms/Backdrop.h"
 #include "platform/forms/Boxes.h"
 #include "platform/forms/Screen.h"
 #include "platform/forms/ScreenTrace.h"
@@ -9,6 +10,7 @@
 #include "platform/system/Events.h"
 #include "platform/system/Process.h"
 
+#include <QBackingStore>
 #include <QScreen>
 #include <QWidget>
 #include <QWindow>
@@ -25,6 +27,15 @@ namespace {
 // While one window goes and the next one comes, a window manager may make a third one active by itself.
 // Within this time that does not count as brought forward by the user.
 constexpr std::chrono::milliseconds kChangeOfFront{ 1000 };
+
+// A script that waits for ever keeps every window that is dropped from then on. It may still need the
+// controls, but never the pictures, which take nearly all of the memory.
+void LetGoOfPictures(QWidget &window)
+{
+    qDeleteAll(window.findChildren<Backdrop *>());
+    if (QBackingStore *picture = window.backingStore())
+        picture->resize(QSize(1, 1));
+}
 
 } // namespace
 
@@ -88,6 +99,7 @@ void ScreenStack::Drop(Screen &screen)
     std::erase(m_shown, &screen);
     std::erase_if(m_loaded, [&](const auto &loaded) { return loaded.get() == &screen; });
     screen.m_window->hide();
+    LetGoOfPictures(*screen.m_window);
     // Deleting it here would pull controls from under the handler, or the event, that is still running.
     m_dropped.emplace_back(screen.m_window);
     screen.m_window = nullptr;

@@ -2,7 +2,9 @@
 #include "support/PlainDesk.h"
 
 #include "platform/Error.h"
+#include "platform/forms/Backdrop.h"
 
+#include <QBackingStore>
 #include <QPointer>
 #include <QTest>
 
@@ -41,6 +43,7 @@ private slots:
     void suspendedHandlerSurvivesUnloadAndReleaseOfItsScreen();
     void windowsAreDeletedOnlyWhenNoHandlerRuns();
     void windowDroppedJustBeforeAWaitLivesUntilItEnds();
+    void windowKeptForAScriptKeepsNoPictures();
     void nestedWaitsEndInnermostFirst();
     void errorWhileUnloadingLeavesTheScreenLoaded();
     void errorWhileLoadingLeavesNoWindow();
@@ -247,6 +250,33 @@ void TestScreen::windowDroppedJustBeforeAWaitLivesUntilItEnds()
     QVERIFY(window);
     m_desk->Settle();
     QVERIFY(!window);
+}
+
+// A script may wait for the rest of the run, and all windows that are dropped meanwhile wait with it.
+void TestScreen::windowKeptForAScriptKeepsNoPictures()
+{
+    One::Shared().Show();
+    Two::Shared().Show();
+    const QPointer<QWidget> window(Two::Shared().Window());
+    platform::Backdrop::Install(*window, ":/none.svg");
+    platform::Backdrop::Install(*Two::Shared().cmdOther, ":/none.svg");
+    QCoreApplication::processEvents(); // the desktop has it painted
+    QCOMPARE(window->backingStore()->size(), window->size());
+    bool done = false;
+    Two::Shared().cmdOther_Click = [&] {
+        Two::Shared().Unload();
+        done = true;
+    };
+    One::Shared().cmdGo_Click = [&] {
+        WaitUntil(done);
+        QVERIFY(window);
+        QVERIFY(window->findChildren<platform::Backdrop *>().isEmpty());
+        QCOMPARE(window->backingStore()->size(), QSize(1, 1));
+        QVERIFY(window->findChild<QPushButton *>());
+    };
+    const auto press = m_desk->time.After(1s, [&] { Two::Shared().cmdOther->click(); });
+    One::Shared().cmdGo->click();
+    QVERIFY(done);
 }
 
 void TestScreen::nestedWaitsEndInnermostFirst()
