@@ -16,7 +16,7 @@
 #include <QMenu>
 #include <QPushButton>
 #include <QScrollBar>
-#include <QtTest>
+#include <QTest>
 
 namespace support {
 

@@ -10,7 +10,7 @@
 
 #include <QLineEdit>
 #include <QRandomGenerator>
-#include <QtTest>
+#include <QTest>
 
 using namespace tumblewick;
 using platform::BoxAnswer;

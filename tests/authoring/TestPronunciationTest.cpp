@@ -9,8 +9,8 @@
 
 #include <QFrame>
 #include <QLineEdit>
+#include <QTest>
 #include <QTreeView>
-#include <QtTest>
 
 using namespace tumblewick;
 using platform::TwipsRect;

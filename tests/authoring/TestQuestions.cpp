@@ -1,7 +1,7 @@
 #include "authoring/Questions.h"
 #include "support/Desk.h"
 
-#include <QtTest>
+#include <QTest>
 
 using namespace tumblewick;
 using platform::BoxAnswer;

@@ -1,6 +1,6 @@
 #include "authoring/QuizQuestion.h"
 
-#include <QtTest>
+#include <QTest>
 
 using namespace tumblewick;
 

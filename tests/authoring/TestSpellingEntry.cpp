@@ -1,6 +1,6 @@
 #include "authoring/SpellingEntry.h"
 
-#include <QtTest>
+#include <QTest>
 
 using namespace tumblewick;
 

@@ -9,7 +9,8 @@
 #include "support/ReportText.h"
 
 #include <QDir>
-#include <QtTest>
+#include <QFile>
+#include <QTest>
 
 using namespace tumblewick;
 using platform::BoxAnswer;

@@ -14,7 +14,7 @@
 
 #include <QDir>
 #include <QLabel>
-#include <QtTest>
+#include <QTest>
 
 using namespace tumblewick;
 using support::ListDesk;

@@ -12,7 +12,7 @@
 
 #include <QAbstractButton>
 #include <QLoggingCategory>
-#include <QtTest>
+#include <QTest>
 
 using namespace tumblewick;
 using support::Desk;

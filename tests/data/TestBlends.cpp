@@ -3,8 +3,7 @@
 #include "platform/agent/Puppet.h"
 
 #include <QDir>
-#include <QtTest>
-
+#include <QTest>
 #include <algorithm>
 #include <array>
 #include <cmath>

@@ -4,8 +4,7 @@
 
 #include <QDir>
 #include <QSvgRenderer>
-#include <QtTest>
-
+#include <QTest>
 #include <cmath>
 #include <set>
 

@@ -3,14 +3,15 @@
 #include "platform/help/ChmFile.h"
 #include "platform/help/SiteMap.h"
 
+#include <QDir>
 #include <QDirIterator>
 #include <QFile>
 #include <QImage>
 #include <QRegularExpression>
+#include <QTest>
 #include <QTextBlock>
 #include <QTextDocument>
 #include <QUrl>
-#include <QtTest>
 
 using namespace platform;
 

@@ -3,9 +3,11 @@
 #include "platform/files/DiskFiles.h"
 
 #include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QRegularExpression>
 #include <QSet>
-#include <QtTest>
-
+#include <QTest>
 #include <algorithm>
 #include <array>
 

@@ -1,9 +1,10 @@
 #include "platform/agent/CharacterFile.h"
 
 #include <QDir>
+#include <QFile>
+#include <QSet>
+#include <QTest>
 #include <QtEndian>
-#include <QtTest>
-
 #include <cmath>
 
 using namespace platform;

@@ -23,8 +23,8 @@
 #include <QFile>
 #include <QLineEdit>
 #include <QRadioButton>
-#include <QtTest>
-
+#include <QRegularExpression>
+#include <QTest>
 #include <map>
 
 using namespace tumblewick;

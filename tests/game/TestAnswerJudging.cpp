@@ -6,8 +6,8 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QTest>
 #include <QTextEdit>
-#include <QtTest>
 
 using namespace tumblewick;
 using support::Desk;

@@ -4,8 +4,8 @@
 
 #include <QLineEdit>
 #include <QPushButton>
+#include <QTest>
 #include <QTextEdit>
-#include <QtTest>
 
 using namespace tumblewick;
 using namespace std::chrono_literals;

@@ -2,7 +2,7 @@
 #include "platform/Error.h"
 
 #include <QPushButton>
-#include <QtTest>
+#include <QTest>
 
 using namespace tumblewick;
 using namespace std::chrono_literals;

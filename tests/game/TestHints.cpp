@@ -1,7 +1,7 @@
 #include "game/Hints.h"
 #include "stage/SpeechLines.h"
 
-#include <QtTest>
+#include <QTest>
 
 using namespace tumblewick;
 

@@ -2,7 +2,7 @@
 #include "game/Turns.h"
 #include "shell/Players.h"
 
-#include <QtTest>
+#include <QTest>
 
 using namespace tumblewick;
 

@@ -5,9 +5,9 @@
 #include "support/FakeChance.h"
 #include "support/FaultyFiles.h"
 
+#include <QFile>
 #include <QTemporaryDir>
-#include <QtTest>
-
+#include <QTest>
 #include <algorithm>
 
 using namespace tumblewick;

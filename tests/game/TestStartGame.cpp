@@ -7,8 +7,8 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QTest>
 #include <QTextEdit>
-#include <QtTest>
 
 using namespace tumblewick;
 using support::Desk;

@@ -6,9 +6,9 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
+#include <QTest>
 #include <QTextBlock>
 #include <QTextEdit>
-#include <QtTest>
 
 using namespace tumblewick;
 using support::Desk;

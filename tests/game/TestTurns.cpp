@@ -1,6 +1,6 @@
 #include "game/Turns.h"
 
-#include <QtTest>
+#include <QTest>
 
 using namespace tumblewick;
 

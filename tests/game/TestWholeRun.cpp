@@ -9,8 +9,8 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QRadioButton>
+#include <QTest>
 #include <QTextEdit>
-#include <QtTest>
 
 using namespace tumblewick;
 using support::Desk;

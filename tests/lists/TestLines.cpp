@@ -2,7 +2,7 @@
 #include "lists/SpellingLine.h"
 #include "platform/Error.h"
 
-#include <QtTest>
+#include <QTest>
 
 using namespace tumblewick;
 

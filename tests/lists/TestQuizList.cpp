@@ -4,8 +4,9 @@
 #include "lists/QuizList.h"
 #include "support/FaultyFiles.h"
 
-#include <QtTest>
-
+#include <QFile>
+#include <QRandomGenerator>
+#include <QTest>
 #include <vector>
 
 using namespace tumblewick;

@@ -4,8 +4,10 @@
 #include "platform/files/TextCode.h"
 #include "support/FaultyFiles.h"
 
-#include <QtTest>
-
+#include <QDir>
+#include <QFile>
+#include <QRandomGenerator>
+#include <QTest>
 #include <vector>
 
 using namespace tumblewick;

@@ -4,9 +4,10 @@
 #include "support/FullDisk.h"
 #include "support/ReportText.h"
 
+#include <QDir>
 #include <QFile>
 #include <QLabel>
-#include <QtTest>
+#include <QTest>
 
 using namespace tumblewick;
 using platform::BoxAnswer;

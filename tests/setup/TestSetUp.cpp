@@ -13,7 +13,7 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QRadioButton>
-#include <QtTest>
+#include <QTest>
 
 using namespace tumblewick;
 using support::CheckCaptions;

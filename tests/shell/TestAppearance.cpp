@@ -17,10 +17,10 @@
 #include <QListWidget>
 #include <QPushButton>
 #include <QScrollBar>
+#include <QTest>
 #include <QTextBlock>
 #include <QTextEdit>
 #include <QTreeWidget>
-#include <QtTest>
 
 #include <functional>
 #include <memory>

@@ -28,8 +28,8 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
-#include <QtTest>
-
+#include <QSet>
+#include <QTest>
 #include <map>
 #include <vector>
 

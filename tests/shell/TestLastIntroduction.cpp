@@ -4,7 +4,7 @@
 #include "support/NumberRaised.h"
 
 #include <QFile>
-#include <QtTest>
+#include <QTest>
 
 using namespace tumblewick;
 using support::Desk;

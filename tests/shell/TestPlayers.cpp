@@ -1,7 +1,7 @@
 #include "platform/Error.h"
 #include "shell/Players.h"
 
-#include <QtTest>
+#include <QTest>
 
 using namespace tumblewick;
 

@@ -15,7 +15,7 @@
 #include "support/Desk.h"
 
 #include <QGroupBox>
-#include <QtTest>
+#include <QTest>
 
 #include <map>
 

@@ -2,7 +2,7 @@
 #include "shell/ScreenInfo.h"
 #include "support/Desk.h"
 
-#include <QtTest>
+#include <QTest>
 
 using namespace tumblewick;
 using support::Desk;

@@ -21,7 +21,7 @@
 #include <QAbstractButton>
 #include <QLineEdit>
 #include <QPointer>
-#include <QtTest>
+#include <QTest>
 
 #include <map>
 

@@ -5,7 +5,7 @@
 
 #include <QAbstractButton>
 #include <QLabel>
-#include <QtTest>
+#include <QTest>
 
 using namespace tumblewick;
 using platform::RegistryValue;

@@ -8,7 +8,7 @@
 #include <QAbstractButton>
 #include <QFile>
 #include <QLabel>
-#include <QtTest>
+#include <QTest>
 
 using namespace tumblewick;
 using support::Desk;

@@ -8,7 +8,7 @@
 #include <QFile>
 #include <QLineEdit>
 #include <QRadioButton>
-#include <QtTest>
+#include <QTest>
 
 using namespace tumblewick;
 using platform::BoxAnswer;

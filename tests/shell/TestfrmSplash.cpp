@@ -5,7 +5,7 @@
 #include "support/Desk.h"
 
 #include <QLabel>
-#include <QtTest>
+#include <QTest>
 
 using namespace tumblewick;
 using support::Desk;

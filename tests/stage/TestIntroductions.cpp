@@ -6,7 +6,7 @@
 #include "stage/Waits.h"
 #include "support/Desk.h"
 
-#include <QtTest>
+#include <QTest>
 
 using namespace tumblewick;
 using support::Desk;

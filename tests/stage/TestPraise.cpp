@@ -2,7 +2,7 @@
 #include "stage/Praise.h"
 #include "support/FakeChance.h"
 
-#include <QtTest>
+#include <QTest>
 
 using namespace tumblewick;
 using platform::Integer16;

@@ -2,7 +2,7 @@
 #include "shell/Players.h"
 #include "stage/SpeechLines.h"
 
-#include <QtTest>
+#include <QTest>
 
 using namespace tumblewick;
 

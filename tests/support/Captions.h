@@ -2,7 +2,7 @@
 
 #include "support/Desk.h"
 
-#include <QtTest>
+#include <QTest>
 
 namespace support {
 

@@ -9,7 +9,7 @@
 #include <QFile>
 #include <QLineEdit>
 #include <QPixmap>
-#include <QtTest>
+#include <QTest>
 
 using namespace tumblewick;
 

@@ -6,7 +6,7 @@
 #include <QContextMenuEvent>
 #include <QListWidget>
 #include <QMenu>
-#include <QtTest>
+#include <QTest>
 
 namespace support {
 

@@ -3,7 +3,7 @@
 #include "support/AgentService.h"
 #include "support/PuppetService.h"
 
-#include <QtTest>
+#include <QTest>
 
 // A client of the speaking-character service, over the fake figures or over the real ones: the two rows that
 // every contract test runs with. The test forwards initTestCase_data, init and cleanup.

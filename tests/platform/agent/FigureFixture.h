@@ -7,7 +7,7 @@
 
 #include <QApplication>
 #include <QMouseEvent>
-#include <QtTest>
+#include <QTest>
 
 // One real figure in a window of its own, with a fake voice and a time that the test lets pass.
 class FigureFixture : public QObject {

@@ -1,7 +1,7 @@
 #include "support/AgentService.h"
 #include "support/KeptLog.h"
 
-#include <QtTest>
+#include <QTest>
 
 using namespace platform;
 

@@ -1,8 +1,8 @@
 #include "support/PuppetService.h"
 
 #include <QElapsedTimer>
-#include <QtTest>
-
+#include <QTemporaryDir>
+#include <QTest>
 #include <random>
 #include <set>
 

@@ -3,12 +3,13 @@
 #include "platform/agent/BalloonWindow.h"
 
 #include <QDialog>
+#include <QElapsedTimer>
 #include <QGuiApplication>
 #include <QListWidget>
 #include <QPushButton>
 #include <QScreen>
+#include <QTest>
 #include <QTextEdit>
-#include <QtTest>
 
 using namespace platform;
 

@@ -4,11 +4,13 @@
 #include "support/SmallCharacter.h"
 
 #include <QCborArray>
+#include <QCborMap>
 #include <QCborStreamWriter>
+#include <QCborValue>
 #include <QDir>
+#include <QFile>
 #include <QTemporaryDir>
-#include <QtTest>
-
+#include <QTest>
 #include <limits>
 #include <set>
 

@@ -5,7 +5,8 @@
 #include "support/FakeVoice.h"
 #include "support/SmallCharacter.h"
 
-#include <QtTest>
+#include <QCborMap>
+#include <QTest>
 
 using namespace platform;
 

@@ -6,12 +6,14 @@
 #include "support/SmallCharacter.h"
 
 #include <QCborArray>
+#include <QCborMap>
+#include <QCborValue>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
+#include <QLoggingCategory>
 #include <QTemporaryDir>
-#include <QtTest>
-
+#include <QTest>
 #include <limits>
 #include <map>
 #include <set>

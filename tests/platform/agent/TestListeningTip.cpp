@@ -4,7 +4,8 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QScreen>
-#include <QtTest>
+#include <QTest>
+#include <QTimer>
 
 using namespace platform;
 

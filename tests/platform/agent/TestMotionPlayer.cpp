@@ -1,7 +1,7 @@
 #include "platform/agent/MotionPlayer.h"
 #include "support/SmallCharacter.h"
 
-#include <QtTest>
+#include <QTest>
 
 using namespace platform;
 

@@ -16,9 +16,8 @@
 #include <QScreen>
 #include <QSlider>
 #include <QTabWidget>
+#include <QTest>
 #include <QTextBrowser>
-#include <QtTest>
-
 #include <set>
 
 using namespace platform;

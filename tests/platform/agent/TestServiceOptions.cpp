@@ -5,9 +5,9 @@
 #include "support/KeptLog.h"
 
 #include <QFile>
+#include <QSettings>
 #include <QTemporaryDir>
-#include <QtTest>
-
+#include <QTest>
 #include <optional>
 
 using namespace platform;

@@ -5,7 +5,7 @@
 #include "support/FakeStage.h"
 #include "support/FakeTime.h"
 
-#include <QtTest>
+#include <QTest>
 
 #include <optional>
 

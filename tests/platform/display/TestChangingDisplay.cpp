@@ -6,7 +6,7 @@
 
 #include <QGuiApplication>
 #include <QScreen>
-#include <QtTest>
+#include <QTest>
 
 using namespace platform;
 using support::PixelsOfDisplay;

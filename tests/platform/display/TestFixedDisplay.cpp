@@ -5,7 +5,7 @@
 
 #include <QFontDatabase>
 #include <QGuiApplication>
-#include <QtTest>
+#include <QTest>
 
 #include <cstring>
 

@@ -1,6 +1,6 @@
 #include "platform/display/Scale.h"
 
-#include <QtTest>
+#include <QTest>
 
 namespace {
 

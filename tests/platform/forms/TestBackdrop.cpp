@@ -1,9 +1,11 @@
 #include "platform/forms/Backdrop.h"
 
+#include <QFile>
 #include <QImage>
+#include <QRegularExpression>
 #include <QTemporaryDir>
+#include <QTest>
 #include <QWidget>
-#include <QtTest>
 
 using platform::Backdrop;
 

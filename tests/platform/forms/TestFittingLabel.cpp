@@ -2,8 +2,8 @@
 
 #include <QHelpEvent>
 #include <QImage>
+#include <QTest>
 #include <QToolTip>
-#include <QtTest>
 
 using platform::FittingLabel;
 

@@ -1,6 +1,6 @@
 #include "platform/forms/OnTop.h"
 
-#include <QtTest>
+#include <QTest>
 
 using platform::FreePlace;
 using platform::OnTop;

@@ -5,8 +5,7 @@
 
 #include <QFile>
 #include <QTemporaryDir>
-#include <QtTest>
-
+#include <QTest>
 #include <random>
 
 using namespace platform;

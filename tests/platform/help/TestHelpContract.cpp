@@ -10,7 +10,7 @@
 #include <QApplication>
 #include <QFile>
 #include <QTemporaryDir>
-#include <QtTest>
+#include <QTest>
 
 using namespace platform;
 

@@ -7,6 +7,8 @@
 #include "support/ControlWalk.h"
 
 #include <QAction>
+#include <QBuffer>
+#include <QDir>
 #include <QFile>
 #include <QLabel>
 #include <QLineEdit>
@@ -17,9 +19,9 @@
 #include <QScrollBar>
 #include <QTabWidget>
 #include <QTemporaryDir>
+#include <QTest>
 #include <QTreeWidget>
-#include <QtTest>
-
+#include <QUrl>
 #include <set>
 
 using namespace platform;

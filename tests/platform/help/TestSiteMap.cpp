@@ -2,7 +2,7 @@
 
 #include "platform/help/SiteMap.h"
 
-#include <QtTest>
+#include <QTest>
 
 using namespace platform;
 

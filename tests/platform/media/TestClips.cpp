@@ -7,8 +7,8 @@
 #include <QFile>
 #include <QRandomGenerator>
 #include <QTemporaryDir>
+#include <QTest>
 #include <QWidget>
-#include <QtTest>
 
 #include <sys/stat.h>
 

@@ -4,10 +4,11 @@
 #include "platform/voice/QtAudioOut.h"
 #include "support/FakeMedia.h"
 
+#include <QElapsedTimer>
 #include <QFile>
 #include <QTemporaryDir>
+#include <QTest>
 #include <QWidget>
-#include <QtTest>
 
 #include <sys/resource.h>
 

@@ -3,9 +3,10 @@
 #include "support/NumberRaised.h"
 
 #include <QDir>
+#include <QElapsedTimer>
 #include <QFile>
 #include <QTemporaryDir>
-#include <QtTest>
+#include <QTest>
 
 using platform::QtDesktop;
 using support::NumberRaised;

@@ -2,7 +2,9 @@
 #include "support/FakeRecogniser.h"
 #include "support/FakeTime.h"
 
-#include <QtTest>
+#include <QRandomGenerator>
+#include <QSet>
+#include <QTest>
 
 #include <espeak-ng/speak_lib.h>
 
