@@ -20,6 +20,7 @@ from desk import Desktop, Failure
 ANSWER_LIMIT = 20.0  # seconds within which the program has to answer a screen reader
 MEMORY_LIMIT = 450  # MiB; the sanitizers want most of it
 LEAKS_EVERY = 200  # steps from one look for leaks to the next
+BLANK_LOOKS = 12  # after so many in a row that found nothing to press, nothing will come
 LEAVES = re.compile("Exit|Quit")  # what such a button ends would be seen too seldom after hours of use
 PRESSED = ("push button", "radio button", "check box", "list item", "menu item", "combo box", "table cell", "page tab")
 TYPED = ["cat", "knight_nite", "Ann", "3", "1", "01", "new list", "a/b", "con", "?", "\\map=\"x\"=\"y\"\\", "<b>big</b>", "%s%n",
@@ -29,6 +30,9 @@ KEYS = ["Return", "Tab", "shift+Tab", "Escape", "Delete", "BackSpace", "Down", "
 # The screens that make lists trap nothing: deleting with nothing chosen ends the program with the default report, and so
 # does a name that the disk refuses. That is wanted.
 ENDED_BY = {"frmSpelling1": (91, 52, 53, 70, 75, 76), "frmQuiz1": (91, 52, 53, 70, 75, 76)}
+# The sheet of the character properties belongs to the game's screen, which so is loaded; whoever then closes the menu by
+# its frame leaves that one, hidden. That is wanted, too.
+HIDDEN = {"frmSpell1"}
 SANITIZER = re.compile(r"AddressSanitizer|LeakSanitizer|runtime error:|SUMMARY: ")
 
 
@@ -39,6 +43,8 @@ class Monkey:
         self.done = []
         self.begun = 0  # the line of the trace at which the present run begins
         self.nodes = []
+        self.blank = 0  # looks in a row that found nothing
+        self.hidden = 0  # programs that went on without a window
         self.sizes = [[]]  # what each run of the program took, in MiB, from look to look
         self.pressed = collections.Counter()
 
@@ -76,6 +82,9 @@ class Monkey:
             self.desk.open_reader()
             line = "[]"
         self.nodes = [node for node in json.loads(line) if node["place"]]
+        self.blank = 0 if self.nodes else self.blank + 1
+        if self.blank == BLANK_LOOKS and self.desk.program.poll() is None:
+            self.leave_hidden()
         for line in self.desk.lines()[-200:]:
             if SANITIZER.search(line):
                 raise Failure("the program complains: " + line)
@@ -87,6 +96,21 @@ class Monkey:
                 if self.sizes[-1][-1] > MEMORY_LIMIT:
                     raise Failure("the program has grown to %d MiB" % self.sizes[-1][-1])
 
+    def leave_hidden(self):
+        """Ends a program that runs without a window."""
+        loaded = set()
+        for line in self.desk.lines(self.begun):
+            match = re.match(r"screen: (\w+) (load|unload)$", line)
+            if match:
+                (loaded.add if match.group(2) == "load" else loaded.discard)(match.group(1))
+        if loaded != HIDDEN:
+            raise Failure("the program runs but shows nothing; loaded: %s" % (", ".join(sorted(loaded)) or "nothing"))
+        self.note("end what is hidden")
+        self.hidden += 1
+        self.desk.program.kill()
+        self.desk.program.wait()
+        self.run_again()
+
     def start_again(self):
         code = self.desk.program.returncode
         report = re.search(r"Run-time error '(\d+)'", "\n".join(self.desk.lines(self.begun)))
@@ -94,6 +118,10 @@ class Monkey:
         wanted = report and code == 1 and int(report.group(1)) in ENDED_BY.get(screens[-1], ())
         if not wanted and (code != 0 or report):
             raise Failure("the program ended with %d, %s" % (code, report.group(0) if report else "without a report"))
+        self.run_again()
+
+    def run_again(self):
+        self.blank = 0
         self.begun = self.desk.mark()
         self.desk.start_program()
         self.desk.wait(r"screen: frmMenu1 activate", self.begun, limit=120)
@@ -105,8 +133,8 @@ class Monkey:
     def summary(self, seed, steps):
         screens = sorted({match.group(1) for match in (re.match(r"screen: (\w+) activate", line) for line in self.desk.lines())
                           if match})
-        text = "seed %d: %d steps, %d starts, %d screens (%s)" % (
-            seed, steps, len(self.sizes), len(screens), ", ".join(screens))
+        text = "seed %d: %d steps, %d starts, %d of them ended hidden, %d screens (%s)" % (
+            seed, steps, len(self.sizes), self.hidden, len(screens), ", ".join(screens))
         longest = max(self.sizes, key=len)
         if len(longest) >= 10:
             tenth = len(longest) // 10
