@@ -2,6 +2,9 @@
 
 #include <QSize>
 
+#include <cstdlib>
+
+#include <xcb/randr.h>
 #include <xcb/xcb.h>
 
 namespace support {
@@ -18,6 +21,25 @@ inline QSize PixelsOfDisplay()
     }
     xcb_disconnect(connection);
     return pixels;
+}
+
+// Lets the desktop reach beyond the display, as another display beside it does. False when it cannot.
+inline bool StretchDesktop(const QSize &pixels)
+{
+    xcb_connection_t *connection = xcb_connect(nullptr, nullptr);
+    bool isDone = false;
+    if (xcb_connection_has_error(connection) == 0) {
+        const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(connection)).data->root;
+        xcb_generic_error_t *error = xcb_request_check(
+            connection, xcb_randr_set_screen_size_checked(
+                            connection, root, static_cast<uint16_t>(pixels.width()),
+                            static_cast<uint16_t>(pixels.height()), static_cast<uint32_t>(pixels.width()),
+                            static_cast<uint32_t>(pixels.height())));
+        isDone = error == nullptr;
+        std::free(error);
+    }
+    xcb_disconnect(connection);
+    return isDone;
 }
 
 } // namespace support

@@ -15,8 +15,9 @@ struct DisplayMode {
     qint32 height = 0;
     qint32 flags = 0;
     qint32 frequency = 0; // Hz, 0 when the display does not tell
+
+    friend bool operator==(const DisplayMode &one, const DisplayMode &other) = default;
 };
-bool operator==(const DisplayMode &one, const DisplayMode &other);
 
 // A font as the display describes it: the logical font, and its type.
 struct LogicalFont {
@@ -48,7 +49,8 @@ public:
     virtual int DotsPerInchX() const = 0;
     virtual int DotsPerInchY() const = 0;
 
-    // The mode of that index, counted from 0; none behind the last one.
+    // The mode of that index, counted from 0; none behind the last one. Asking for the first takes stock of
+    // the modes anew, so whoever wants them all begins there.
     virtual std::optional<DisplayMode> Mode(int index) const = 0;
 
     // Calls `take` for each installed font with its type, until it gives 0.

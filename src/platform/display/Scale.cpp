@@ -1,8 +1,8 @@
 #include "platform/display/Scale.h"
 
-#include <QtGlobal>
+#include "platform/display/RandrDisplay.h"
 
-#include <xcb/xcb.h>
+#include <QtGlobal>
 
 #include <algorithm>
 #include <cmath>
@@ -16,22 +16,11 @@ constexpr QSize kLeastUnits(1024, 768);
 constexpr char kWindowSystem[] = "QT_QPA_PLATFORM";
 constexpr char kScale[] = "QT_SCALE_FACTOR";
 
-// The pixels of the X display, empty when it cannot be reached.
-QSize DisplayPixels()
-{
-    int number = 0;
-    xcb_connection_t *connection = xcb_connect(nullptr, &number);
-    QSize size;
-    if (xcb_connection_has_error(connection) == 0) {
-        xcb_screen_iterator_t screens = xcb_setup_roots_iterator(xcb_get_setup(connection));
-        for (; number > 0 && screens.rem > 1; --number)
-            xcb_screen_next(&screens);
-        if (screens.rem > 0)
-            size = QSize(screens.data->width_in_pixels, screens.data->height_in_pixels);
-    }
-    xcb_disconnect(connection);
-    return size;
-}
+// Desktops of many dots to the inch have Qt draw larger by one of these, which would come on top.
+constexpr char kDesktopScale[] = "QT_ENABLE_HIGHDPI_SCALING";
+constexpr char kDesktopScales[] = "QT_SCREEN_SCALE_FACTORS";
+// Type is measured in pixels here; what Qt itself measures by the inch goes with it.
+constexpr char kDotsPerInch[] = "QT_FONT_DPI";
 
 } // namespace
 
@@ -46,26 +35,35 @@ DisplayChoice::DisplayChoice()
 {
     if (qEnvironmentVariableIsSet(kWindowSystem))
         return;
-    const QSize pixels = DisplayPixels();
+    const QSize pixels = RandrDisplay().Pixels();
     m_hasDisplay = !pixels.isEmpty();
     if (!m_hasDisplay)
         return;
     // Characters stand at places of their own choosing, which only the X window system allows.
     Set(kWindowSystem, "xcb");
-    if (!qEnvironmentVariableIsSet(kScale) && ScaleFor(pixels) > 1.0)
+    if (qEnvironmentVariableIsSet(kScale))
+        return;
+    if (ScaleFor(pixels) > 1.0)
         Set(kScale, QByteArray::number(ScaleFor(pixels)));
+    Set(kDesktopScale, "0");
+    Set(kDesktopScales, "");
+    Set(kDotsPerInch, "96");
 }
 
 DisplayChoice::~DisplayChoice()
 {
-    for (const char *variable : m_set)
-        qunsetenv(variable);
+    for (const auto &[variable, before] : m_before) {
+        if (before.isNull())
+            qunsetenv(variable);
+        else
+            qputenv(variable, before);
+    }
 }
 
 void DisplayChoice::Set(const char *variable, const QByteArray &value)
 {
+    m_before.emplace_back(variable, qgetenv(variable));
     qputenv(variable, value);
-    m_set.push_back(variable);
 }
 
 } // namespace platform

@@ -3,6 +3,7 @@
 #include <QByteArray>
 #include <QSize>
 
+#include <utility>
 #include <vector>
 
 namespace platform {
@@ -11,10 +12,11 @@ namespace platform {
 // at least 1024 x 768 units, never less than 1.
 double ScaleFor(const QSize &display);
 
-// The window system and the scale that the application object is to be made with, chosen by the display and
-// told to it by Qt's own variables. They stand in the environment as long as this object lives, which is
-// until the application object is there: programs that are started later would take them over. What the user
-// has set is left as it is.
+// The window system and the scale that the application object is to be made with, told to it by Qt's own
+// variables. The primary display alone decides on the scale, not how many dots to the inch the desktop counts
+// on, nor what lies beside the display. The variables stand in the environment as long as this object lives,
+// which is until the application object is there: programs that are started later would take them over. A
+// window system or a scale that the user has set is left as it is.
 class DisplayChoice {
 public:
     DisplayChoice();
@@ -29,7 +31,7 @@ private:
     void Set(const char *variable, const QByteArray &value);
 
     bool m_hasDisplay = true;
-    std::vector<const char *> m_set; // the variables that have to go again
+    std::vector<std::pair<const char *, QByteArray>> m_before; // of the variables; null where there was none
 };
 
 } // namespace platform

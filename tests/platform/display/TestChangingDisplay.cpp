@@ -127,6 +127,27 @@ private slots:
         qunsetenv("QT_SCALE_FACTOR");
     }
 
+    void whatLiesBesideTheDisplayDoesNotCount_data()
+    {
+        QTest::addColumn<QSize>("display");
+        QTest::addColumn<QByteArray>("scale");
+        QTest::newRow("small beside a large one") << QSize(1024, 768) << QByteArray();
+        QTest::newRow("scaled for itself") << QSize(1920, 1080) << QByteArray("1.25");
+    }
+    void whatLiesBesideTheDisplayDoesNotCount()
+    {
+        QFETCH(QSize, display);
+        QCOMPARE(XcbDisplay().ChangeMode({ 32, display.width(), display.height(), 0, 60 }),
+                 qint32(kDisplayChanged));
+        QVERIFY(support::StretchDesktop(QSize(display.width() + 2560, 1440)));
+        QCOMPARE(PixelsOfDisplay().height(), 1440);
+        {
+            const DisplayChoice choice;
+            QTEST(qgetenv("QT_SCALE_FACTOR"), "scale");
+        }
+        QVERIFY(support::StretchDesktop(display));
+    }
+
     void theProgramsOwnClassChangesIt()
     {
         RealDisplayDesk desk;
