@@ -3,6 +3,7 @@
 #include <QFileInfo>
 #include <QRegularExpression>
 #include <QTextDocument>
+#include <QUrl>
 
 #include <algorithm>
 #include <utility>
@@ -57,6 +58,12 @@ std::vector<QRegularExpression> PatternsOf(const QString &words)
                                   QRegularExpression::UseUnicodePropertiesOption);
     return patterns;
 }
+
+// A page for its words alone. The library would look for style sheets where the program was started.
+class WordsOnly final : public QTextDocument {
+protected:
+    QVariant loadResource(int, const QUrl &) override { return {}; }
+};
 
 QString Excerpt(const QString &text, qsizetype place)
 {
@@ -170,7 +177,7 @@ const std::vector<HelpBook::PlainPage> &HelpBook::PlainPages() const
 {
     if (m_plainPages.empty() && m_file) {
         for (const QString &name : m_file->Pages()) {
-            QTextDocument page;
+            WordsOnly page;
             page.setHtml(Page(name));
             const QString title = page.metaInformation(QTextDocument::DocumentTitle);
             QString text = page.toPlainText();

@@ -41,6 +41,17 @@ QString NameOf(const QUrl &url)
     return url.path(QUrl::FullyDecoded).mid(1);
 }
 
+// A picture that cannot be had is nothing to be seen; for one that is null the library looks on the disk.
+QImage PictureFrom(const QByteArray &bytes)
+{
+    QImage picture = QImage::fromData(bytes);
+    if (picture.isNull()) {
+        picture = QImage(1, 1, QImage::Format_ARGB32_Premultiplied);
+        picture.fill(Qt::transparent);
+    }
+    return picture;
+}
+
 } // namespace
 
 HelpPage::HelpPage(QWidget *parent) : QTextBrowser(parent)
@@ -162,24 +173,22 @@ void HelpPage::PrintTo(QPagedPaintDevice &paper) const
 
 QVariant HelpPage::loadResource(int type, const QUrl &name)
 {
-    if (!m_book)
-        return {};
     const QUrl url = source().resolved(name);
-    if (url.scheme() != kScheme)
-        return {};
+    const bool isOfBook = m_book && url.scheme() == kScheme;
+    const auto bytes = [&] { return isOfBook ? m_book->Bytes(NameOf(url)) : QByteArray(); };
     switch (type) {
     case QTextDocument::HtmlResource:
-        return m_book->Page(NameOf(url));
+        return isOfBook ? m_book->Page(NameOf(url)) : QString();
     case QTextDocument::StyleSheetResource:
-        return QString::fromUtf8(m_book->Bytes(NameOf(url)));
+        return QString::fromUtf8(bytes());
     case QTextDocument::ImageResource: {
         auto picture = m_pictures.find(name);
         if (picture == m_pictures.end())
-            picture = m_pictures.emplace(name, QImage::fromData(m_book->Bytes(NameOf(url)))).first;
+            picture = m_pictures.emplace(name, PictureFrom(bytes())).first;
         return Fitted(picture->second);
     }
     default:
-        return {};
+        return QByteArray();
     }
 }
 

@@ -24,6 +24,9 @@
 #include <QUrl>
 #include <set>
 
+#include <sys/inotify.h>
+#include <unistd.h>
+
 using namespace platform;
 
 namespace {
@@ -498,6 +501,31 @@ private slots:
         m_window->ShowTopic(m_folder.filePath("Later.chm"), "Welcome.htm");
         QVERIFY(Text().startsWith("Welcome"));
         QFile::remove(m_folder.filePath("Later.chm"));
+    }
+
+    // Neither by its place on the disk nor because it lies where the game was started.
+    void nothingIsTakenFromTheDisk()
+    {
+        const QString sheet = Save("Beside.css", "p { color: red }");
+        const QString picture = Save("Wide.png", WidePicture());
+        const QByteArray place = QUrl::fromLocalFile(picture).toEncoded();
+        Write({ { "Page.htm", "<html><head><title>Page</title><link rel=\"stylesheet\" type=\"text/css\" "
+                              "href=\"Beside.css\">"
+                              "</head><body><p>A hint.</p><img src=\"" +
+                                  place + "\"><img src=\"Wide.png\"></body></html>" } });
+        const int watch = inotify_init1(IN_NONBLOCK);
+        for (const QString &path : { sheet, picture })
+            QVERIFY(inotify_add_watch(watch, QFile::encodeName(path).constData(), IN_OPEN) >= 0);
+        const QString before = QDir::currentPath();
+        QDir::setCurrent(m_folder.path());
+        m_window->ShowTopic(m_path, "Page.htm");
+        Find<QLineEdit>("searchWords")->setText("hint");
+        QDir::setCurrent(before);
+        char opened[1000];
+        QVERIFY(read(watch, opened, sizeof opened) < 0);
+        close(watch);
+        QCOMPARE(Find<QListWidget>("hits")->count(), 1);
+        QCOMPARE(PageShown()->horizontalScrollBar()->maximum(), 0);
     }
 
     void signsInANameAreNoHtml()
