@@ -1,7 +1,6 @@
 #include "platform/help/HelpBook.h"
 
 #include <QFileInfo>
-#include <QRegularExpression>
 #include <QTextDocument>
 #include <QUrl>
 
@@ -49,16 +48,6 @@ QString NoticeOf(ChmFault::Kind fault, const QString &path)
     }
 }
 
-std::vector<QRegularExpression> PatternsOf(const QString &words)
-{
-    std::vector<QRegularExpression> patterns;
-    for (const QString &word : WordsOf(words))
-        patterns.emplace_back(QStringLiteral("(?<![\\p{L}\\p{N}])") + QRegularExpression::escape(word),
-                              QRegularExpression::CaseInsensitiveOption |
-                                  QRegularExpression::UseUnicodePropertiesOption);
-    return patterns;
-}
-
 // A page for its words alone. The library would look for style sheets where the program was started.
 class WordsOnly final : public QTextDocument {
 protected:
@@ -80,10 +69,15 @@ QString Excerpt(const QString &text, qsizetype place)
 
 } // namespace
 
-QStringList WordsOf(const QString &typed)
+std::vector<QRegularExpression> PatternsOf(const QString &words)
 {
     static const QRegularExpression kBetweenWords(QStringLiteral("[^\\p{L}\\p{N}']+"));
-    return typed.split(kBetweenWords, Qt::SkipEmptyParts);
+    std::vector<QRegularExpression> patterns;
+    for (const QString &word : words.split(kBetweenWords, Qt::SkipEmptyParts))
+        patterns.emplace_back(QStringLiteral("(?<![\\p{L}\\p{N}])") + QRegularExpression::escape(word),
+                              QRegularExpression::CaseInsensitiveOption |
+                                  QRegularExpression::UseUnicodePropertiesOption);
+    return patterns;
 }
 
 HelpBook::HelpBook(const QString &path) : m_path(path)
@@ -145,9 +139,11 @@ QByteArray HelpBook::Bytes(const QString &name) const
 std::vector<HelpHit> HelpBook::Search(const QString &words) const
 {
     const std::vector<QRegularExpression> patterns = PatternsOf(words);
+    if (patterns.empty())
+        return {};
     std::vector<std::pair<qsizetype, HelpHit>> found;
     for (const PlainPage &page : PlainPages()) {
-        qsizetype weight = patterns.empty() ? 0 : 1;
+        qsizetype weight = 0;
         qsizetype first = page.text.size();
         for (const QRegularExpression &pattern : patterns) {
             const qsizetype inTitle = page.title.count(pattern);

@@ -4,16 +4,17 @@
 #include "platform/help/SiteMap.h"
 
 #include <QByteArray>
+#include <QRegularExpression>
 #include <QString>
-#include <QStringList>
 
 #include <memory>
 #include <vector>
 
 namespace platform {
 
-// The words in what somebody types to look for something; marks between them are left out.
-QStringList WordsOf(const QString &typed);
+// What finds the words that somebody types to look for something, each at the beginning of a word and in any
+// letter case; marks between them are left out.
+std::vector<QRegularExpression> PatternsOf(const QString &words);
 
 // A page that holds all the words looked for.
 struct HelpHit {
@@ -37,8 +38,8 @@ public:
     QString Page(const QString &name) const;
     // A picture or style sheet; empty when it cannot be had.
     QByteArray Bytes(const QString &name) const;
-    // The pages that hold every one of `words`, at the beginning of a word and in any letter case, those that
-    // tell most about them first. Nothing for no words.
+    // The pages that hold every one of `words`, as PatternsOf finds them, those that tell most about them
+    // first. Nothing for no words.
     std::vector<HelpHit> Search(const QString &words) const;
 
 private:

@@ -116,7 +116,7 @@ int HelpPage::Mark(const QString &text)
 
 void HelpPage::MarkWords(const QString &words)
 {
-    MarkAll(WordsOf(words));
+    MarkAll(PatternsOf(words));
     QTextCursor first(document());
     first.movePosition(QTextCursor::End);
     for (const QTextEdit::ExtraSelection &mark : extraSelections())
@@ -128,13 +128,14 @@ void HelpPage::MarkWords(const QString &words)
     }
 }
 
-void HelpPage::MarkAll(const QStringList &texts)
+template <typename Needles>
+void HelpPage::MarkAll(const Needles &needles)
 {
     QList<QTextEdit::ExtraSelection> marks;
-    for (const QString &text : texts) {
+    for (const auto &needle : needles) {
         QTextCursor place(document());
         while (marks.size() < kMostMarks) {
-            place = document()->find(text, place);
+            place = document()->find(needle, place);
             if (place.isNull())
                 break;
             QTextEdit::ExtraSelection mark;

@@ -50,7 +50,9 @@ protected:
     void wheelEvent(QWheelEvent *event) override;
 
 private:
-    void MarkAll(const QStringList &texts);
+    // Each needle is a text or a pattern.
+    template <typename Needles>
+    void MarkAll(const Needles &needles);
     QImage Fitted(const QImage &picture) const;
 
     const HelpBook *m_book = nullptr;

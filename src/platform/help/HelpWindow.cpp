@@ -286,7 +286,6 @@ void HelpWindow::ShowTopic(const QString &file, const QString &topic)
     FillContents();
     FillIndex();
     m_searchWords->clear();
-    Search();
     m_shelves->setCurrentIndex(kContents);
     CloseFindBar();
     m_page->Open(topic);

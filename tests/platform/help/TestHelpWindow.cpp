@@ -219,6 +219,20 @@ private slots:
         QVERIFY2(space > hits->fontMetrics().horizontalAdvance(words), qPrintable(QString::number(more)));
     }
 
+    // A page is found by the beginnings of its words, and turned to where they are.
+    void aHitTurnsToTheBeginningOfAWord()
+    {
+        Write({ { "Words.htm", Page("Words", "<p>Sprint. A printer prints.</p>") } });
+        m_window->ShowTopic(m_path, "Words.htm");
+        Find<QLineEdit>("searchWords")->setText("Print");
+        QTest::keyClick(Find<QLineEdit>("searchWords"), Qt::Key_Return);
+        QStringList marked;
+        for (const QTextEdit::ExtraSelection &mark : PageShown()->extraSelections())
+            marked << QString::number(mark.cursor.selectionStart() - Text().indexOf("Sprint"));
+        QCOMPARE(marked.join(' '), QString("10 18"));
+        QCOMPARE(PageShown()->textCursor().position(), Text().indexOf("printer"));
+    }
+
     void tabComesIntoAListAndOpensNothing_data()
     {
         QTest::addColumn<int>("shelf");
