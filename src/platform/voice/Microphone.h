@@ -31,7 +31,8 @@ public:
     // second, in order and without gaps.
     [[nodiscard]] virtual bool Record(const QString &id,
                                       std::function<void(const QByteArray &samples)> heard) = 0;
-    // Ends either. What has been heard and not yet been told is told first, inside the call.
+    // Ends either. What has been heard and not yet been told is told now, inside the call; whoever is told
+    // may begin to listen anew.
     virtual void Stop() = 0;
 
     // Called by the event loop, within a second or so, when devices have come or gone since Devices.

@@ -9,7 +9,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <utility>
 
 namespace platform {
 
@@ -56,11 +55,12 @@ public:
         m_timer.setInterval(kLevelEvery);
         connect(&m_timer, &QTimer::timeout, this, [this] { Tell(); });
     }
-    ~Ear() override { Stop(); }
+    ~Ear() override { End(); }
 
     bool Listen(const QAudioDevice &device, std::function<void(const QByteArray &)> heard)
     {
         Stop();
+        End(); // whoever was told the rest may have begun to listen
         if (device.isNull())
             return false;
         QAudioFormat format;
@@ -70,7 +70,7 @@ public:
         m_source = std::make_unique<QAudioSource>(device, format);
         m_stream = m_source->start();
         if (!m_stream || m_source->error() == QAudio::OpenError || m_source->error() == QAudio::FatalError) {
-            Stop();
+            End();
             return false;
         }
         m_heard = std::move(heard);
@@ -80,16 +80,10 @@ public:
 
     void Stop()
     {
-        m_timer.stop();
-        // The rest; whoever is told may stop once more.
-        if (const auto heard = std::exchange(m_heard, nullptr)) {
-            if (const QByteArray rest = m_stream->readAll(); !rest.isEmpty())
-                heard(rest);
-        }
-        m_stream = nullptr;
-        if (m_source)
-            m_source->stop();
-        m_source.reset();
+        const auto heard = m_heard;
+        const QByteArray rest = End();
+        if (heard && !rest.isEmpty())
+            heard(rest);
     }
 
     // Whoever asks for the devices may want to hear of others. The library does not always tell.
@@ -111,6 +105,19 @@ private:
             return;
         m_known = std::move(devices);
         changed();
+    }
+
+    // Gives what has been heard and not been told.
+    QByteArray End()
+    {
+        m_timer.stop();
+        m_heard = nullptr;
+        const QByteArray rest = m_stream ? m_stream->readAll() : QByteArray();
+        m_stream = nullptr;
+        if (m_source)
+            m_source->stop();
+        m_source.reset();
+        return rest;
     }
 
     void Tell()

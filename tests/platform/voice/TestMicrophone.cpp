@@ -108,6 +108,7 @@ private slots:
     void whatIsSaidIsRecordedAsItIs();
     void levelsFollowWhatIsHeard();
     void stopTellsTheRestAndIsSilentThen();
+    void whoIsToldTheRestMayListenAnew();
     void whoListensLastIsTold();
     void aDeviceThatHasGoneGivesWayToAnother();
     void comingAndGoingIsTold();
@@ -206,6 +207,40 @@ void TestMicrophone::stopTellsTheRestAndIsSilentThen()
     m_loop.For(300ms);
     QCOMPARE(calls, before);
     microphone.Stop();
+}
+
+void TestMicrophone::whoIsToldTheRestMayListenAnew()
+{
+    QtMicrophone microphone;
+    QVERIFY(Sees(microphone, "desk"));
+    int levels = 0;
+    int calls = 0;
+    bool listensAnew = false;
+    const auto record = [&] {
+        return microphone.Record("desk", [&](const QByteArray &) {
+            ++calls;
+            if (std::exchange(listensAnew, false))
+                QVERIFY(microphone.Listen("desk", [&](double) { ++levels; }));
+        });
+    };
+    QVERIFY(record());
+    QVERIFY(m_loop.Until([&] { return calls > 2; }));
+    listensAnew = true;
+    QTest::qSleep(100); // so that there is a rest
+    microphone.Stop();
+    QVERIFY(!listensAnew);
+    QVERIFY(m_loop.Until([&] { return levels > 2; }));
+    // What is begun behind it counts.
+    QVERIFY(record());
+    calls = 0;
+    QVERIFY(m_loop.Until([&] { return calls > 2; }));
+    listensAnew = true;
+    QTest::qSleep(100);
+    int last = 0;
+    QVERIFY(microphone.Record("desk", [&](const QByteArray &) { ++last; }));
+    levels = 0;
+    QVERIFY(m_loop.Until([&] { return last > 2; }));
+    QCOMPARE(levels, 0);
 }
 
 void TestMicrophone::whoListensLastIsTold()
