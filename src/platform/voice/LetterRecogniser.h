@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/voice/Microphone.h"
+
 #include <QByteArray>
 #include <QString>
 #include <QStringList>
@@ -8,9 +10,6 @@
 #include <memory>
 
 namespace platform {
-
-// How many samples of speech are heard in a second.
-constexpr int kSpeechRate = 16000;
 
 // Understands single letters that somebody says, without any other computer. To be used by the program's one
 // thread; the work is done on another.

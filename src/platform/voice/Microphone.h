@@ -8,6 +8,9 @@
 
 namespace platform {
 
+// How many samples of speech are heard in a second.
+constexpr int kSpeechRate = 16000;
+
 // What can be listened with.
 class Microphone {
 public:
@@ -27,8 +30,8 @@ public:
     // `level` from the event loop some ten times a second with the loudness of what is heard, 0 to 1, until
     // Stop or the next Listen or Record. False when nothing can be listened to; `level` is not called then.
     [[nodiscard]] virtual bool Listen(const QString &id, std::function<void(double)> level) = 0;
-    // The same, but calls `heard` with what is heard itself: 16-bit signed samples of one channel, 16,000 a
-    // second, in order and without gaps.
+    // The same, but calls `heard` with what is heard itself: 16-bit signed samples of one channel at
+    // kSpeechRate, in order and without gaps.
     [[nodiscard]] virtual bool Record(const QString &id,
                                       std::function<void(const QByteArray &samples)> heard) = 0;
     // Ends either. What has been heard and not yet been told is told now, inside the call; whoever is told

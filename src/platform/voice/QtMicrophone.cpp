@@ -14,7 +14,6 @@ namespace platform {
 
 namespace {
 
-constexpr int kSampleRate = 16000;
 constexpr int kLevelEvery = 60;  // milliseconds
 constexpr int kLookEvery = 1000; // likewise
 // What is as soft as an empty room, and what is a shout, in decibels below full scale.
@@ -64,7 +63,7 @@ public:
         if (device.isNull())
             return false;
         QAudioFormat format;
-        format.setSampleRate(kSampleRate);
+        format.setSampleRate(kSpeechRate);
         format.setChannelCount(1);
         format.setSampleFormat(QAudioFormat::Int16);
         m_source = std::make_unique<QAudioSource>(device, format);
