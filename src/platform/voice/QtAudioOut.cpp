@@ -1,16 +1,12 @@
 #include "platform/voice/QtAudioOut.h"
 
 #include "platform/voice/HeardClock.h"
+#include "platform/voice/Loudspeaker.h"
 
-#include <QAudioDevice>
-#include <QAudioSink>
-#include <QIODevice>
-#include <QMediaDevices>
 #include <QTimer>
 
 #include <algorithm>
 #include <cstring>
-#include <optional>
 #include <utility>
 
 namespace platform {
@@ -24,23 +20,11 @@ using std::chrono::microseconds;
 constexpr auto kBuffer = 1s;
 constexpr auto kWatch = 10ms;
 constexpr auto kDeviceIsLost = 3s;
-constexpr microseconds kDeviceAnswerHolds = 1s;
 
-microseconds Now()
-{
-    return std::chrono::duration_cast<microseconds>(std::chrono::steady_clock::now().time_since_epoch());
-}
-
-// The samples of a line and silence for ever behind them: a device that runs dry would stop its clock early.
-class SampleSource final : public QIODevice {
+// The samples of a line and silence for ever behind them.
+class SampleSource final : public EndlessSource {
 public:
-    explicit SampleSource(QByteArray samples) : m_samples(std::move(samples))
-    {
-        open(QIODevice::ReadOnly | QIODevice::Unbuffered);
-    }
-
-    bool isSequential() const override { return true; }
-    qint64 bytesAvailable() const override { return kAlwaysThere + QIODevice::bytesAvailable(); }
+    explicit SampleSource(QByteArray samples) : m_samples(std::move(samples)) {}
 
 protected:
     qint64 readData(char *data, qint64 size) override
@@ -51,10 +35,8 @@ protected:
         m_at += sound;
         return size;
     }
-    qint64 writeData(const char *, qint64) override { return -1; }
 
 private:
-    static constexpr qint64 kAlwaysThere = 1 << 20;
     QByteArray m_samples;
     qint64 m_at = 0;
 };
@@ -68,19 +50,14 @@ public:
         m_watch.setInterval(kWatch);
         m_watch.setTimerType(Qt::PreciseTimer);
         connect(&m_watch, &QTimer::timeout, this, [this] { Watch(); });
-        connect(&m_devices, &QMediaDevices::audioOutputsChanged, this, [this] { m_askedAt.reset(); });
     }
     ~Player() override { Stop(); }
 
     bool Usable()
     {
-        const auto now = Now();
-        if (!m_askedAt || now - *m_askedAt > kDeviceAnswerHolds) {
-            m_device = QMediaDevices::defaultAudioOutput();
-            m_doubtful = m_doubtful && !m_device.isNull() && !CanBeOpened();
-            m_askedAt = now;
-        }
-        return !m_device.isNull() && !m_doubtful;
+        if (m_chosen.Ask())
+            m_doubtful = m_doubtful && !m_chosen.Device().isNull() && !CanBeOpened();
+        return !m_chosen.Device().isNull() && !m_doubtful;
     }
 
     bool Play(const std::shared_ptr<const Utterance> &utterance, std::function<void(bool)> ended)
@@ -95,7 +72,7 @@ public:
         }
         m_length = utterance->Length();
         m_ended = std::move(ended);
-        m_clock.Start(Now());
+        m_clock.Start(SoundTime());
         m_watch.start();
         return true;
     }
@@ -104,11 +81,7 @@ public:
     {
         m_watch.stop();
         m_ended = nullptr;
-        if (m_sink) {
-            // A sink that is destroyed while it runs takes the process with it.
-            m_sink->stop();
-            m_sink.reset();
-        }
+        m_sink.reset();
         m_source.reset();
     }
 
@@ -116,24 +89,16 @@ public:
     {
         if (!m_sink)
             return microseconds::zero();
-        return std::min(m_clock.At(Now(), microseconds(m_sink->processedUSecs())), m_length);
+        return std::min(m_clock.At(SoundTime(), microseconds(m_sink->processedUSecs())), m_length);
     }
 
 private:
-    // False when the device refuses; the sink must be stopped even then.
+    // False when the device refuses.
     bool Open(const Utterance &utterance)
     {
-        QAudioFormat format;
-        format.setSampleRate(utterance.sampleRate);
-        format.setChannelCount(utterance.channels);
-        format.setSampleFormat(QAudioFormat::Int16);
         m_source = std::make_unique<SampleSource>(utterance.samples);
-        m_sink = std::make_unique<QAudioSink>(m_device, format);
-        m_sink->setBufferSize(format.bytesForDuration(microseconds(kBuffer).count()));
-        m_sink->start(m_source.get());
-        // A device that cannot be opened says so here and sends no signal.
-        return m_sink->state() != QAudio::StoppedState && m_sink->error() != QAudio::OpenError &&
-               m_sink->error() != QAudio::FatalError;
+        m_sink = StartedSink(m_chosen.Device(), utterance.sampleRate, utterance.channels, kBuffer, *m_source);
+        return m_sink != nullptr;
     }
 
     bool CanBeOpened()
@@ -150,14 +115,14 @@ private:
     void Doubt()
     {
         m_doubtful = true;
-        m_askedAt.reset();
+        m_chosen.Forget();
     }
 
     void Watch()
     {
         const bool lost = m_sink->state() == QAudio::StoppedState;
         const auto heard = lost ? microseconds::zero() : Heard();
-        if (!lost && heard < m_length && m_clock.StandsStillFor(Now()) < kDeviceIsLost)
+        if (!lost && heard < m_length && m_clock.StandsStillFor(SoundTime()) < kDeviceIsLost)
             return;
         const bool whole = !lost && heard >= m_length;
         const auto ended = std::exchange(m_ended, nullptr);
@@ -168,12 +133,10 @@ private:
             ended(whole); // the last thing done here, since it may destroy this player
     }
 
-    QMediaDevices m_devices;
-    QAudioDevice m_device;
-    bool m_doubtful = false;               // m_device failed when it was last used
-    std::optional<microseconds> m_askedAt; // when m_device was asked for; none: ask again
+    ChosenDevice m_chosen;
+    bool m_doubtful = false; // it failed when it was last used
     std::unique_ptr<SampleSource> m_source;
-    std::unique_ptr<QAudioSink> m_sink;
+    RunningSink m_sink;
     microseconds m_length{ 0 };
     std::function<void(bool)> m_ended;
     HeardClock m_clock;

@@ -1,18 +1,13 @@
 #include "platform/voice/QtSoundEffects.h"
 
 #include "platform/voice/HeardClock.h"
+#include "platform/voice/Loudspeaker.h"
 #include "platform/voice/SoundMixer.h"
 
-#include <QAudioDevice>
-#include <QAudioSink>
-#include <QIODevice>
-#include <QMediaDevices>
 #include <QThread>
 #include <QTimer>
 
-#include <algorithm>
 #include <limits>
-#include <optional>
 
 namespace platform {
 
@@ -27,13 +22,7 @@ constexpr auto kBuffer = 100ms;
 constexpr auto kWatch = 20ms;
 constexpr microseconds kSilenceBeforeClosing = 3s;
 constexpr microseconds kDeviceIsLost = 2s;
-constexpr microseconds kDeviceAnswerHolds = 1s;
 constexpr microseconds kFailedDeviceRests = 5s;
-
-microseconds Now()
-{
-    return std::chrono::duration_cast<microseconds>(std::chrono::steady_clock::now().time_since_epoch());
-}
 
 qint64 Frames(microseconds time)
 {
@@ -41,15 +30,9 @@ qint64 Frames(microseconds time)
 }
 
 // The mixed effects, and silence for ever between and behind them.
-class MixedSource final : public QIODevice {
+class MixedSource final : public EndlessSource {
 public:
-    explicit MixedSource(SoundMixer &mixer) : m_mixer(mixer)
-    {
-        open(QIODevice::ReadOnly | QIODevice::Unbuffered);
-    }
-
-    bool isSequential() const override { return true; }
-    qint64 bytesAvailable() const override { return kAlwaysThere + QIODevice::bytesAvailable(); }
+    explicit MixedSource(SoundMixer &mixer) : m_mixer(mixer) {}
 
 protected:
     qint64 readData(char *data, qint64 size) override
@@ -57,10 +40,8 @@ protected:
         m_mixer.Mix(reinterpret_cast<qint16 *>(data), size / 2);
         return size / 2 * 2;
     }
-    qint64 writeData(const char *, qint64) override { return -1; }
 
 private:
-    static constexpr qint64 kAlwaysThere = 1 << 20;
     SoundMixer &m_mixer;
 };
 
@@ -81,18 +62,14 @@ public:
             return Fail();
         }
         const microseconds heard = Heard();
-        m_mixer.Add(std::move(sound), std::move(link), Frames(heard + (at - Now())));
-        m_usedAt = Now();
+        m_mixer.Add(std::move(sound), std::move(link), Frames(heard + (at - SoundTime())));
+        m_usedAt = SoundTime();
     }
 
     void Close()
     {
         m_watch.stop();
-        if (m_sink) {
-            // A sink that is destroyed while it runs takes the process with it.
-            m_sink->stop();
-            m_sink.reset();
-        }
+        m_sink.reset();
         m_source.reset();
         m_mixer.Drop();
     }
@@ -103,26 +80,18 @@ public:
 private:
     bool Open(const QAudioDevice &device)
     {
-        QAudioFormat format;
-        format.setSampleRate(kSoundRate);
-        format.setChannelCount(1);
-        format.setSampleFormat(QAudioFormat::Int16);
         m_source = std::make_unique<MixedSource>(m_mixer);
-        m_sink = std::make_unique<QAudioSink>(device, format);
-        m_sink->setBufferSize(format.bytesForDuration(microseconds(kBuffer).count()));
-        m_clock.Start(Now());
-        m_sink->start(m_source.get());
+        m_clock.Start(SoundTime());
+        m_sink = StartedSink(device, kSoundRate, 1, kBuffer, *m_source);
         m_watch.start();
-        // A device that cannot be opened says so here and sends no signal.
-        return m_sink->state() != QAudio::StoppedState && m_sink->error() != QAudio::OpenError &&
-               m_sink->error() != QAudio::FatalError;
+        return m_sink != nullptr;
     }
 
-    microseconds Heard() { return m_clock.At(Now(), microseconds(m_sink->processedUSecs())); }
+    microseconds Heard() { return m_clock.At(SoundTime(), microseconds(m_sink->processedUSecs())); }
 
     void Fail()
     {
-        failedAt = Now().count();
+        failedAt = SoundTime().count();
         Close();
     }
 
@@ -131,7 +100,7 @@ private:
         if (m_sink->state() == QAudio::StoppedState)
             return Fail();
         m_mixer.Heard(Frames(Heard()));
-        const auto now = Now();
+        const auto now = SoundTime();
         if (m_clock.StandsStillFor(now) > kDeviceIsLost)
             return Fail();
         if (!m_mixer.IsEmpty())
@@ -142,7 +111,7 @@ private:
 
     SoundMixer m_mixer;
     std::unique_ptr<MixedSource> m_source;
-    std::unique_ptr<QAudioSink> m_sink;
+    RunningSink m_sink;
     HeardClock m_clock;
     microseconds m_usedAt{ 0 };
     QTimer m_watch;
@@ -161,14 +130,10 @@ private:
 
 } // namespace
 
-class QtSoundEffects::Player : public QObject {
+class QtSoundEffects::Player {
 public:
-    Player()
-    {
-        m_thread.setObjectName(QStringLiteral("effects"));
-        connect(&m_devices, &QMediaDevices::audioOutputsChanged, this, [this] { m_askedAt.reset(); });
-    }
-    ~Player() override
+    Player() { m_thread.setObjectName(QStringLiteral("effects")); }
+    ~Player()
     {
         if (!m_feeder)
             return;
@@ -191,9 +156,9 @@ public:
         auto link = std::make_shared<Link>();
         std::erase_if(m_links, [](const std::weak_ptr<Link> &other) { return other.expired(); });
         m_links.push_back(link);
-        QMetaObject::invokeMethod(m_feeder,
-                                  [feeder = m_feeder, device = m_device, sound = std::move(sound), link,
-                                   at = Now() + delay] { feeder->Begin(device, sound, link, at); });
+        QMetaObject::invokeMethod(
+            m_feeder, [feeder = m_feeder, device = m_chosen.Device(), sound = std::move(sound), link,
+                       at = SoundTime() + delay] { feeder->Begin(device, sound, link, at); });
         return std::make_unique<LinkedEffect>(std::move(link));
     }
 
@@ -210,19 +175,13 @@ public:
 private:
     bool Usable()
     {
-        const auto now = Now();
-        if (m_feeder && now - microseconds(m_feeder->failedAt) < kFailedDeviceRests)
+        if (m_feeder && SoundTime() - microseconds(m_feeder->failedAt) < kFailedDeviceRests)
             return false;
-        if (!m_askedAt || now - *m_askedAt > kDeviceAnswerHolds) {
-            m_device = QMediaDevices::defaultAudioOutput();
-            m_askedAt = now;
-        }
-        return !m_device.isNull();
+        m_chosen.Ask();
+        return !m_chosen.Device().isNull();
     }
 
-    QMediaDevices m_devices;
-    QAudioDevice m_device;
-    std::optional<microseconds> m_askedAt; // when m_device was asked for; none: ask again
+    ChosenDevice m_chosen;
     std::vector<std::weak_ptr<Link>> m_links;
     QThread m_thread;
     Feeder *m_feeder = nullptr; // belongs to m_thread
