@@ -70,7 +70,6 @@ public:
                 Fade(*heard);
         }
     }
-    bool IsOn() const override { return m_on; }
 
 private:
     class Effect : public Playing {

@@ -13,7 +13,7 @@ namespace platform {
 namespace {
 
 // The entries of the system file that are read.
-enum SystemCode { kContents = 0, kIndex = 1, kStart = 2, kTitle = 3 };
+enum SystemCode { kContents = 0, kIndex = 1, kStart = 2 };
 
 QString KeyOf(QString name)
 {
@@ -107,9 +107,6 @@ void ChmFile::ReadSystemFile()
             break;
         case kStart:
             m_startPage = text;
-            break;
-        case kTitle:
-            m_title = text;
             break;
         default:
             break;

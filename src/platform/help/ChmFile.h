@@ -32,7 +32,6 @@ public:
     QStringList Pages() const;
 
     // What the file says about itself; empty when it says nothing.
-    QString Title() const { return m_title; }
     QString StartPage() const { return m_startPage; }
     QString ContentsFile() const { return m_contentsFile; }
     QString IndexFile() const { return m_indexFile; }
@@ -45,7 +44,7 @@ private:
 
     std::unique_ptr<void, Closer> m_handle; // the library's own
     std::map<QString, ChmEntry> m_entries;  // by name in small letters, without the slash
-    QString m_title, m_startPage, m_contentsFile, m_indexFile;
+    QString m_startPage, m_contentsFile, m_indexFile;
 };
 
 } // namespace platform

@@ -204,9 +204,4 @@ void QtSoundEffects::SetOn(bool on)
         m_player->FadeOutAll();
 }
 
-bool QtSoundEffects::IsOn() const
-{
-    return m_player->isOn;
-}
-
 } // namespace platform

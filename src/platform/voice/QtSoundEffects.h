@@ -18,7 +18,6 @@ public:
     [[nodiscard]] std::unique_ptr<Playing> Play(std::shared_ptr<const Sound> sound,
                                                 std::chrono::microseconds delay) override;
     void SetOn(bool on) override;
-    bool IsOn() const override;
 
 private:
     class Player;

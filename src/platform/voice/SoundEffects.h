@@ -42,7 +42,6 @@ public:
 
     // What the user has chosen; at first effects are on. False fades out what plays.
     virtual void SetOn(bool on) = 0;
-    virtual bool IsOn() const = 0;
 };
 
 } // namespace platform

@@ -22,7 +22,6 @@ public:
     void Add(std::shared_ptr<const Sound> sound, std::shared_ptr<Link> link, qint64 frame);
     // Writes the next `frames` samples. What is too loud together is held at the largest sample.
     void Mix(qint16 *samples, qint64 frames);
-    qint64 Mixed() const { return m_mixed; }
     // Marks as over what ends before `frame`, up to which the device has played.
     void Heard(qint64 frame);
     // Marks everything as over and counts from 0 again.

@@ -83,11 +83,9 @@ private slots:
     void switchingOffFadesAllAndKeepsSilent()
     {
         QtSoundEffects effects;
-        QVERIFY(effects.IsOn());
         auto effect = effects.Play(Quiet(3000ms), 0us);
         m_loop.For(200ms);
         effects.SetOn(false);
-        QVERIFY(!effects.IsOn());
         QVERIFY(Lasts(m_loop, *effect) >= 0);
         QVERIFY(!effects.Play(Quiet(50ms), 0us));
         effects.SetOn(true);
