@@ -23,8 +23,7 @@ frmDelete::frmDelete() : ResizedScreen(QStringLiteral("frmDelete"), QStringLiter
 
 frmDelete::~frmDelete()
 {
-    State().AgentControl = nullptr;
-    State().CurrentRequest = nullptr;
+    State().LetGoOfControl();
 }
 
 void frmDelete::OnLoad(QWidget &window)

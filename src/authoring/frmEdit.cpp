@@ -25,8 +25,7 @@ frmEdit::frmEdit() : ResizedScreen(QStringLiteral("frmEdit"), QStringLiteral("Se
 
 frmEdit::~frmEdit()
 {
-    State().AgentControl = nullptr;
-    State().CurrentRequest = nullptr;
+    State().LetGoOfControl();
 }
 
 void frmEdit::OnLoad(QWidget &window)

@@ -24,8 +24,7 @@ frmEditQuiz::frmEditQuiz() : ResizedScreen(QStringLiteral("frmEditQuiz"), QStrin
 
 frmEditQuiz::~frmEditQuiz()
 {
-    State().AgentControl = nullptr;
-    State().CurrentRequest = nullptr;
+    State().LetGoOfControl();
 }
 
 void frmEditQuiz::OnLoad(QWidget &window)

@@ -46,8 +46,7 @@ frmEditSpell::frmEditSpell()
 
 frmEditSpell::~frmEditSpell()
 {
-    State().AgentControl = nullptr;
-    State().CurrentRequest = nullptr;
+    State().LetGoOfControl();
 }
 
 void frmEditSpell::OnLoad(QWidget &window)

@@ -22,8 +22,7 @@ frmList::frmList() : ResizedScreen(QStringLiteral("frmList"), QStringLiteral("Ma
 
 frmList::~frmList()
 {
-    State().AgentControl = nullptr;
-    State().CurrentRequest = nullptr;
+    State().LetGoOfControl();
 }
 
 void frmList::OnLoad(QWidget &window)

@@ -24,8 +24,7 @@ frmExpList::frmExpList() : ResizedScreen(QStringLiteral("frmExpList"), QStringLi
 
 frmExpList::~frmExpList()
 {
-    State().AgentControl = nullptr;
-    State().CurrentRequest = nullptr;
+    State().LetGoOfControl();
 }
 
 void frmExpList::OnLoad(QWidget &window)

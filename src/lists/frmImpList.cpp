@@ -24,8 +24,7 @@ frmImpList::frmImpList() : ResizedScreen(QStringLiteral("frmImpList"), QStringLi
 
 frmImpList::~frmImpList()
 {
-    State().AgentControl = nullptr;
-    State().CurrentRequest = nullptr;
+    State().LetGoOfControl();
 }
 
 void frmImpList::OnLoad(QWidget &window)

@@ -26,8 +26,7 @@ frmChooseList1::frmChooseList1()
 
 frmChooseList1::~frmChooseList1()
 {
-    State().AgentControl = nullptr;
-    State().CurrentRequest = nullptr;
+    State().LetGoOfControl();
 }
 
 void frmChooseList1::OnLoad(QWidget &window)

@@ -19,8 +19,7 @@ frmNumPlayers1::frmNumPlayers1()
 
 frmNumPlayers1::~frmNumPlayers1()
 {
-    State().AgentControl = nullptr;
-    State().CurrentRequest = nullptr;
+    State().LetGoOfControl();
 }
 
 void frmNumPlayers1::OnLoad(QWidget &window)

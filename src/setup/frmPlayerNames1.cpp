@@ -21,8 +21,7 @@ frmPlayerNames1::frmPlayerNames1()
 
 frmPlayerNames1::~frmPlayerNames1()
 {
-    State().AgentControl = nullptr;
-    State().CurrentRequest = nullptr;
+    State().LetGoOfControl();
 }
 
 void frmPlayerNames1::OnLoad(QWidget &window)

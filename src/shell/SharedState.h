@@ -23,7 +23,8 @@ struct SharedState {
     QString ListPath;
     QString ListName;
 
-    // The control that owns the characters. Screens let go of it on purpose, and whoever needs it makes sure.
+    // The control that owns the characters. Screens let go of it on purpose; whoever needs it asks first
+    // whether it is there and connected.
     platform::AgentControlReference AgentControl;
     std::array<platform::CharacterReference, kCharacterCount> Characters;
     platform::RequestReference CurrentRequest;
@@ -36,6 +37,13 @@ struct SharedState {
     platform::Integer16 DisplayWidth; // 800 on a display of exactly that width, else 0
 
     void Reset() { *this = SharedState(); }
+
+    // What most screens do in their final release.
+    void LetGoOfControl()
+    {
+        AgentControl = nullptr;
+        CurrentRequest = nullptr;
+    }
 };
 
 // The one shared state of the running program.

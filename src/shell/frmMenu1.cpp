@@ -42,8 +42,7 @@ frmMenu1::frmMenu1() : ResizedScreen(QStringLiteral("frmMenu1"), QStringLiteral(
 
 frmMenu1::~frmMenu1()
 {
-    State().AgentControl = nullptr;
-    State().CurrentRequest = nullptr;
+    State().LetGoOfControl();
     State().SecondRequest = nullptr;
 }
 

@@ -30,8 +30,7 @@ frmSettings::frmSettings() : ResizedScreen(QStringLiteral("frmSettings"), QStrin
 
 frmSettings::~frmSettings()
 {
-    State().AgentControl = nullptr;
-    State().CurrentRequest = nullptr;
+    State().LetGoOfControl();
 }
 
 void frmSettings::OnLoad(QWidget &window)
