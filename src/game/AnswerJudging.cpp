@@ -6,7 +6,6 @@
 #include "game/ScorePanel.h"
 #include "platform/Services.h"
 #include "platform/system/Chance.h"
-#include "platform/system/Events.h"
 #include "shell/SharedState.h"
 #include "stage/Praise.h"
 #include "stage/SpeechLines.h"
@@ -30,8 +29,7 @@ void frmSpell1::cmdGo_Click()
         m_ui->lvwAnswer->setFocus();
         return;
     }
-    for (QPushButton *button : { m_ui->cmdGo, m_ui->cmdHint, m_ui->cmdPass, m_ui->cmdReplay })
-        button->setEnabled(false);
+    EnableAnswering(false);
     RequestEvents = 0;
     if (IsSpelling())
         JudgeSpelling();
@@ -60,8 +58,7 @@ void frmSpell1::JudgeSpelling()
     Speaker()->Play(QStringLiteral("Read"));
     Speaker()->WordBalloon().SetVisible(false);
     Speaker()->Speak(QuestionAgainLine(SplitSpellingRecord()));
-    for (QPushButton *button : { m_ui->cmdGo, m_ui->cmdPass, m_ui->cmdHint, m_ui->cmdReplay })
-        button->setEnabled(true);
+    EnableAnswering(true);
 }
 
 void frmSpell1::JudgeQuiz()
@@ -77,9 +74,6 @@ void frmSpell1::JudgeQuiz()
         ShowScores();
         The().chance.Randomize(); // the number is not used
         WaitRequest(StageRequest);
-        while (StageRequest->Status() == platform::kRequestQueued ||
-               StageRequest->Status() == platform::kRequestRunning)
-            The().events.Pump();
     }
     AskQuizQuestion();
     Timer1->SetInterval(kLaterRevealMilliseconds);
@@ -95,15 +89,15 @@ int frmSpell1::SelectedAnswer() const
 // All three cheer at once, the point is given, and the speaker praises. Gives the number of the praise.
 int frmSpell1::CheerAndPraise()
 {
-    const GameKind kind = IsSpelling() ? GameKind::Spelling : GameKind::Quiz;
-    std::array<platform::RequestReference *, kCharacterCount> requests = { &StageRequest, &StageRequest2,
-                                                                           &StageRequest3 };
-    for (const Cheer &cheer : CheeringSetFor(kind, DrawCheeringSet(The().chance)))
+    const std::array<platform::RequestReference *, kCharacterCount> requests = { &StageRequest,
+                                                                                 &StageRequest2,
+                                                                                 &StageRequest3 };
+    for (const Cheer &cheer : CheeringSetFor(Kind(), DrawCheeringSet(The().chance)))
         *requests[cheer.who] = State().Characters[cheer.who]->Play(cheer.animation);
     State().Players.AddOne(m_turns.CurrentPlayer, Players::kCorrect);
     ShowScores();
-    const int praise = kind == GameKind::Spelling ? DrawSpellingPraise(The().chance, LastPraise)
-                                                  : DrawQuizPraise(The().chance, LastPraise);
+    const int praise = IsSpelling() ? DrawSpellingPraise(The().chance, LastPraise)
+                                    : DrawQuizPraise(The().chance, LastPraise);
     WaitRequests({ &StageRequest, &StageRequest2, &StageRequest3 });
     StageRequest = Speaker()->Speak(PraiseLine(State().PraisePhrases[praise - 1], PlayerName()));
     WaitRequest(StageRequest);
@@ -116,15 +110,13 @@ void frmSpell1::ReadOutScores()
     auto &peedy = State().Characters[kPeedy];
     StageRequest = peedy->Speak(IsSpelling() ? QStringLiteral("Going well! let me just check your score")
                                              : QStringLiteral("Going well! Let me just check your score"));
-    // A quiz does not wait here; it is wanted so.
+    // A quiz does not wait here: wanted.
     if (IsSpelling())
         WaitRequest(StageRequest);
     StageRequest = peedy->Play(QStringLiteral("Process"));
     WaitRequest(StageRequest);
     for (int rank = 0; rank < State().NumPlayers; ++rank) {
-        const int player =
-            State().NumPlayers > 1 ? int(m_rankOrder.at(static_cast<std::size_t>(rank)).player) : 0;
-        State().SecondRequest = peedy->Speak(ScoreReadOutLine(State().Players, player));
+        State().SecondRequest = peedy->Speak(ScoreReadOutLine(State().Players, PlayerAtRank(rank)));
         WaitRequest(State().SecondRequest);
     }
 }

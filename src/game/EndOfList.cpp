@@ -19,8 +19,8 @@ void frmSpell1::EndList()
 {
     The().chance.Randomize();
     EndingPick = platform::Drawn(The().chance, kEndingCount, 1);
-    const Ending &ending = EndingFor(IsSpelling() ? GameKind::Spelling : GameKind::Quiz, EndingPick);
-    // The first ending of a quiz keeps the number of the game before; it is wanted so.
+    const Ending &ending = EndingFor(Kind(), EndingPick);
+    // The first ending of a quiz keeps the number of the game before: wanted.
     if (ending.number != 0)
         EndingNumber = ending.number;
     Perform(ending.steps);
@@ -63,8 +63,7 @@ void frmSpell1::FinishList()
 {
     bool perfect = false;
     for (int rank = 0; rank < State().NumPlayers; ++rank) {
-        const int player =
-            State().NumPlayers > 1 ? int(m_rankOrder.at(static_cast<std::size_t>(rank)).player) : 0;
+        const int player = PlayerAtRank(rank);
         State().SecondRequest = State().Characters[kMerlin]->Speak(FinalScoreLine(State().Players, player));
         WaitRequest(State().SecondRequest);
         // The texts are compared, so that 0 out of 0 is perfect too.
@@ -94,7 +93,7 @@ void frmSpell1::PlayFireworks()
     ShowButtons(false);
 
     MoveToPerch();
-    // The clip goes on behind the last of these; it is wanted so.
+    // The clip goes on behind the last of these: wanted.
     MediaPlayer1->ZOrder(0);
     MediaPlayer1->SetVisible(true);
     MediaPlayer1->Play();
@@ -125,7 +124,7 @@ void frmSpell1::MoveToPerch()
     TakePerch(StageY, m_ui->txtScore->y() - m_ui->txtScore->height() + 60, StageRequest);
 }
 
-// All of them, so that a game comes back with buttons too that it had hidden; it is wanted so.
+// All of them, so that buttons come back which the game had hidden before: wanted.
 void frmSpell1::ShowButtons(bool shown)
 {
     for (QPushButton *button :

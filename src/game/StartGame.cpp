@@ -2,7 +2,6 @@
 
 #include "ui_frmSpell1.h"
 
-#include "game/ScorePanel.h"
 #include "platform/Retry.h"
 #include "platform/Services.h"
 #include "platform/media/MediaPlayer.h"
@@ -140,8 +139,8 @@ void frmSpell1::RefuseTooManyPlayers()
 
 void frmSpell1::StopCharacters()
 {
-    for (const CharacterIndex who : { kMerlin, kGenie, kPeedy })
-        State().Characters[who]->StopAll();
+    for (const auto &character : State().Characters)
+        character->StopAll();
     GameAbandoned = true;
 }
 

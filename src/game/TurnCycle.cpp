@@ -44,7 +44,7 @@ void frmSpell1::AskSpellingQuestion()
     Speaker()->WordBalloon().SetVisible(false);
     Speaker()->Speak(line);
     Speaker()->WordBalloon().SetVisible(false);
-    EnableAnswering();
+    EnableAnswering(true);
 }
 
 void frmSpell1::AskQuizQuestion()
@@ -82,10 +82,10 @@ void frmSpell1::CountAsAsked()
     State().Players.AddOne(m_turns.CurrentPlayer, Players::kAsked);
 }
 
-void frmSpell1::EnableAnswering()
+void frmSpell1::EnableAnswering(bool enabled)
 {
     for (QPushButton *button : { m_ui->cmdGo, m_ui->cmdHint, m_ui->cmdPass, m_ui->cmdReplay })
-        button->setEnabled(true);
+        button->setEnabled(enabled);
 }
 
 // A plain wait for the question, with the answers coming up when it is a long one. Past midnight the clock
@@ -130,7 +130,7 @@ void frmSpell1::SpellOutAnswer(const QString &word)
     WaitRequest(State().CurrentRequest);
 }
 
-// Disables nothing, unlike cmdGo; it is wanted so.
+// Disables nothing, unlike cmdGo: wanted.
 void frmSpell1::cmdPass_Click()
 {
     State().CurrentRequest = Speaker()->Speak(PassedLine(PlayerName()));
@@ -182,8 +182,8 @@ void frmSpell1::cmdExit_Click()
     auto &characters = State().Characters;
     characters[kGenie]->Show();
     characters[kPeedy]->Show();
-    for (const CharacterIndex who : { kMerlin, kGenie, kPeedy })
-        characters[who]->StopAll();
+    for (const auto &character : characters)
+        character->StopAll();
     StageRequest = characters[kMerlin]->Speak(QStringLiteral("Sorry you have to go. Bye now."));
     WaitRequest(StageRequest);
     characters[kMerlin]->Play(QStringLiteral("Wave"));

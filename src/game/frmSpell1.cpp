@@ -51,8 +51,8 @@ void frmSpell1::OnLoad(QWidget &window)
     // As the screen is designed: nothing to answer with before the first question.
     m_ui->txtAnswer->setVisible(false);
     m_ui->fmeQuiz->setVisible(false);
-    for (QPushButton *button : { m_ui->cmdGo, m_ui->cmdPass, m_ui->cmdHint, m_ui->cmdReplay, m_ui->cmdAgain })
-        button->setEnabled(false);
+    EnableAnswering(false);
+    m_ui->cmdAgain->setEnabled(false);
 }
 
 void frmSpell1::OnUnload()
@@ -75,7 +75,7 @@ void frmSpell1::Agent1_Command(const platform::UserInput &input)
     if (name == QLatin1String("go")) {
         cmdGo_Click();
     } else if (name.size() == 1 && name[0] >= QLatin1Char('a') && name[0] <= QLatin1Char('z')) {
-        // The letter e writes a c; it is wanted so.
+        // The letter e writes a c: wanted.
         const QString letter = name == QLatin1String("e") ? QStringLiteral("c") : name;
         m_ui->txtAnswer->setText(m_ui->txtAnswer->text() + letter);
     }
@@ -99,9 +99,19 @@ bool frmSpell1::IsQuiz() const
     return State().GameMode == kQuizMode;
 }
 
+GameKind frmSpell1::Kind() const
+{
+    return IsSpelling() ? GameKind::Spelling : GameKind::Quiz;
+}
+
 QString frmSpell1::PlayerName() const
 {
     return State().Players.Text(m_turns.CurrentPlayer, Players::kName);
+}
+
+int frmSpell1::PlayerAtRank(int rank) const
+{
+    return State().NumPlayers > 1 ? int(m_rankOrder.at(static_cast<std::size_t>(rank)).player) : 0;
 }
 
 platform::CharacterReference frmSpell1::Speaker() const

@@ -28,9 +28,10 @@ namespace tumblewick {
 class frmSpell1 : public platform::ResizedScreen<frmSpell1> {
 public:
     frmSpell1();
+    ~frmSpell1() override;
+
     // The screen's own control; while loaded.
     const platform::AgentControlReference &Agent1() const { return m_agent1; }
-    ~frmSpell1() override;
 
 private:
     void OnLoad(QWidget &window) override;
@@ -53,7 +54,7 @@ private:
     void AskQuizQuestion();
     void NextTurn();
     void CountAsAsked();
-    void EnableAnswering();
+    void EnableAnswering(bool enabled);
     void WaitAndRevealAnswers();
     QString SplitSpellingRecord();
     void ParseQuizRecord();
@@ -89,7 +90,9 @@ private:
 
     bool IsSpelling() const;
     bool IsQuiz() const;
+    GameKind Kind() const;
     QString PlayerName() const;
+    int PlayerAtRank(int rank) const;             // counted from 0, the best first
     platform::CharacterReference Speaker() const; // who asks and answers this turn
 
     QuestionList Questions;

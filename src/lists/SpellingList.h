@@ -17,7 +17,7 @@ void ReadSpellingList(platform::TextReader &reader, const std::function<void(con
 
 enum class SpellingWriting {
     Plain,            // a word without pronunciation stands alone
-    AlwaysUnderscored // behind the removal of a word each line has its underscore; wanted so
+    AlwaysUnderscored // behind the removal of a word each line has its underscore: wanted
 };
 
 // Writes the entries 1 to `count`, a line each. Raises 6 before the first for more than 32,767, and what the

@@ -33,8 +33,7 @@ const CheeringSet &CheeringSetFor(GameKind kind, int number);
 int DrawCheeringSet(platform::Chance &chance);
 
 // The number of a phrase, 1 to 18. A spelling game never says the same one twice running and keeps it in
-// `lastPraise`. A quiz compares with it but does not write it, so that a phrase may come twice; it is wanted
-// so.
+// `lastPraise`. A quiz compares with it but does not write it, so that a phrase may come twice: wanted.
 int DrawSpellingPraise(platform::Chance &chance, platform::Integer16 &lastPraise);
 int DrawQuizPraise(platform::Chance &chance, platform::Integer16 lastPraise);
 
