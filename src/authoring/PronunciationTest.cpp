@@ -85,9 +85,7 @@ void PronunciationTester::Do(const std::function<void()> &statement)
 
 void PronunciationTester::Reconnect()
 {
-    State().AgentControl = m_agent1;
-    LoadCharacters();
-    RebindCharacters();
+    ConnectCharacters(m_agent1);
     State().Characters[kMerlin]->Show();
     PlaceTester(Standing::Raised);
     State().Characters[kMerlin]->Speak(kLongTip);

@@ -55,14 +55,7 @@ void frmSpell1::StartGame()
 // this screen's own control and the statement is run again.
 void frmSpell1::Do(const std::function<void()> &statement)
 {
-    platform::Retry(platform::kObjectNotSet, statement, [this] { ConnectCharacters(); });
-}
-
-void frmSpell1::ConnectCharacters()
-{
-    State().AgentControl = m_agent1;
-    LoadCharacters();
-    RebindCharacters();
+    platform::Retry(platform::kObjectNotSet, statement, [this] { ConnectCharacters(m_agent1); });
 }
 
 // From the empty screen to the list in memory. False when there is no sound: the screen has gone then.
@@ -72,7 +65,7 @@ bool frmSpell1::OpenGame()
     m_ui->txtScore->setPlainText(QString());
     Do([this] {
         if (!State().AgentControl->Connected())
-            ConnectCharacters();
+            ConnectCharacters(m_agent1);
     });
     if (IsQuiz())
         m_ui->txtAnswer->setText(QString());

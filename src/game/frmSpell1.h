@@ -41,7 +41,6 @@ private:
     // StartGame.cpp: from the first appearance to the first question.
     void StartGame();
     void Do(const std::function<void()> &statement);
-    void ConnectCharacters();
     [[nodiscard]] bool OpenGame();
     void MoveToPlace(CharacterIndex who);
     [[nodiscard]] bool WaitWithSoundCheck();

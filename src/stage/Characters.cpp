@@ -41,4 +41,11 @@ void RebindCharacters()
         state.Characters[member.index] = state.AgentControl->Character(QString::fromLatin1(member.id));
 }
 
+void ConnectCharacters(const platform::AgentControlReference &agent1)
+{
+    State().AgentControl = agent1;
+    LoadCharacters();
+    RebindCharacters();
+}
+
 } // namespace tumblewick
