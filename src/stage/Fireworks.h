@@ -9,8 +9,8 @@ inline constexpr int kClipLeft = 272;
 inline constexpr int kClipTop = 56;
 
 // Sends Peedy up to Genie's head and waits until he is there; on a display of 800 Merlin and Genie first make
-// room for the clip, and the wait for Genie stands before Peedy flies. `stageY` is the line of the stage,
-// `genieAt800` where Genie then stands. `request` holds what is waited for.
+// room for the clip, and Peedy flies only when Genie is there. `stageY` is the line of the stage,
+// `genieAt800` the line on which Genie then stands. `request` holds what is waited for.
 void TakePerch(platform::Integer16 stageY, platform::Integer16 genieAt800,
                platform::RequestReference &request);
 

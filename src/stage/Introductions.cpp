@@ -6,7 +6,7 @@
 #include "stage/Waits.h"
 
 #include <array>
-#include <iterator>
+#include <vector>
 
 namespace tumblewick {
 
@@ -195,8 +195,11 @@ public:
     template <std::size_t Count>
     void Run(const Step (&steps)[Count])
     {
-        m_requests.clear();
         for (const Step &step : steps) {
+            if (step.act == Act::MarkMenuShown) {
+                State().MenuShown = true;
+                continue; // it has no number
+            }
             m_requests.push_back(Ask(step));
             if (!WaitBehind(step))
                 return;
@@ -228,7 +231,6 @@ private:
                 return character->MoveTo(platform::kTwipsPerPixel / 2, platform::kTwipsPerPixel / 2);
             return character->MoveTo(step.x, step.y);
         case Act::MarkMenuShown:
-            State().MenuShown = true;
             break;
         }
         return nullptr;
@@ -261,7 +263,7 @@ private:
     }
 
     frmMenu1 &m_menu;
-    std::vector<platform::RequestReference> m_requests; // one for each step asked so far
+    std::vector<platform::RequestReference> m_requests; // of the steps so far, by their numbers
 };
 
 template <std::size_t Count>

@@ -13,6 +13,24 @@ namespace tumblewick {
 
 using platform::The;
 
+namespace {
+
+// Stops the three characters when the menu is left under an introduction. Merlin's last line is asked for
+// before the rest is cleared: it is heard only when the service begins it at once. Wanted.
+void StopForSetup()
+{
+    const auto &characters = State().Characters;
+    for (const auto &character : characters)
+        character->Stop();
+    characters[kMerlin]->Speak(
+        QStringLiteral("We'll be back with you after you set up for the next game. I can hardly wait"));
+    characters[kMerlin]->Play(QStringLiteral("Pleased"));
+    for (const auto &character : characters)
+        character->StopAll(QStringLiteral("Move,Speak,Play,Get"));
+}
+
+} // namespace
+
 void WaitRequest(const platform::RequestReference &variable)
 {
     while (variable->Status() != platform::kRequestDone)
@@ -53,8 +71,7 @@ void WaitRequestsSkippable(std::initializer_list<const platform::RequestReferenc
                            const bool &cancelled)
 {
     const auto has = [](platform::RequestStatus status) {
-        return
-            [status](const platform::RequestReference *variable) { return (*variable)->Status() == status; };
+        return [status](const auto *variable) { return (*variable)->Status() == status; };
     };
     while (!std::all_of(variables.begin(), variables.end(), has(platform::kRequestDone))) {
         if (cancelled) {
@@ -64,18 +81,6 @@ void WaitRequestsSkippable(std::initializer_list<const platform::RequestReferenc
         }
         The().events.Pump();
     }
-}
-
-void StopForSetup()
-{
-    const auto &characters = State().Characters;
-    for (const auto &character : characters)
-        character->Stop();
-    characters[kMerlin]->Speak(
-        QStringLiteral("We'll be back with you after you set up for the next game. I can hardly wait"));
-    characters[kMerlin]->Play(QStringLiteral("Pleased"));
-    for (const auto &character : characters)
-        character->StopAll(QStringLiteral("Move,Speak,Play,Get"));
 }
 
 } // namespace tumblewick

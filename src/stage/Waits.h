@@ -28,13 +28,10 @@ void WaitRequests(std::initializer_list<const platform::RequestReference *> vari
 // What that wait does on a failure: tells of the sound card and goes to the menu.
 void LeaveWithoutSound(platform::Screen &current);
 
-// Until all have ended well, or until `cancelled` is true: then, when one of them has not begun, it stops all
-// three characters by StopForSetup and gives up waiting. For the introductions, which go on behind it.
+// Until all have ended well, or until `cancelled` is true, when the menu has been left: then, if one of them
+// has not begun, it stops all three characters and gives up waiting. For the introductions, which go on
+// behind it.
 void WaitRequestsSkippable(std::initializer_list<const platform::RequestReference *> variables,
                            const bool &cancelled);
-
-// Stops the three characters when the menu is left under an introduction. Merlin's last line is asked for
-// before the rest is cleared on purpose: it is heard only when the service begins it at once.
-void StopForSetup();
 
 } // namespace tumblewick
