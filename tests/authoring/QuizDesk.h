@@ -6,6 +6,7 @@
 #include "platform/forms/MultiLineBox.h"
 #include "platform/forms/Screen.h"
 #include "platform/forms/Twips.h"
+#include "shell/SharedState.h"
 #include "shell/frmMenu1.h"
 #include "support/Desk.h"
 #include "support/ReportText.h"
@@ -199,6 +200,16 @@ private:
     static QString CorrectName(const QString &prefix)
     {
         return QStringLiteral("txt") + prefix + QStringLiteral("Correct");
+    }
+};
+
+// The same with a quiz to edit, `QList/Zoo`, of these three questions.
+class QuizToEditDesk : public QuizDesk {
+public:
+    QuizToEditDesk()
+    {
+        tumblewick::State().MenuShown = true;
+        WriteFile(QStringLiteral("QList/Zoo"), kSpiderLine + kBeesLine + kSumLine);
     }
 };
 

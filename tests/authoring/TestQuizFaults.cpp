@@ -1,6 +1,5 @@
 #include "authoring/QuizDesk.h"
 #include "authoring/frmEditQuiz.h"
-#include "shell/SharedState.h"
 #include "support/ReportText.h"
 
 #include <QDir>
@@ -14,6 +13,7 @@ using support::kSpiderLine;
 using support::kSum;
 using support::kSumLine;
 using support::QuizDesk;
+using support::QuizToEditDesk;
 using support::ReportText;
 using Operation = support::FaultyFiles::Operation;
 
@@ -28,12 +28,7 @@ class TestQuizFaults : public QObject {
     Q_OBJECT
 
 private slots:
-    void init()
-    {
-        m_desk.emplace();
-        State().MenuShown = true;
-        m_desk->WriteFile("QList/Zoo", kSpiderLine + kBeesLine + kSumLine);
-    }
+    void init() { m_desk.emplace(); }
     void cleanup()
     {
         QVERIFY(m_desk->boxes.AllAnswered());
@@ -183,7 +178,7 @@ private slots:
     }
 
 private:
-    std::optional<QuizDesk> m_desk;
+    std::optional<QuizToEditDesk> m_desk;
 };
 
 QTEST_MAIN(TestQuizFaults)

@@ -26,6 +26,7 @@ using support::kSpiderLine;
 using support::kSum;
 using support::kSumLine;
 using support::QuizDesk;
+using support::QuizToEditDesk;
 using support::ReportText;
 
 namespace {
@@ -40,12 +41,7 @@ class TestfrmEditQuiz : public QObject {
     Q_OBJECT
 
 private slots:
-    void init()
-    {
-        m_desk.emplace();
-        State().MenuShown = true;
-        m_desk->WriteFile("QList/Zoo", kSpiderLine + kBeesLine + kSumLine);
-    }
+    void init() { m_desk.emplace(); }
     void cleanup()
     {
         QVERIFY(m_desk->boxes.AllAnswered());
@@ -450,7 +446,7 @@ private:
     void Open() { m_desk->OpenToEdit(); }
     void LeavesWithoutAQuestion() { m_desk->LeaveToTheMenu(); }
 
-    std::optional<QuizDesk> m_desk;
+    std::optional<QuizToEditDesk> m_desk;
 };
 
 QTEST_MAIN(TestfrmEditQuiz)
