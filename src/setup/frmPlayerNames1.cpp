@@ -5,6 +5,7 @@
 #include "platform/Services.h"
 #include "platform/forms/Boxes.h"
 #include "platform/forms/EnterKey.h"
+#include "platform/forms/SingleLine.h"
 #include "setup/frmChooseList1.h"
 #include "setup/frmNumPlayers1.h"
 #include "shell/Appearance.h"
@@ -34,6 +35,8 @@ void frmPlayerNames1::OnLoad(QWidget &window)
                   m_ui->lblPlayer_4 };
     txtPlayer = { m_ui->txtPlayer_0, m_ui->txtPlayer_1, m_ui->txtPlayer_2, m_ui->txtPlayer_3,
                   m_ui->txtPlayer_4 };
+    for (QLineEdit *box : txtPlayer)
+        platform::KeepSingleLine(*box);
     Connect(m_ui->cmdNext, &QPushButton::clicked, [this] { cmdNext_Click(); });
     Connect(m_ui->cmdback, &QPushButton::clicked, [this] { cmdback_Click(); });
     Connect(m_ui->cmdMenu, &QPushButton::clicked, [this] { cmdMenu_Click(); });

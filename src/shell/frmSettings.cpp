@@ -8,6 +8,7 @@
 #include "platform/forms/EnterKey.h"
 #include "platform/forms/MousePress.h"
 #include "platform/forms/OptionKeys.h"
+#include "platform/forms/SingleLine.h"
 #include "shell/Appearance.h"
 #include "shell/HelpTopics.h"
 #include "shell/SettingsFile.h"
@@ -41,6 +42,8 @@ void frmSettings::OnLoad(QWidget &window)
     platform::InstallEnterKey(window);
     platform::InstallOptionKeys(window);
     ScaleControls(window);
+    for (QLineEdit *box : { m_ui->txtPassword, m_ui->txtpassword2 })
+        platform::KeepSingleLine(*box);
     const auto markDirty = [this] { m_settingsDirty = true; };
     // The mouse alone marks this one, not the keyboard: wanted.
     platform::OnMousePress(*m_ui->optIntro, Guarded(markDirty));

@@ -156,6 +156,15 @@ private slots:
         QVERIFY(!frmPlayerNames1::Shared().IsLoaded());
     }
 
+    // As when it is pasted; it stands on one line of the scores.
+    void aNameIsOneLine()
+    {
+        ChoosePlayers(1);
+        m_desk->Find<QLineEdit>("txtPlayer_0")->insert("Ann\nLee");
+        m_desk->Press("cmdNext");
+        QCOMPARE(State().Players.Text(0, Players::kName), QString("Ann Lee"));
+    }
+
     void thePlayersAreMadeAnew()
     {
         State().Players = Players(QStringList{ "Old", "Older", "Oldest" });

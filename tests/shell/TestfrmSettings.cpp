@@ -132,6 +132,20 @@ private slots:
         QVERIFY(frmSettings::Shared().IsActive());
     }
 
+    // As when it is pasted; a line break would cut it off in the file.
+    void aPasswordIsOneLine()
+    {
+        Open(true, "");
+        for (const char *box : { "txtPassword", "txtpassword2" }) {
+            m_desk->Find<QLineEdit>(box)->insert("open\r\nsesame");
+            QCOMPARE(m_desk->Find<QLineEdit>(box)->text(), QString("open sesame"));
+        }
+        m_desk->boxes.Expect(kSaved);
+        m_desk->Press("cmdSave");
+        QCOMPARE(m_desk->Content("Set"), QByteArray("Intro\r\nopen sesame\r\n"));
+        QCOMPARE(State().AuthoringPassword, QString("open sesame"));
+    }
+
     void theChoiceOfIntroductionsIsForTheNextRun()
     {
         Open(true, "");
