@@ -30,7 +30,7 @@ struct TypedWork {
 };
 
 // For a list that is being edited. The edit is saved before the add boxes are looked at, since adding throws
-// an edit away; the one is tried also when the other has failed.
+// an edit away; adding is tried even when saving has failed.
 [[nodiscard]] bool MayLeaveEditing(const TypedWork &work);
 
 } // namespace tumblewick

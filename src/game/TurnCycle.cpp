@@ -15,6 +15,7 @@
 #include "stage/SpeechLines.h"
 #include "stage/Waits.h"
 
+#include <chrono>
 #include <cmath>
 
 namespace tumblewick {

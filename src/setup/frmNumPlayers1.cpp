@@ -10,6 +10,8 @@
 #include "shell/SharedState.h"
 #include "shell/frmMenu1.h"
 
+#include <array>
+
 namespace tumblewick {
 
 frmNumPlayers1::frmNumPlayers1()

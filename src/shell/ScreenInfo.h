@@ -30,12 +30,12 @@ public:
     platform::Integer16 VerticalRefresh() const { return m_verticalRefresh; }
     platform::Integer16 DisplayModesCount() const { return static_cast<qint32>(m_modes.size()); }
     platform::Integer16 FontCount() const { return m_fontCount; }
-    // Such as "800 by 600 pixels,  65536 colors, 60Hz"; empty for an index that there is not.
+    // Such as "800 by 600 pixels,  65536 colors, 60Hz"; empty for an index beyond the list.
     QString DisplayModesText(platform::Integer16 index) const;
     // One field of a font: 0 to 4 the five numbers, 5 to 12 the eight bytes, 13 the face, 14 the type; an
-    // invalid value for any larger selector. Raises 9 for a font that there is not.
+    // invalid value for any larger selector. Raises 9 for a font beyond the list.
     QVariant FontInfo(platform::Integer16 font, qint32 selector) const;
-    // The face of a font. Raises 9 for one that there is not.
+    // The face of a font. Raises 9 for one beyond the list.
     QString Fonts(platform::Integer16 font) const;
     float Height() const { return static_cast<float>(m_heightInPixels) * m_twipsPerPixelY; } // twips
     float Width() const { return static_cast<float>(m_widthInPixels) * m_twipsPerPixelX; }
@@ -47,7 +47,7 @@ public:
     platform::Integer16 CurrentDisplayMode() const { return m_currentMode; }
 
     // Changes to a mode and stores it; a platform::DisplayChange. ChangeDisplayMode tells the user of a
-    // failure, SetDisplayMode is silent. Raise 9 for a mode that there is not.
+    // failure, SetDisplayMode is silent. Raise 9 for a mode beyond the list.
     qint32 ChangeDisplayMode(platform::Integer16 index);
     qint32 SetDisplayMode(platform::Integer16 index);
 

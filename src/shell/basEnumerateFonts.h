@@ -22,8 +22,8 @@ struct Gathered {
     std::vector<FontRecord> fonts;
 };
 
-// Takes one font and gives the new count, which keeps the enumeration going. A font more than 16 bits can
-// count sets the count to 0.
+// Takes one font and gives the new count, which keeps the enumeration going. When there are more fonts than
+// 16 bits count, the count begins at 0 again.
 int FontCallback(Gathered &gathered, const platform::LogicalFont &font, qint32 type);
 
 // All fonts of `display`.

@@ -30,7 +30,7 @@ namespace {
 
 constexpr int kIntroductionDelay = 4000; // milliseconds
 
-// The characters are not there to be sent off, which stops nobody.
+// Whether the service refuses or has gone. Then there is nobody to send off, and the way is free.
 bool IsWithoutService(const platform::Error &error)
 {
     return error.Number() == platform::kAgentRefuses || error.Number() == platform::kAgentGone;

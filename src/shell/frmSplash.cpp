@@ -17,7 +17,7 @@
 
 #include <QIcon>
 
-#include <algorithm>
+#include <chrono>
 #include <cmath>
 
 namespace tumblewick {
@@ -82,9 +82,7 @@ void frmSplash::OnLoad(QWidget &window)
     try {
         m_ui->lblVersion->setText(VersionText());
         m_ui->lblProductName->setText(kProductName);
-        m_modeIndex = Info().CurrentDisplayMode();
-        m_modeText = Info().DisplayModesText(m_modeIndex);
-        CheckDisplay(m_modeText);
+        CheckDisplay(Info().DisplayModesText(Info().CurrentDisplayMode()));
     } catch (const platform::Error &error) {
         SplashErrorBox(error);
     }

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "platform/Integer16.h"
 #include "platform/forms/Screen.h"
 
 #include <memory>
@@ -32,8 +31,6 @@ private:
 
     std::unique_ptr<Ui::frmSplash> m_ui; // valid while loaded
     std::unique_ptr<ScreenInfo> m_info;  // made at first use
-    platform::Integer16 m_modeIndex;
-    QString m_modeText;
 };
 
 } // namespace tumblewick
