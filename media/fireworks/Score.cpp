@@ -40,7 +40,7 @@ Samples Whistle(double seconds, double pitch, Random &random)
         sounds::Tone(seconds, { { 0, pitch * 0.55 }, { seconds * 0.35, pitch }, { seconds, pitch * 1.35 } },
                      { { 0, 0 }, { 0.08, 1 }, { seconds * 0.7, 0.55 }, { seconds, 0 } });
     for (std::size_t index = 0; index < tone.size(); ++index)
-        tone[index] *= 0.8 + 0.2 * std::sin(double(index) / kRate * 2 * 3.14159265 * 27);
+        tone[index] *= 0.8 + 0.2 * std::sin(double(index) / kRate * 2 * sounds::kPi * 27);
     const Samples air = sounds::Shaped(
         sounds::Filtered(sounds::Noise(seconds, random), Pass::Band, { { 0, 900 }, { seconds, 3600 } }, 1.5),
         { { 0, 0 }, { 0.05, 0.5 }, { seconds, 0 } });
@@ -177,12 +177,6 @@ void AddShell(Stereo &sound, const Shell &seen, int number)
     sound.Add(Bell(note * 1.5), shell.at + 0.18, 0.06, kWidth - shell.x);
 }
 
-void PutNumber(std::ofstream &out, std::uint32_t number, int bytes)
-{
-    for (int index = 0; index < bytes; ++index)
-        out.put(char(number >> (8 * index) & 0xff));
-}
-
 } // namespace
 
 void WriteSound(const std::string &file)
@@ -193,27 +187,18 @@ void WriteSound(const std::string &file)
     for (const Shell &shell : Evening())
         AddShell(sound, shell, number++);
 
-    std::ofstream out(file, std::ios::binary);
-    out << "RIFF";
-    PutNumber(out, std::uint32_t(36 + length * 4), 4);
-    out << "WAVEfmt ";
-    PutNumber(out, 16, 4);
-    PutNumber(out, 1, 2); // plain samples
-    PutNumber(out, 2, 2); // channels
-    PutNumber(out, kRate, 4);
-    PutNumber(out, kRate * 4, 4);
-    PutNumber(out, 4, 2);
-    PutNumber(out, 16, 2);
-    out << "data";
-    PutNumber(out, std::uint32_t(length * 4), 4);
+    std::vector<std::int16_t> samples;
+    samples.reserve(length * 2);
     for (std::size_t index = 0; index < length; ++index) {
         const double left = double(length - index) / kRate; // seconds
         const double gain = std::min(1.0, left / 1.1);
         // A soft ceiling: the finale stays full and never rattles.
         for (const double sample : { sound.left[index], sound.right[index] })
-            PutNumber(out, std::uint16_t(std::int16_t(std::tanh(sample * gain * 0.9) * 0.5 * 32767)), 2);
+            samples.push_back(std::int16_t(std::tanh(sample * gain * 0.9) * 0.5 * 32767));
     }
-    if (!out)
+    std::ofstream out(file, std::ios::binary);
+    out << sounds::Wave(samples, 2, kRate);
+    if (!out.flush())
         throw std::runtime_error("cannot write " + file);
 }
 

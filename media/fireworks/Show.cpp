@@ -10,7 +10,7 @@ namespace fireworks {
 
 namespace {
 
-constexpr double kPi = 3.14159265358979323846;
+using sounds::kPi;
 
 constexpr Colour kLamp{ 1.0f, 0.72f, 0.28f };
 constexpr Colour kGold{ 1.0f, 0.58f, 0.16f };

@@ -64,11 +64,6 @@ Samples Rattle(Random &random, double seconds, const Curve &beats, const Curve &
     return rattle;
 }
 
-Samples Breath(Random &random, double seconds, const Curve &colour, const Curve &gain, double sharpness)
-{
-    return Shaped(Filtered(Noise(seconds, random), Pass::Band, colour, sharpness), gain);
-}
-
 // An old man on his staff: dry, and a puff through the beard.
 Samples MerlinSnore(Random &random)
 {
@@ -76,13 +71,13 @@ Samples MerlinSnore(Random &random)
                            { { 0, 260 }, { 0.9, 380 } }, { { 0, 1000 }, { 1, 1400 } },
                            { { 0, 0 }, { 0.35, 1.5 }, { 1.0, 2.4 }, { 1.2, 1 }, { 1.25, 0 } });
     Mix(snore,
-        Breath(random, 1.05, { { 0, 700 }, { 0.2, 950 }, { 1.05, 500 } },
-               { { 0, 0 }, { 0.06, 0.6 }, { 0.3, 0.45 }, { 1.05, 0 } }, 1.6),
+        Air(1.05, { { 0, 700 }, { 0.2, 950 }, { 1.05, 500 } },
+            { { 0, 0 }, { 0.06, 0.6 }, { 0.3, 0.45 }, { 1.05, 0 } }, 1.6, random),
         1.5, 0.7);
     // The lips let go.
     for (int puff = 0; puff < 4; ++puff)
-        Mix(snore, Breath(random, 0.05, 420, { { 0, 0 }, { 0.012, 0.9 }, { 0.05, 0 } }, 1.5),
-            1.5 + puff * 0.062, 0.8 - puff * 0.15);
+        Mix(snore, Air(0.05, 420, { { 0, 0 }, { 0.012, 0.9 }, { 0.05, 0 } }, 1.5, random), 1.5 + puff * 0.062,
+            0.8 - puff * 0.15);
     return InRoom(snore, 0.05, 0.08, 2500);
 }
 
@@ -92,7 +87,7 @@ Samples GenieSnore(Random &random)
     Samples snore =
         Rattle(random, 0.62, { { 0, 19 }, { 0.4, 25 }, { 0.62, 21 } }, { { 0, 150 }, { 0.6, 230 } },
                { { 0, 620 }, { 0.6, 800 } }, { { 0, 0 }, { 0.2, 1.5 }, { 0.5, 2.2 }, { 0.62, 0 } });
-    Mix(snore, Breath(random, 0.6, { { 0, 500 }, { 0.6, 350 } }, { { 0, 0 }, { 0.1, 0.7 }, { 0.6, 0 } }, 1.3),
+    Mix(snore, Air(0.6, { { 0, 500 }, { 0.6, 350 } }, { { 0, 0 }, { 0.1, 0.7 }, { 0.6, 0 } }, 1.3, random),
         0.7, 0.5);
     Mix(snore,
         Tone(0.52, { { 0, 780 }, { 0.2, 850 }, { 0.52, 640 } }, { { 0, 0 }, { 0.12, 0.035 }, { 0.52, 0 } }),
@@ -110,8 +105,8 @@ Samples PeedySnore(Random &random)
                                  { { 0, 0 }, { 0.12, 0.2 }, { 0.5, 0.13 }, { 0.75, 0 } });
     Mix(snore, whistle, 0.82);
     Mix(snore,
-        Breath(random, 0.75, { { 0, 2200 }, { 0.75, 1500 } }, { { 0, 0 }, { 0.12, 0.3 }, { 0.75, 0 } }, 3),
-        0.82, 0.6);
+        Air(0.75, { { 0, 2200 }, { 0.75, 1500 } }, { { 0, 0 }, { 0.12, 0.3 }, { 0.75, 0 } }, 3, random), 0.82,
+        0.6);
     return InRoom(snore, 0.05, 0.06);
 }
 

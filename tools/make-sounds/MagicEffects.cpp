@@ -26,17 +26,12 @@ Samples Stars(Random &random, double seconds, int count, double low, double rise
     return stars;
 }
 
-Samples Air(Random &random, double seconds, const Curve &colour, const Curve &gain, double sharpness)
-{
-    return Shaped(Filtered(Noise(seconds, random), Pass::Band, colour, sharpness), gain);
-}
-
 // He is drawn out of a whirl of stars and stands there with a last bright stroke.
 Samples StarWhirl(Random &random)
 {
     Samples whirl = Stars(random, 0.95, 26, 1047, 1.6, 0.85);
-    Mix(whirl, Air(random, 0.95, { { 0, 500 }, { 0.5, 1700 }, { 0.85, 3200 }, { 0.95, 1500 } },
-                   { { 0, 0 }, { 0.3, 0.3 }, { 0.8, 0.8 }, { 0.95, 0 } }, 2));
+    Mix(whirl, Air(0.95, { { 0, 500 }, { 0.5, 1700 }, { 0.85, 3200 }, { 0.95, 1500 } },
+                   { { 0, 0 }, { 0.3, 0.3 }, { 0.8, 0.8 }, { 0.95, 0 } }, 2, random));
     Mix(whirl,
         Struck(0.45, { { 1047, 0.8, 0.13 },
                        { 1319, 0.7, 0.12 },
@@ -50,8 +45,8 @@ Samples StarWhirl(Random &random)
 // The same backwards and smaller: cloth that folds, and a wink of light.
 Samples FoldAway(Random &random)
 {
-    Samples fold = Air(random, 0.75, { { 0, 2400 }, { 0.3, 1500 }, { 0.7, 420 } },
-                       { { 0, 0 }, { 0.12, 0.9 }, { 0.3, 0.35 }, { 0.45, 0.8 }, { 0.75, 0 } }, 1.1);
+    Samples fold = Air(0.75, { { 0, 2400 }, { 0.3, 1500 }, { 0.7, 420 } },
+                       { { 0, 0 }, { 0.12, 0.9 }, { 0.3, 0.35 }, { 0.45, 0.8 }, { 0.75, 0 } }, 1.1, random);
     Mix(fold, Stars(random, 0.7, 9, 1568, -0.8, 1), 0.02, 0.35);
     Mix(fold, Struck(0.22, { { 2093, 0.8, 0.06 }, { 3136, 0.6, 0.05 }, { 6272, 0.2, 0.02 } }), 0.78, 0.7);
     return InRoom(fold, 0.1, 0.06);
@@ -61,7 +56,7 @@ Samples Sparkle(Random &random)
 {
     Samples sparkle = Stars(random, 1.05, 30, 1319, 1.4, 1.6);
     Mix(sparkle,
-        Air(random, 0.5, { { 0, 2600 }, { 0.5, 6500 } }, { { 0, 0 }, { 0.02, 0.7 }, { 0.5, 0 } }, 1.2));
+        Air(0.5, { { 0, 2600 }, { 0.5, 6500 } }, { { 0, 0 }, { 0.02, 0.7 }, { 0.5, 0 } }, 1.2, random));
     Mix(sparkle, Tone(0.16, { { 0, 240 }, { 0.16, 90 } }, { { 0, 0 }, { 0.006, 0.9 }, { 0.16, 0 } }));
     return InRoom(sparkle, 0.18, 0.12);
 }
@@ -82,8 +77,8 @@ Samples Wand(Random &random)
 
 Samples Poof(Random &random)
 {
-    Samples poof = Air(random, 0.8, { { 0, 300 }, { 0.05, 1500 }, { 0.25, 800 }, { 0.8, 350 } },
-                       { { 0, 0 }, { 0.035, 1 }, { 0.16, 0.5 }, { 0.8, 0 } }, 0.6);
+    Samples poof = Air(0.8, { { 0, 300 }, { 0.05, 1500 }, { 0.25, 800 }, { 0.8, 350 } },
+                       { { 0, 0 }, { 0.035, 1 }, { 0.16, 0.5 }, { 0.8, 0 } }, 0.6, random);
     Mix(poof,
         Tone(0.28, { { 0, 150 }, { 0.06, 110 }, { 0.28, 62 } }, { { 0, 0 }, { 0.02, 1.1 }, { 0.28, 0 } }), 0,
         0.6);
@@ -100,7 +95,7 @@ Samples Lamp(Random &random)
     Filter round;
     for (std::size_t index = 0; index < mist.size(); ++index) {
         const double time = double(index) / kRate;
-        const double turn = std::sin(2 * 3.14159265 * (2.2 * time + 2.6 * time * time));
+        const double turn = std::sin(2 * kPi * (2.2 * time + 2.6 * time * time));
         const double colour =
             Curve{ { 0, 2600 }, { 0.35, 1300 }, { 0.9, 700 }, { 1.28, 400 } }(time) * (1 + 0.4 * turn);
         const double gain = Curve{ { 0, 0 }, { 0.12, 0.55 }, { 0.7, 0.9 }, { 0.95, 1 }, { 1.28, 0 } }(time);
@@ -118,8 +113,8 @@ Samples Lamp(Random &random)
 
 Samples ThinOut(Random &random)
 {
-    Samples thin = Air(random, 0.9, { { 0, 500 }, { 0.35, 1000 }, { 0.9, 4200 } },
-                       { { 0, 0 }, { 0.2, 1 }, { 0.5, 0.55 }, { 0.9, 0 } }, 1.6);
+    Samples thin = Air(0.9, { { 0, 500 }, { 0.35, 1000 }, { 0.9, 4200 } },
+                       { { 0, 0 }, { 0.2, 1 }, { 0.5, 0.55 }, { 0.9, 0 } }, 1.6, random);
     Mix(thin,
         Tone(0.8, { { 0, 220 }, { 0.5, 520 }, { 0.8, 1150 } }, { { 0, 0 }, { 0.2, 0.12 }, { 0.8, 0 } }));
     return InRoom(thin, 0.14, 0.1);
@@ -127,22 +122,22 @@ Samples ThinOut(Random &random)
 
 Samples RobeWhoosh(Random &random)
 {
-    Samples robe = Air(random, 1.0, { { 0, 280 }, { 0.35, 950 }, { 0.7, 600 }, { 1.0, 260 } },
-                       { { 0, 0 }, { 0.3, 1 }, { 0.6, 0.55 }, { 1.0, 0 } }, 0.8);
+    Samples robe = Air(1.0, { { 0, 280 }, { 0.35, 950 }, { 0.7, 600 }, { 1.0, 260 } },
+                       { { 0, 0 }, { 0.3, 1 }, { 0.6, 0.55 }, { 1.0, 0 } }, 0.8, random);
     // Cloth beats in the wind.
     for (int beat = 0; beat < 6; ++beat)
-        Mix(robe, Air(random, 0.09, 700 + 120 * (beat % 3), { { 0, 0 }, { 0.03, 1 }, { 0.09, 0 } }, 1.4),
+        Mix(robe, Air(0.09, 700 + 120 * (beat % 3), { { 0, 0 }, { 0.03, 1 }, { 0.09, 0 } }, 1.4, random),
             0.18 + 0.11 * beat, 0.45 - 0.05 * beat);
     return robe;
 }
 
 Samples MistWhoosh(Random &random)
 {
-    Samples mist = Air(random, 0.95, { { 0, 450 }, { 0.3, 2000 }, { 0.95, 600 } },
-                       { { 0, 0 }, { 0.24, 1 }, { 0.5, 0.45 }, { 0.95, 0 } }, 1.8);
+    Samples mist = Air(0.95, { { 0, 450 }, { 0.3, 2000 }, { 0.95, 600 } },
+                       { { 0, 0 }, { 0.24, 1 }, { 0.5, 0.45 }, { 0.95, 0 } }, 1.8, random);
     Mix(mist,
-        Air(random, 0.95, { { 0, 180 }, { 0.3, 420 }, { 0.95, 150 } },
-            { { 0, 0 }, { 0.26, 0.9 }, { 0.95, 0 } }, 1.2),
+        Air(0.95, { { 0, 180 }, { 0.3, 420 }, { 0.95, 150 } }, { { 0, 0 }, { 0.26, 0.9 }, { 0.95, 0 } }, 1.2,
+            random),
         0.02, 0.8);
     return mist;
 }
@@ -150,8 +145,8 @@ Samples MistWhoosh(Random &random)
 // A hat through the air.
 Samples Swish(Random &random)
 {
-    return Air(random, 0.42, { { 0, 500 }, { 0.2, 2000 }, { 0.42, 700 } },
-               { { 0, 0 }, { 0.18, 1 }, { 0.42, 0 } }, 1.5);
+    return Air(0.42, { { 0, 500 }, { 0.2, 2000 }, { 0.42, 700 } }, { { 0, 0 }, { 0.18, 1 }, { 0.42, 0 } },
+               1.5, random);
 }
 
 // Bubbles rise through something thick and break.
@@ -165,14 +160,14 @@ Samples Pot(Random &random)
             Tone(seconds, { { 0, pitch }, { seconds * 0.7, pitch * 1.5 }, { seconds, pitch * 2.3 } },
                  { { 0, 0 }, { seconds * 0.25, 1 }, { seconds * 0.8, 0.6 }, { seconds, 0 } }),
             at, random.Between(0.25, 1));
-        Mix(pot, Air(random, 0.012, 1800, { { 0, 1 }, { 0.012, 0 } }, 1), at + seconds * 0.95, 0.25);
+        Mix(pot, Air(0.012, 1800, { { 0, 1 }, { 0.012, 0 } }, 1, random), at + seconds * 0.95, 0.25);
     }
-    Mix(pot, Air(random, 1.9, 300, { { 0, 0 }, { 0.3, 0.3 }, { 1.6, 0.3 }, { 1.9, 0 } }, 0.9), 0, 0.3);
+    Mix(pot, Air(1.9, 300, { { 0, 0 }, { 0.3, 0.3 }, { 1.6, 0.3 }, { 1.9, 0 } }, 0.9, random), 0, 0.3);
     // The ladle goes along the wall.
     for (double at = 0.2; at < 1.6; at += 0.52)
         Mix(pot,
-            Air(random, 0.2, { { 0, 900 }, { 0.1, 1250 }, { 0.2, 950 } },
-                { { 0, 0 }, { 0.1, 0.35 }, { 0.2, 0 } }, 6),
+            Air(0.2, { { 0, 900 }, { 0.1, 1250 }, { 0.2, 950 } }, { { 0, 0 }, { 0.1, 0.35 }, { 0.2, 0 } }, 6,
+                random),
             at);
     return InRoom(pot, 0.1, 0.08, 2500);
 }
@@ -187,8 +182,7 @@ Samples Crystal(Random &random)
         detune += 0.7;
         Samples tone = Tone(2.05, { { 0, pitch * 0.985 }, { 0.8, pitch }, { 2.05, pitch * 0.995 } }, swell);
         for (std::size_t index = 0; index < tone.size(); ++index)
-            tone[index] *=
-                0.75 + 0.25 * std::sin(2 * 3.14159265 * (2.4 + detune / 4) * double(index) / kRate);
+            tone[index] *= 0.75 + 0.25 * std::sin(2 * kPi * (2.4 + detune / 4) * double(index) / kRate);
         Mix(hum, tone, 0, 160 / pitch);
     }
     Mix(hum, Stars(random, 1.7, 5, 2637, 0.3, 1), 0.2, 0.05);
@@ -206,14 +200,14 @@ Samples Spring(Random &random, double pitch, double seconds)
         const double wobble = std::exp(-time * 1.2 / seconds);
         const double rate = 17 - 5 * time / seconds;
         const double frequency = pitch * (1 + 0.75 * (1 - std::exp(-time * 9)) * 0.8 +
-                                          0.42 * wobble * std::sin(2 * 3.14159265 * rate * time));
-        phase += 2 * 3.14159265 * frequency / kRate;
+                                          0.42 * wobble * std::sin(2 * kPi * rate * time));
+        phase += 2 * kPi * frequency / kRate;
         spring[index] = swing *
                         (std::sin(phase) + 0.5 * std::sin(2 * phase) + 0.35 * std::sin(3 * phase) +
                          0.2 * std::sin(5 * phase)) *
                         std::min(1.0, time / 0.004) * std::min(1.0, (seconds - time) / 0.15);
     }
-    Mix(spring, Air(random, 0.03, 2500, { { 0, 0.8 }, { 0.03, 0 } }, 1));
+    Mix(spring, Air(0.03, 2500, { { 0, 0.8 }, { 0.03, 0 } }, 1, random));
     return spring;
 }
 
@@ -233,10 +227,10 @@ Samples Confetti(Random &random)
     Samples pop =
         Tone(0.09, { { 0, 420 }, { 0.02, 900 }, { 0.09, 240 } }, { { 0, 0 }, { 0.004, 1.2 }, { 0.09, 0 } });
     Mix(pop,
-        Air(random, 0.14, { { 0, 3000 }, { 0.14, 900 } }, { { 0, 0 }, { 0.003, 1.5 }, { 0.14, 0 } }, 0.6));
+        Air(0.14, { { 0, 3000 }, { 0.14, 900 } }, { { 0, 0 }, { 0.003, 1.5 }, { 0.14, 0 } }, 0.6, random));
     for (int piece = 0; piece < 38; ++piece) {
         const double at = 0.08 + 0.8 * std::pow(random.Between(0, 1), 0.8);
-        Mix(pop, Air(random, 0.02, random.Between(3000, 8000), { { 0, 1 }, { 0.02, 0 } }, 2), at,
+        Mix(pop, Air(0.02, random.Between(3000, 8000), { { 0, 1 }, { 0.02, 0 } }, 2, random), at,
             random.Between(0.1, 0.4) * (1.1 - at));
     }
     Mix(pop, Stars(random, 0.7, 7, 2093, 0.6, 1), 0.1, 0.2);
@@ -267,8 +261,8 @@ Samples Dizzy(Random &)
     double phase = 0;
     for (std::size_t index = 0; index < dizzy.size(); ++index) {
         const double time = double(index) / kRate;
-        const double frequency = (700 - 180 * time) * (1 + 0.13 * std::sin(2 * 3.14159265 * 5 * time));
-        phase += 2 * 3.14159265 * frequency / kRate;
+        const double frequency = (700 - 180 * time) * (1 + 0.13 * std::sin(2 * kPi * 5 * time));
+        phase += 2 * kPi * frequency / kRate;
         const double gain = Curve{ { 0, 0 }, { 0.08, 0.8 }, { 0.9, 0.6 }, { 1.2, 0 } }(time);
         dizzy[index] = gain * (std::sin(phase) + 0.2 * std::sin(2 * phase) + 0.1 * std::sin(3 * phase));
     }

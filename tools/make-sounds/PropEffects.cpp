@@ -38,7 +38,7 @@ Samples Fanfare(Random &random)
     for (std::size_t index = 0; index < last.size(); ++index) {
         const double time = double(index) / kRate;
         const double shake = Curve{ { 0.33, 0 }, { 0.5, 0.28 }, { 0.7, 0.4 } }(time);
-        last[index] *= 1 - shake * (0.5 + 0.5 * std::sin(2 * 3.14159265 * (6 + 6 * time) * time));
+        last[index] *= 1 - shake * (0.5 + 0.5 * std::sin(2 * kPi * (6 + 6 * time) * time));
     }
     Mix(blown, last, 0.61);
     Mix(blown, spit(), 0.61, 1.1);
@@ -171,7 +171,7 @@ Samples Strokes(Random &random, double colour, double grain)
         double grate = 0;
         for (std::size_t index = 0; index < scratch.size(); ++index) {
             grate += (grain * (1 + 0.3 * random.Next())) / kRate;
-            scratch[index] *= 0.35 + 0.65 * std::pow(std::abs(std::sin(3.14159265 * grate)), 3);
+            scratch[index] *= 0.35 + 0.65 * std::pow(std::abs(std::sin(kPi * grate)), 3);
         }
         scratch = Shaped(scratch, { { 0, 0 }, { 0.02, 1 }, { seconds * 0.8, 0.7 }, { seconds, 0 } });
         Mix(strokes, scratch, 0.005 + 0.152 * stroke, stroke ? 0.8 : 1);
@@ -234,7 +234,7 @@ Samples Squeak(Random &random)
     double grate = 0;
     for (double &sample : squeak) {
         grate += 55 * (1 + 0.5 * random.Next()) / kRate;
-        sample *= 0.55 + 0.45 * std::sin(2 * 3.14159265 * grate);
+        sample *= 0.55 + 0.45 * std::sin(2 * kPi * grate);
     }
     return InRoom(squeak, 0.08, 0.06);
 }

@@ -7,8 +7,13 @@ namespace sounds {
 
 namespace {
 
-constexpr double kPi = 3.14159265358979323846;
 constexpr double kHighest = 11000; // of what is made, in Hz
+
+void Put(std::string &bytes, std::uint32_t number, int size)
+{
+    for (int byte = 0; byte < size; ++byte)
+        bytes += char(number >> (8 * byte) & 0xff);
+}
 
 } // namespace
 
@@ -94,6 +99,11 @@ Samples Shaped(Samples samples, const Curve &gain)
     for (std::size_t index = 0; index < samples.size(); ++index)
         samples[index] *= gain(double(index) / kRate);
     return samples;
+}
+
+Samples Air(double seconds, const Curve &colour, const Curve &gain, double sharpness, Random &random)
+{
+    return Shaped(Filtered(Noise(seconds, random), Pass::Band, colour, sharpness), gain);
 }
 
 Samples Tone(double seconds, const Curve &frequency, const Curve &gain)
@@ -255,6 +265,26 @@ std::vector<std::int16_t> Finished(const Samples &samples, double loudness, doub
     for (const double sample : half)
         finished.push_back(std::int16_t(std::lround(sample * gain * 32767)));
     return finished;
+}
+
+std::string Wave(const std::vector<std::int16_t> &samples, int channels, int rate)
+{
+    const auto size = std::uint32_t(samples.size() * 2);
+    std::string wave = "RIFF";
+    Put(wave, 36 + size, 4);
+    wave += "WAVEfmt ";
+    Put(wave, 16, 4);
+    Put(wave, 1, 2); // plain samples
+    Put(wave, std::uint32_t(channels), 2);
+    Put(wave, std::uint32_t(rate), 4);
+    Put(wave, std::uint32_t(rate * channels * 2), 4);
+    Put(wave, std::uint32_t(channels * 2), 2);
+    Put(wave, 16, 2);
+    wave += "data";
+    Put(wave, size, 4);
+    for (const std::int16_t sample : samples)
+        Put(wave, std::uint16_t(sample), 2);
+    return wave;
 }
 
 } // namespace sounds

@@ -3,6 +3,8 @@
 #include <cstddef>
 #include <cstdint>
 #include <initializer_list>
+#include <numbers>
+#include <string>
 #include <string_view>
 #include <utility>
 #include <vector>
@@ -13,6 +15,8 @@ namespace sounds {
 
 // Effects are made at twice the rate at which they are packed.
 constexpr double kRate = 48000;
+
+constexpr double kPi = std::numbers::pi;
 
 using Samples = std::vector<double>;
 
@@ -57,6 +61,8 @@ private:
 Samples Noise(double seconds, Random &random);
 Samples Filtered(Samples samples, Pass pass, const Curve &frequency, double sharpness = 0.7);
 Samples Shaped(Samples samples, const Curve &gain);
+// Noise of a moving colour.
+Samples Air(double seconds, const Curve &colour, const Curve &gain, double sharpness, Random &random);
 // A sine of moving frequency.
 Samples Tone(double seconds, const Curve &frequency, const Curve &gain);
 
@@ -71,12 +77,13 @@ Samples Struck(double seconds, std::initializer_list<Partial> partials);
 // A horn that is blown: `force`, 0 to 1, makes it loud and bright together.
 Samples Brass(double seconds, const Curve &pitch, const Curve &force, Random &random);
 
-// A throat: pitch in Hz, how open it is, and the breath that goes with the tone.
+// The frequencies of a throat's three resonances.
 struct Vowel {
-    Curve first; // the frequencies of the three resonances
+    Curve first;
     Curve second;
     Curve third;
 };
+// A throat: pitch in Hz, how open it is, and the breath that goes with the tone.
 Samples Throat(double seconds, const Curve &pitch, const Curve &tone, const Curve &breath, const Vowel &vowel,
                Random &random);
 
@@ -86,5 +93,8 @@ Samples InRoom(const Samples &dry, double wet, double tail, double brightness = 
 // Half the rate, without what would fold over; no offset, soft ends, as loud as wanted while it sounds, and
 // no peak above the second level. Both in dB below full scale.
 std::vector<std::int16_t> Finished(const Samples &samples, double loudness, double peak);
+
+// The bytes of a wave file with these samples, those of several channels in turn.
+std::string Wave(const std::vector<std::int16_t> &samples, int channels, int rate);
 
 } // namespace sounds
