@@ -1,7 +1,5 @@
 #include "Painter.h"
 
-#include "Synthesis.h"
-
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -10,7 +8,6 @@ namespace fireworks {
 
 namespace {
 
-constexpr double kPi = 3.14159265358979323846;
 constexpr int kFrame = 12; // of wood and gilt, in pixels
 constexpr int kSmokeScale = 4;
 
@@ -365,31 +362,20 @@ Colour Painter::Glow(double second) const
     return glow;
 }
 
-std::vector<std::uint8_t> Painter::Picture(double second)
+// Round everything bright: near and narrow, far and wide.
+void Painter::AddHaze()
 {
-    m_light.Clear();
-    m_smoke.Clear();
-    AddSparkle(second);
-    unsigned salt = 0;
-    for (const Burst &burst : m_bursts) {
-        ++salt;
-        const double age = second - burst.shell.at;
-        if (burst.shell.kind != Kind::Mine && age > -burst.shell.rise && age < 0.6)
-            AddRocket(burst.shell, age + burst.shell.rise, salt);
-        if (age < 0 || age > 6)
-            continue;
-        AddStars(burst, age, salt * 977);
-        AddSmoke(burst, age);
-    }
-    const Colour glow = Glow(second);
-    // Haze round everything bright: near and narrow, far and wide.
     Light near = m_light.Quarter();
     Light wide = near.Quarter();
     near.Blur(1);
     wide.Blur(3);
     m_light.AddStretched(near, 0.65f);
     m_light.AddStretched(wide, 0.95f);
-    // Smoke is seen by what burns behind it.
+}
+
+// Smoke is seen by what burns behind it.
+void Painter::LightSmoke(const Colour &glow)
+{
     const Colour lit{ 0.25f + glow.red, 0.25f + glow.green, 0.25f + glow.blue };
     for (int y = 0; y < m_smoke.Height(); ++y) {
         for (int x = 0; x < m_smoke.Width(); ++x) {
@@ -400,37 +386,25 @@ std::vector<std::uint8_t> Painter::Picture(double second)
         }
     }
     m_light.AddStretched(m_smoke, 1.0f);
+}
 
-    // Night falls while the show goes on; at the end the picture goes dark.
-    const float day = float(1 - 0.38 * std::clamp(second / 6, 0.0, 1.0));
-    const float shown = float(std::clamp((kSeconds - second) / 1.1, 0.0, 1.0));
-    std::vector<std::uint8_t> picture(std::size_t(kWidth) * kHeight * 3);
-    const auto seen = [&](int x, int y, int part) {
-        const float land = m_land[std::size_t(y) * kWidth + std::size_t(x)];
-        const float ground = m_sky.At(x, y)[part];
-        const float around = part == 0 ? glow.red : part == 1 ? glow.green : glow.blue;
-        const float moon = m_moon[std::size_t(y) * kWidth + std::size_t(x)];
-        const float night = ground * day * (1 + around * 0.5f) + around * 0.05f * (1 - land) +
-                            around * 0.07f * land * float(y) / float(kShore);
-        const float lifted = night + (ground - night) * moon;
-        const float light = m_light.At(x, y)[part];
-        return lifted + (1 - std::exp(-light * 1.25f)) * (1 - std::min(1.0f, lifted) * 0.9f);
-    };
-    const auto bytes = [&](int x, int y, float red, float green, float blue) {
-        std::uint8_t *pixel = &picture[(std::size_t(y) * kWidth + std::size_t(x)) * 3];
-        const float parts[3] = { red, green, blue };
-        // A grain too fine to be seen keeps the smooth sky from falling into steps.
-        const float grain =
-            Scatter(unsigned(y * kWidth + x), unsigned(second * kPicturesPerSecond + 0.5)) - 0.5f;
-        for (int part = 0; part < 3; ++part)
-            pixel[part] =
-                std::uint8_t(std::clamp(parts[part] * 255 * shown + grain * 1.4f + 0.5f, 0.0f, 255.0f));
-    };
-    for (int y = 0; y < int(kShore); ++y) {
-        for (int x = 0; x < kWidth; ++x)
-            bytes(x, y, seen(x, y, 0), seen(x, y, 1), seen(x, y, 2));
-    }
-    // The lake: the same turned over, drawn together and broken by small waves.
+float Painter::Seen(const Moment &moment, int x, int y, int part) const
+{
+    const float land = m_land[std::size_t(y) * kWidth + std::size_t(x)];
+    const float ground = m_sky.At(x, y)[part];
+    const float around = part == 0 ? moment.glow.red : part == 1 ? moment.glow.green : moment.glow.blue;
+    const float moon = m_moon[std::size_t(y) * kWidth + std::size_t(x)];
+    const float night = ground * moment.day * (1 + around * 0.5f) + around * 0.05f * (1 - land) +
+                        around * 0.07f * land * float(y) / float(kShore);
+    const float lifted = night + (ground - night) * moon;
+    const float light = m_light.At(x, y)[part];
+    return lifted + (1 - std::exp(-light * 1.25f)) * (1 - std::min(1.0f, lifted) * 0.9f);
+}
+
+// The same turned over, drawn together and broken by small waves.
+void Painter::PaintLake(Bytes &picture, const Moment &moment) const
+{
+    const double second = moment.second;
     for (int y = int(kShore); y < kHeight; ++y) {
         const double depth = y - kShore;
         const double wave = std::sin(depth * 1.15 - second * 3.2) * (0.6 + depth * 0.05) +
@@ -445,23 +419,40 @@ std::vector<std::uint8_t> Painter::Picture(double second)
             for (int step = -3; step <= 3; ++step) {
                 const int row = std::clamp(int(from) + step * 2, 0, int(kShore) - 1);
                 for (int part = 0; part < 3; ++part)
-                    sums[part] += seen(column, row, part) / 7;
+                    sums[part] += Seen(moment, column, row, part) / 7;
             }
             const float ripple =
                 float(0.5 + 0.5 * std::sin(depth * 1.9 + std::sin(x * 0.045 + second) * 2 - second * 2.4));
             const float share = 0.66f + 0.3f * ripple - float(depth) * 0.0016f;
             const float line = y == int(kShore) ? 0.06f : 0.0f;
-            bytes(x, y, sums[0] * share + line + 0.012f, sums[1] * share + line + 0.014f,
-                  sums[2] * share + line + 0.04f);
+            PutPixel(picture, x, y,
+                     { sums[0] * share + line + 0.012f, sums[1] * share + line + 0.014f,
+                       sums[2] * share + line + 0.04f },
+                     moment);
         }
     }
-    // The frame does not go dark with the picture.
+}
+
+// A grain too fine to be seen keeps the smooth sky from falling into steps.
+void Painter::PutPixel(Bytes &picture, int x, int y, const Colour &colour, const Moment &moment)
+{
+    std::uint8_t *pixel = &picture[(std::size_t(y) * kWidth + std::size_t(x)) * 3];
+    const float parts[3] = { colour.red, colour.green, colour.blue };
+    const float grain =
+        Scatter(unsigned(y * kWidth + x), unsigned(moment.second * kPicturesPerSecond + 0.5)) - 0.5f;
+    for (int part = 0; part < 3; ++part)
+        pixel[part] =
+            std::uint8_t(std::clamp(parts[part] * 255 * moment.shown + grain * 1.4f + 0.5f, 0.0f, 255.0f));
+}
+
+// It throws a soft shadow into the picture, and does not go dark with it.
+void Painter::PaintFrame(Bytes &picture)
+{
     for (int y = 0; y < kHeight; ++y) {
         for (int x = 0; x < kWidth; ++x) {
             const int edge = std::min(std::min(x, y), std::min(kWidth - 1 - x, kHeight - 1 - y));
             std::uint8_t *pixel = &picture[(std::size_t(y) * kWidth + std::size_t(x)) * 3];
             if (edge >= kFrame) {
-                // It throws a soft shadow into the picture.
                 const double shadow = 1 - 0.4 * std::exp(-(edge - kFrame) / 5.0);
                 for (int part = 0; part < 3; ++part)
                     pixel[part] = std::uint8_t(pixel[part] * shadow);
@@ -481,6 +472,41 @@ std::vector<std::uint8_t> Painter::Picture(double second)
             pixel[2] = std::uint8_t(std::min(255.0f, colour.blue * 255 * shade));
         }
     }
+}
+
+Painter::Bytes Painter::Picture(double second)
+{
+    m_light.Clear();
+    m_smoke.Clear();
+    AddSparkle(second);
+    unsigned salt = 0;
+    for (const Burst &burst : m_bursts) {
+        ++salt;
+        const double age = second - burst.shell.at;
+        if (burst.shell.kind != Kind::Mine && age > -burst.shell.rise && age < 0.6)
+            AddRocket(burst.shell, age + burst.shell.rise, salt);
+        if (age < 0 || age > 6)
+            continue;
+        AddStars(burst, age, salt * 977);
+        AddSmoke(burst, age);
+    }
+    Moment moment;
+    moment.second = second;
+    moment.glow = Glow(second);
+    // Night falls while the show goes on; at the end the picture goes dark.
+    moment.day = float(1 - 0.38 * std::clamp(second / 6, 0.0, 1.0));
+    moment.shown = float(std::clamp((kSeconds - second) / 1.1, 0.0, 1.0));
+    AddHaze();
+    LightSmoke(moment.glow);
+
+    Bytes picture(std::size_t(kWidth) * kHeight * 3);
+    for (int y = 0; y < int(kShore); ++y) {
+        for (int x = 0; x < kWidth; ++x)
+            PutPixel(picture, x, y, { Seen(moment, x, y, 0), Seen(moment, x, y, 1), Seen(moment, x, y, 2) },
+                     moment);
+    }
+    PaintLake(picture, moment);
+    PaintFrame(picture);
     return picture;
 }
 

@@ -43,8 +43,9 @@ private:
 class Painter {
 public:
     Painter();
-    // The picture at that second: rows from the top, a byte each for red, green and blue.
-    std::vector<std::uint8_t> Picture(double second);
+    using Bytes = std::vector<std::uint8_t>; // rows from the top, a byte each for red, green and blue
+    // The picture at that second.
+    Bytes Picture(double second);
 
 private:
     struct Burst {
@@ -57,6 +58,20 @@ private:
     void AddSmoke(const Burst &burst, double age);
     void AddSparkle(double second);
     Colour Glow(double second) const; // of the whole sky
+    void AddHaze();
+    void LightSmoke(const Colour &glow);
+
+    struct Moment {
+        double second;
+        Colour glow;
+        float day;   // what is left of the daylight
+        float shown; // less than 1 when the picture goes dark
+    };
+    // A part of the colour of a place above the lake.
+    float Seen(const Moment &moment, int x, int y, int part) const;
+    void PaintLake(Bytes &picture, const Moment &moment) const;
+    static void PutPixel(Bytes &picture, int x, int y, const Colour &colour, const Moment &moment);
+    static void PaintFrame(Bytes &picture);
 
     std::vector<Burst> m_bursts;
     Light m_sky;               // without fireworks

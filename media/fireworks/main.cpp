@@ -43,7 +43,7 @@ void WritePicture(double second, const std::string &file)
     const auto picture = Painter().Picture(second);
     out << "P6\n" << kWidth << ' ' << kHeight << "\n255\n";
     out.write(reinterpret_cast<const char *>(picture.data()), std::streamsize(picture.size()));
-    if (!out)
+    if (!out.flush())
         throw std::runtime_error("cannot write " + file);
 }
 
