@@ -41,6 +41,11 @@ QByteArray Packed(quint64 number)
     return bytes;
 }
 
+QByteArray PackedName(const QByteArray &name)
+{
+    return Packed(quint64(name.size())) + name;
+}
+
 struct Entry {
     QByteArray name;
     QByteArray row; // as it stands in the directory
@@ -150,58 +155,48 @@ QByteArray WaysFile()
     return bytes + names;
 }
 
-} // namespace
-
-QByteArray WriteChm(const HelpHeader &header, const std::map<QString, QByteArray> &files)
-{
-    std::vector<std::pair<QByteArray, QByteArray>> all;
-    all.emplace_back("/", QByteArray());
-    all.emplace_back("/#SYSTEM", SystemFile(header));
-    all.emplace_back("::DataSpace/NameList", WaysFile());
-    for (const auto &[path, content] : files)
-        all.emplace_back('/' + path.toUtf8(), content);
-    std::sort(all.begin(), all.end(), [](const auto &one, const auto &other) {
-        return std::pair(one.first.toLower(), one.first) < std::pair(other.first.toLower(), other.first);
-    });
-
-    QByteArray content;
-    std::vector<Entry> entries;
-    for (const auto &[name, bytes] : all) {
-        const quint64 place = bytes.isEmpty() ? 0 : quint64(content.size());
-        entries.push_back({ name, Packed(quint64(name.size())) + name + Packed(0) + Packed(place) +
-                                      Packed(quint64(bytes.size())) });
-        content += bytes;
-    }
-
-    QByteArray directory;
-    const std::vector<Chunk> lists = Divide(entries, kChunkHeader);
-    for (std::size_t index = 0; index < lists.size(); ++index)
-        directory += ListChunk(lists[index], index == 0 ? kNone : quint32(index - 1),
-                               index + 1 == lists.size() ? kNone : quint32(index + 1));
-    // Trees upon trees, until one chunk is above all.
+// The chunks of the directory and what its header tells of them.
+struct Directory {
+    QByteArray chunks;
+    quint32 count = 0;
+    quint32 lists = 0; // of these, the first ones
     quint32 depth = 1;
-    quint32 root = kNone;
-    quint32 chunks = quint32(lists.size());
+    quint32 root = kNone; // none above a single list
+};
+
+Directory DirectoryOf(const std::vector<Entry> &entries)
+{
+    Directory directory;
+    std::vector<Chunk> below = Divide(entries, kChunkHeader);
+    directory.lists = directory.count = quint32(below.size());
+    for (quint32 index = 0; index < directory.lists; ++index)
+        directory.chunks += ListChunk(below[index], index == 0 ? kNone : index - 1,
+                                      index + 1 == directory.lists ? kNone : index + 1);
+    // Trees upon trees, until one chunk is above all.
     quint32 firstBelow = 0;
-    for (std::vector<Chunk> below = lists; below.size() > 1;) {
+    while (below.size() > 1) {
         std::vector<Entry> rows;
         for (std::size_t index = 0; index < below.size(); ++index)
-            rows.push_back({ below[index].firstName, Packed(quint64(below[index].firstName.size())) +
-                                                         below[index].firstName +
-                                                         Packed(firstBelow + index) });
-        firstBelow = chunks;
+            rows.push_back(
+                { below[index].firstName, PackedName(below[index].firstName) + Packed(firstBelow + index) });
+        firstBelow = directory.count;
         below = Divide(rows, kTreeChunkHeader);
         for (const Chunk &chunk : below)
-            directory += TreeChunk(chunk);
-        chunks += quint32(below.size());
-        root = chunks - 1;
-        ++depth;
+            directory.chunks += TreeChunk(chunk);
+        directory.count += quint32(below.size());
+        directory.root = directory.count - 1;
+        ++directory.depth;
     }
+    return directory;
+}
 
+// What stands before the chunks: the header of the file, that of its sizes and that of the directory.
+QByteArray HeadersOf(const Directory &directory, quint64 contentSize)
+{
     constexpr quint64 kHeaderSize = 0x60;
     constexpr quint64 kSizesSize = 0x18;
     constexpr quint64 kDirectoryHeaderSize = 0x54;
-    const quint64 directorySize = kDirectoryHeaderSize + quint64(directory.size());
+    const quint64 directorySize = kDirectoryHeaderSize + quint64(directory.chunks.size());
     const quint64 contentStart = kHeaderSize + kSizesSize + directorySize;
 
     QByteArray bytes("ITSF");
@@ -220,7 +215,7 @@ QByteArray WriteChm(const HelpHeader &header, const std::map<QString, QByteArray
 
     Put(bytes, quint32(0x01fe));
     Put(bytes, quint32(0));
-    Put(bytes, contentStart + quint64(content.size()));
+    Put(bytes, contentStart + contentSize);
     Put(bytes, quint64(0));
 
     bytes += "ITSP";
@@ -229,16 +224,42 @@ QByteArray WriteChm(const HelpHeader &header, const std::map<QString, QByteArray
     Put(bytes, quint32(0x0a));
     Put(bytes, quint32(kChunkSize));
     Put(bytes, quint32(2)); // marks stand every two to the power of this, and one, entries
-    Put(bytes, depth);
-    Put(bytes, root);
+    Put(bytes, directory.depth);
+    Put(bytes, directory.root);
     Put(bytes, quint32(0));
-    Put(bytes, quint32(lists.size() - 1));
+    Put(bytes, directory.lists - 1);
     Put(bytes, kNone);
-    Put(bytes, chunks);
+    Put(bytes, directory.count);
     Put(bytes, kEnglishOfBritain);
     PutIdentifier(bytes, "6a92025d2e21d0119df900a0c922e6ec");
     Put(bytes, quint32(kDirectoryHeaderSize));
     for (int unused = 0; unused < 3; ++unused)
         Put(bytes, kNone);
-    return bytes + directory + content;
+    return bytes;
+}
+
+} // namespace
+
+QByteArray WriteChm(const HelpHeader &header, const std::map<QString, QByteArray> &files)
+{
+    std::vector<std::pair<QByteArray, QByteArray>> all;
+    all.emplace_back("/", QByteArray());
+    all.emplace_back("/#SYSTEM", SystemFile(header));
+    all.emplace_back("::DataSpace/NameList", WaysFile());
+    for (const auto &[path, content] : files)
+        all.emplace_back('/' + path.toUtf8(), content);
+    std::sort(all.begin(), all.end(), [](const auto &one, const auto &other) {
+        return std::pair(one.first.toLower(), one.first) < std::pair(other.first.toLower(), other.first);
+    });
+
+    QByteArray content;
+    std::vector<Entry> entries;
+    for (const auto &[name, bytes] : all) {
+        const quint64 place = bytes.isEmpty() ? 0 : quint64(content.size());
+        entries.push_back(
+            { name, PackedName(name) + Packed(0) + Packed(place) + Packed(quint64(bytes.size())) });
+        content += bytes;
+    }
+    const Directory directory = DirectoryOf(entries);
+    return HeadersOf(directory, quint64(content.size())) + directory.chunks + content;
 }
