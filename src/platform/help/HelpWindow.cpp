@@ -24,6 +24,7 @@
 #include <QtPrintSupport/QPrinter>
 
 #include <algorithm>
+#include <initializer_list>
 
 namespace platform {
 
@@ -64,6 +65,28 @@ QLineEdit *WordsBox(const QString &name, const QString &told)
     box->setAccessibleName(told);
     box->setClearButtonEnabled(true);
     return box;
+}
+
+// The widgets of a shelf one below the other; the last takes the room there is.
+QWidget *ShelfWith(std::initializer_list<QWidget *> widgets)
+{
+    auto *shelf = new QWidget;
+    auto *rows = new QVBoxLayout(shelf);
+    rows->setContentsMargins(4, 6, 4, 4);
+    for (QWidget *widget : widgets)
+        rows->addWidget(widget, widget == *(widgets.end() - 1) ? 1 : 0);
+    return shelf;
+}
+
+// Calls `open` with what the user selects, clicks or enters in a list, or null. The keyboard's coming into a
+// list makes a line the current one, but selects none, and so opens none.
+template <typename List, typename Open>
+void OpenWhatIsChosen(List *list, const Open &open)
+{
+    QObject::connect(list, &List::itemSelectionChanged, list,
+                     [list, open] { open(list->selectedItems().value(0)); });
+    QObject::connect(list, &List::itemActivated, list, open);
+    QObject::connect(list, &List::itemClicked, list, open);
 }
 
 } // namespace
@@ -171,44 +194,48 @@ QWidget *HelpWindow::MakeButtons()
 
 QWidget *HelpWindow::MakeShelves()
 {
+    m_shelves = new QTabWidget;
+    m_shelves->setObjectName(QStringLiteral("shelves"));
+    m_shelves->setAccessibleName(tr("Ways to a page"));
+    m_shelves->addTab(MakeContents(), tr("Contents"));
+    m_shelves->addTab(MakeIndex(), tr("Index"));
+    m_shelves->addTab(MakeSearch(), tr("Search"));
+    return m_shelves;
+}
+
+QWidget *HelpWindow::MakeContents()
+{
     m_contents = new QTreeWidget;
     m_contents->setObjectName(QStringLiteral("contents"));
     m_contents->setAccessibleName(tr("Contents"));
     m_contents->setHeaderHidden(true);
     m_contents->setIndentation(18);
-    const auto openLine = [this](const QTreeWidgetItem *item) {
-        if (item && !item->data(0, kPageRole).toString().isEmpty())
-            m_page->Open(item->data(0, kPageRole).toString());
-    };
-    // What is selected is open. The keyboard's coming into a list makes a line the current one, but selects
-    // none, and so opens none.
-    connect(m_contents, &QTreeWidget::itemSelectionChanged, this,
-            [this, openLine] { openLine(m_contents->selectedItems().value(0)); });
-    connect(m_contents, &QTreeWidget::itemActivated, this, openLine);
-    connect(m_contents, &QTreeWidget::itemClicked, this, openLine);
+    OpenWhatIsChosen(m_contents, [this](const QTreeWidgetItem *item) {
+        const QString page = item ? item->data(0, kPageRole).toString() : QString();
+        if (!page.isEmpty())
+            m_page->Open(page);
+    });
+    return m_contents;
+}
 
-    auto *index = new QWidget;
-    auto *indexRows = new QVBoxLayout(index);
+QWidget *HelpWindow::MakeIndex()
+{
     m_indexWord = WordsBox(QStringLiteral("indexWord"), tr("Type a word"));
     m_index = new QListWidget;
     m_index->setObjectName(QStringLiteral("index"));
     m_index->setAccessibleName(tr("Index"));
-    indexRows->addWidget(m_indexWord);
-    indexRows->addWidget(m_index, 1);
     connect(m_indexWord, &QLineEdit::textChanged, this, [this] { FillIndex(); });
     connect(m_indexWord, &QLineEdit::returnPressed, this, [this] { m_index->setCurrentRow(0); });
-    const auto openWord = [this](const QListWidgetItem *item) {
+    OpenWhatIsChosen(m_index, [this](const QListWidgetItem *item) {
         if (item)
             m_page->Open(item->data(kPageRole).toString());
-    };
-    connect(m_index, &QListWidget::itemSelectionChanged, this,
-            [this, openWord] { openWord(m_index->selectedItems().value(0)); });
-    connect(m_index, &QListWidget::itemActivated, this, openWord);
-    connect(m_index, &QListWidget::itemClicked, this, openWord);
+    });
     InstallSelectionKeys(*m_index);
+    return ShelfWith({ m_indexWord, m_index });
+}
 
-    auto *search = new QWidget;
-    auto *searchRows = new QVBoxLayout(search);
+QWidget *HelpWindow::MakeSearch()
+{
     m_searchWords = WordsBox(QStringLiteral("searchWords"), tr("Search all pages"));
     m_searchResult = new QLabel;
     m_searchResult->setObjectName(QStringLiteral("searchResult"));
@@ -220,28 +247,12 @@ QWidget *HelpWindow::MakeShelves()
     m_hits->setSpacing(2);
     m_hits->setItemDelegate(new HitPainter(m_hits));
     m_hits->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    searchRows->addWidget(m_searchWords);
-    searchRows->addWidget(m_searchResult);
-    searchRows->addWidget(m_hits, 1);
     connect(m_searchWords, &QLineEdit::textChanged, this, [this] { Search(); });
     connect(m_searchWords, &QLineEdit::returnPressed, this, [this] { OpenHit(0); });
-    const auto openHit = [this](const QListWidgetItem *item) { OpenHit(m_hits->row(item)); };
-    connect(m_hits, &QListWidget::itemSelectionChanged, this,
-            [this, openHit] { openHit(m_hits->selectedItems().value(0)); });
-    connect(m_hits, &QListWidget::itemActivated, this, openHit);
-    connect(m_hits, &QListWidget::itemClicked, this, openHit);
+    OpenWhatIsChosen(m_hits, [this](const QListWidgetItem *item) { OpenHit(m_hits->row(item)); });
     InstallSelectionKeys(*m_hits);
     Search();
-
-    m_shelves = new QTabWidget;
-    m_shelves->setObjectName(QStringLiteral("shelves"));
-    m_shelves->setAccessibleName(tr("Ways to a page"));
-    for (QWidget *shelf : { index, search })
-        shelf->layout()->setContentsMargins(4, 6, 4, 4);
-    m_shelves->addTab(m_contents, tr("Contents"));
-    m_shelves->addTab(index, tr("Index"));
-    m_shelves->addTab(search, tr("Search"));
-    return m_shelves;
+    return ShelfWith({ m_searchWords, m_searchResult, m_hits });
 }
 
 QWidget *HelpWindow::MakeFindBar()

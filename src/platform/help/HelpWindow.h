@@ -38,6 +38,9 @@ private:
 
     QWidget *MakeButtons();
     QWidget *MakeShelves();
+    QWidget *MakeContents();
+    QWidget *MakeIndex();
+    QWidget *MakeSearch();
     QWidget *MakeFindBar();
     void MakeShortcuts();
     // An action with its shortcuts, that works in the whole window.
