@@ -238,6 +238,8 @@ QString WithSignsSaid(const QString &text)
 // Numbers in the form in which the engine reads them well.
 QStringList NumberWords(const QString &digits)
 {
+    if (digits.size() > kLongestNumber)
+        return digits.left(kMostDigits).split(QString(), Qt::SkipEmptyParts);
     if (digits.size() == 4) {
         const auto century = digits.left(2);
         const auto year = digits.right(2);
@@ -252,11 +254,7 @@ QStringList NumberWords(const QString &digits)
         return { century, year };
     }
     if (digits.size() <= 4 || digits[0] == u'0')
-        return digits.size() <= kLongestNumber
-                   ? QStringList{ digits }
-                   : digits.left(kMostDigits).split(QString(), Qt::SkipEmptyParts);
-    if (digits.size() > kLongestNumber)
-        return digits.left(kMostDigits).split(QString(), Qt::SkipEmptyParts);
+        return { digits };
     QString grouped = digits;
     for (auto comma = digits.size() - 3; comma > 0; comma -= 3)
         grouped.insert(comma, u',');
