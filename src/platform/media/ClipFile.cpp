@@ -66,7 +66,7 @@ Owned<AVCodecContext> DecoderOf(const AVStream &stream)
 
 class ClipFile::Parts {
 public:
-    Parts(const std::atomic<bool> &stop) : m_stop(stop) {}
+    explicit Parts(const std::atomic<bool> &stop) : m_stop(stop) {}
 
     bool Open(const QString &path)
     {

@@ -1,7 +1,5 @@
 #include "platform/voice/RecordedVoices.h"
 
-#include <QStringList>
-
 namespace platform {
 
 const std::vector<RecordedVoice> &RecordedVoices()
