@@ -67,7 +67,7 @@ bool SpeechService::Speaks(const VoiceSettings &settings) const
 std::unique_ptr<SpeechEngine::Order> SpeechService::Synthesise(const SpeechText &text,
                                                                const VoiceSettings &settings, Ready ready)
 {
-    return m_workshop.Add(
+    return m_workshop.Add<Order>(
         [text, chosen = Chosen(settings),
          reading = m_readingVoice](const std::atomic<bool> &cancelled) -> std::shared_ptr<const Utterance> {
             const auto *own = FliteVoice::Find(chosen.voice);

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "platform/voice/SpeechWorkshop.h"
 #include "platform/voice/Voice.h"
 #include "platform/voice/VoiceOptions.h"
+#include "platform/voice/Workshop.h"
 
 #include <map>
 
@@ -37,7 +37,7 @@ private:
     QString m_readingVoice;            // an id; empty for English
     std::map<QString, double> m_rates; // by name in lower case; empty for everybody
     std::map<QString, double> m_pitches;
-    SpeechWorkshop m_workshop;
+    Workshop m_workshop;
 };
 
 } // namespace platform

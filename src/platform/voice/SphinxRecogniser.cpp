@@ -4,7 +4,6 @@
 
 #include <QCoreApplication>
 #include <QFile>
-#include <QObject>
 
 #ifdef TUMBLEWICK_SPHINX
 #include <pocketsphinx.h>
@@ -15,13 +14,8 @@
 
 #include <algorithm>
 #include <array>
-#include <condition_variable>
-#include <deque>
-#include <mutex>
 #include <optional>
-#include <thread>
 #include <utility>
-#include <vector>
 
 namespace platform {
 
@@ -155,19 +149,26 @@ private:
     std::unique_ptr<ps_decoder_t, Free> m_decoder;
 };
 
-// Both decoders, and the answers of the one that takes the voice for more likely.
-class Ear {
-public:
-    explicit Ear(const QString &model) : m_decoders{ Decoder(model, false), Decoder(model, true) } {}
+} // namespace
 
+// Both decoders, and the answers of the one that takes the voice for more likely.
+class SphinxRecogniser::Ear {
+public:
+    explicit Ear(QString model) : m_model(std::move(model)) {}
+
+    const QString &Model() const { return m_model; }
+
+    // The first call reads the files.
     QStringList Understand(const QByteArray &samples)
     {
+        if (!m_decoders && IsWholeSphinxModel(m_model))
+            m_decoders.emplace(std::array{ Decoder(m_model, false), Decoder(m_model, true) });
         QStringList names;
-        if (samples.size() / qsizetype(sizeof(int16)) < kLeastSamples)
+        if (!m_decoders || samples.size() / qsizetype(sizeof(int16)) < kLeastSamples)
             return names;
         Decoder *likelier = nullptr;
         int best = 0;
-        for (Decoder &decoder : m_decoders) {
+        for (Decoder &decoder : *m_decoders) {
             const auto answer = decoder.Best(samples, {});
             if (!answer || (likelier && answer->score <= best))
                 continue;
@@ -185,75 +186,8 @@ public:
     }
 
 private:
-    std::array<Decoder, 2> m_decoders;
-};
-
-} // namespace
-
-// A thread that understands one thing after the other.
-class SphinxRecogniser::Worker {
-public:
-    explicit Worker(QString model) : m_model(std::move(model)), m_thread([this] { Work(); }) {}
-    ~Worker()
-    {
-        {
-            const std::lock_guard lock(m_mutex);
-            m_closing = true;
-        }
-        m_changed.notify_all();
-        m_thread.join();
-    }
-
-    // Without `ready` only the files are read.
-    void Add(QByteArray samples, std::optional<std::weak_ptr<Ready>> ready)
-    {
-        {
-            const std::lock_guard lock(m_mutex);
-            m_jobs.push_back({ std::move(samples), std::move(ready) });
-        }
-        m_changed.notify_all();
-    }
-
-private:
-    struct Job {
-        QByteArray samples;
-        std::optional<std::weak_ptr<Ready>> ready;
-    };
-
-    void Work()
-    {
-        std::optional<Ear> ear;
-        std::unique_lock lock(m_mutex);
-        while (true) {
-            m_changed.wait(lock, [this] { return m_closing || !m_jobs.empty(); });
-            if (m_closing)
-                return;
-            const Job job = std::move(m_jobs.front());
-            m_jobs.pop_front();
-            lock.unlock();
-            if (!ear)
-                ear.emplace(m_model);
-            if (job.ready && !job.ready->expired()) {
-                const QStringList names = ear->Understand(job.samples);
-                QMetaObject::invokeMethod(
-                    &m_counter,
-                    [ready = *job.ready, names] {
-                        if (const auto held = ready.lock())
-                            (*held)(names);
-                    },
-                    Qt::QueuedConnection);
-            }
-            lock.lock();
-        }
-    }
-
     const QString m_model;
-    QObject m_counter; // answers are handed over in the event loop of its thread
-    std::mutex m_mutex;
-    std::condition_variable m_changed;
-    std::deque<Job> m_jobs;
-    bool m_closing = false;
-    std::thread m_thread;
+    std::optional<std::array<Decoder, 2>> m_decoders;
 };
 
 QString SphinxRecogniser::UsualModel()
@@ -263,30 +197,24 @@ QString SphinxRecogniser::UsualModel()
 
 QString SphinxRecogniser::Obstacle() const
 {
-    if (IsWholeSphinxModel(m_model))
+    if (IsWholeSphinxModel(m_ear->Model()))
         return QString();
     return QCoreApplication::translate("SpeechPage",
                                        "The sounds of English are not installed, so that no letter can be "
                                        "understood. They are in the package pocketsphinx-en-us.");
 }
 
-QStringList SphinxRecogniser::Understand(const QString &model, const QByteArray &samples)
-{
-    if (!IsWholeSphinxModel(model))
-        return {};
-    // The files are read once for each model.
-    static std::pair<QString, std::unique_ptr<Ear>> ear;
-    if (!ear.second || ear.first != model)
-        ear = { model, std::make_unique<Ear>(model) };
-    return ear.second->Understand(samples);
-}
-
 #else
 
-class SphinxRecogniser::Worker {
+class SphinxRecogniser::Ear {
 public:
-    explicit Worker(const QString &) {}
-    void Add(const QByteArray &, const std::optional<std::weak_ptr<Ready>> &) {}
+    explicit Ear(QString model) : m_model(std::move(model)) {}
+
+    const QString &Model() const { return m_model; }
+    QStringList Understand(const QByteArray &) { return {}; }
+
+private:
+    const QString m_model;
 };
 
 QString SphinxRecogniser::UsualModel()
@@ -301,26 +229,10 @@ QString SphinxRecogniser::Obstacle() const
                                        "letter can be understood.");
 }
 
-QStringList SphinxRecogniser::Understand(const QString &, const QByteArray &)
-{
-    return {};
-}
-
 #endif
 
-namespace {
-
-class HeldOrder final : public LetterRecogniser::Order {
-public:
-    explicit HeldOrder(std::shared_ptr<LetterRecogniser::Ready> ready) : m_ready(std::move(ready)) {}
-
-private:
-    std::shared_ptr<LetterRecogniser::Ready> m_ready;
-};
-
-} // namespace
-
-SphinxRecogniser::SphinxRecogniser(QString model) : m_model(model.isEmpty() ? UsualModel() : std::move(model))
+SphinxRecogniser::SphinxRecogniser(const QString &model)
+    : m_ear(std::make_shared<Ear>(model.isEmpty() ? UsualModel() : model))
 {
 }
 
@@ -328,29 +240,26 @@ SphinxRecogniser::~SphinxRecogniser() = default;
 
 void SphinxRecogniser::Prepare()
 {
-    if (m_worker || !Obstacle().isEmpty())
-        return;
-    m_worker = std::make_unique<Worker>(m_model);
-    m_worker->Add({}, std::nullopt);
+    // To understand nothing, the files are read all the same.
+    if (!m_prepared)
+        m_prepared = Recognise({}, [](const QStringList &) {});
 }
 
 std::unique_ptr<LetterRecogniser::Order> SphinxRecogniser::Recognise(QByteArray samples, Ready ready)
 {
-    auto held = std::make_shared<Ready>(std::move(ready));
-    if (!Obstacle().isEmpty()) {
-        QMetaObject::invokeMethod(
-            qApp,
-            [weak = std::weak_ptr<Ready>(held)] {
-                if (const auto call = weak.lock())
-                    (*call)({});
-            },
-            Qt::QueuedConnection);
-    } else {
-        if (!m_worker)
-            m_worker = std::make_unique<Worker>(m_model);
-        m_worker->Add(std::move(samples), held);
-    }
-    return std::make_unique<HeldOrder>(std::move(held));
+    if (!m_workshop)
+        m_workshop = std::make_unique<Workshop>();
+    return m_workshop->Add<Order>([ear = m_ear, samples = std::move(samples)](
+                                      const Workshop::Cancelled &) { return ear->Understand(samples); },
+                                  std::move(ready));
+}
+
+QStringList SphinxRecogniser::Understand(const QString &model, const QByteArray &samples)
+{
+    static std::unique_ptr<Ear> ear;
+    if (!ear || ear->Model() != model)
+        ear = std::make_unique<Ear>(model);
+    return ear->Understand(samples);
 }
 
 } // namespace platform
