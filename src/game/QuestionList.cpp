@@ -1,5 +1,6 @@
 #include "game/QuestionList.h"
 
+#include "platform/Subscript.h"
 #include "platform/files/Files.h"
 #include "platform/system/Chance.h"
 
@@ -26,22 +27,14 @@ void QuestionList::Read(platform::Files &files, const QString &path)
     }
 }
 
-const QuestionList::Row &QuestionList::At(int question) const
-{
-    if (question < 0 || question >= static_cast<int>(m_rows.size()))
-        throw platform::Error(platform::kSubscriptOutOfRange);
-    return m_rows[static_cast<std::size_t>(question)];
-}
-
 const QString &QuestionList::Line(int question) const
 {
-    return At(question).line;
+    return platform::At(m_rows, question).line;
 }
 
 void QuestionList::MarkUsed(int question)
 {
-    At(question);
-    m_rows[static_cast<std::size_t>(question)].used = kUsed;
+    platform::At(m_rows, question).used = kUsed;
 }
 
 platform::Integer16 QuestionList::Draw(platform::Chance &chance) const
@@ -50,7 +43,7 @@ platform::Integer16 QuestionList::Draw(platform::Chance &chance) const
     platform::Integer16 question;
     do {
         question = platform::Drawn(chance, m_lineCount);
-    } while (At(question).used != kFree);
+    } while (platform::At(m_rows, question).used != kFree);
     return question;
 }
 

@@ -37,7 +37,6 @@ private:
         QString line;
         QString used; // "False" or "True"; empty in the row that a list without lines is left with
     };
-    const Row &At(int question) const;
 
     std::vector<Row> m_rows{ Row() };
     platform::Integer16 m_lineCount;

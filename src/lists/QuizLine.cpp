@@ -1,5 +1,6 @@
 #include "lists/QuizLine.h"
 
+#include "platform/Subscript.h"
 #include "platform/Text.h"
 
 namespace tumblewick {
@@ -27,9 +28,7 @@ QuizLine QuizLine::ForPlay(const QString &line)
 
 const QString &QuizLine::Answer(int number) const
 {
-    if (number < 1 || number > static_cast<int>(answers.size()))
-        throw Error(kSubscriptOutOfRange);
-    return answers[static_cast<std::size_t>(number - 1)];
+    return At(answers, number - 1);
 }
 
 } // namespace tumblewick

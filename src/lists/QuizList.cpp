@@ -1,5 +1,6 @@
 #include "lists/QuizList.h"
 
+#include "platform/Subscript.h"
 #include "platform/Text.h"
 #include "platform/files/Files.h"
 
@@ -17,11 +18,7 @@ const QString kSeparator = QStringLiteral("_");
 
 const QString &QuizEntry::SubItem(int number) const
 {
-    if (number == kSubItems)
-        return correct;
-    if (number < 1 || number > kSubItems)
-        throw platform::Error(platform::kSubscriptOutOfRange);
-    return answers[static_cast<std::size_t>(number - 1)];
+    return number == kSubItems ? correct : platform::At(answers, number - 1);
 }
 
 QString &QuizEntry::SubItem(int number)

@@ -1,5 +1,6 @@
 #include "shell/Players.h"
 
+#include "platform/Subscript.h"
 #include "platform/Text.h"
 
 namespace tumblewick {
@@ -13,16 +14,12 @@ Players::Players(const QStringList &names)
 
 const QString &Players::Text(int player, Column column) const
 {
-    if (player < 0 || player >= Count())
-        throw platform::Error(platform::kSubscriptOutOfRange);
-    return m_rows[static_cast<std::size_t>(player)][column];
+    return platform::At(m_rows, player)[column];
 }
 
 void Players::SetText(int player, Column column, const QString &text)
 {
-    if (player < 0 || player >= Count())
-        throw platform::Error(platform::kSubscriptOutOfRange);
-    m_rows[static_cast<std::size_t>(player)][column] = text;
+    platform::At(m_rows, player)[column] = text;
 }
 
 platform::Integer16 Players::Number(int player, Column column) const

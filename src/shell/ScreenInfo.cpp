@@ -1,6 +1,7 @@
 #include "shell/ScreenInfo.h"
 
 #include "platform/Services.h"
+#include "platform/Subscript.h"
 #include "platform/files/TextCode.h"
 #include "platform/forms/Boxes.h"
 
@@ -20,14 +21,6 @@ constexpr float kTwipsPerInch = 1440;
 float TwipsPerPixel(int dotsPerInch)
 {
     return dotsPerInch > 0 ? kTwipsPerInch / static_cast<float>(dotsPerInch) : 0;
-}
-
-template <class Record>
-const Record &At(const std::vector<Record> &records, int index)
-{
-    if (index < 0 || index >= static_cast<int>(records.size()))
-        throw platform::Error(platform::kSubscriptOutOfRange);
-    return records[static_cast<std::size_t>(index)];
 }
 
 } // namespace
@@ -68,12 +61,12 @@ Integer16 ScreenInfo::FindCurrentMode() const
 
 const DisplayModeRecord &ScreenInfo::ModeAt(Integer16 index) const
 {
-    return At(m_modes, index);
+    return platform::At(m_modes, index);
 }
 
 const FontRecord &ScreenInfo::FontAt(Integer16 index) const
 {
-    return At(m_fonts, index);
+    return platform::At(m_fonts, index);
 }
 
 QString ScreenInfo::DisplayModesText(Integer16 index) const

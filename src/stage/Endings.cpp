@@ -1,5 +1,7 @@
 #include "stage/Endings.h"
 
+#include "platform/Subscript.h"
+
 namespace tumblewick {
 
 namespace {
@@ -140,9 +142,7 @@ constexpr std::span<const Step> kChatter[kEndingCount] = {
 
 const Ending &EndingFor(GameKind kind, int pick)
 {
-    if (pick < 1 || pick > kEndingCount)
-        throw platform::Error(platform::kSubscriptOutOfRange);
-    return kind == GameKind::Spelling ? kSpellingEndings[pick - 1] : kQuizEndings[pick - 1];
+    return platform::At(kind == GameKind::Spelling ? kSpellingEndings : kQuizEndings, pick - 1);
 }
 
 std::span<const EndingStep> PerfectScoreChatter(int number)

@@ -30,7 +30,8 @@ struct Ending {
 };
 inline constexpr int kEndingCount = 6;
 
-// `pick` is 1 to 6. The endings of the two kinds of game differ here and there; all of it is wanted.
+// `pick` is 1 to 6; raises 9 for any other. The endings of the two kinds of game differ here and there:
+// wanted.
 const Ending &EndingFor(GameKind kind, int pick);
 
 // What Peedy and his friends have to say before the fireworks behind the ending of that number; nothing for
