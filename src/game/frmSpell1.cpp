@@ -4,6 +4,7 @@
 
 #include "game/ScorePanel.h"
 #include "platform/Services.h"
+#include "platform/Subscript.h"
 #include "platform/forms/EnterKey.h"
 #include "platform/forms/Holds.h"
 #include "platform/forms/SelectionKeys.h"
@@ -111,16 +112,13 @@ QString frmSpell1::PlayerName() const
 
 int frmSpell1::PlayerAtRank(int rank) const
 {
-    return State().NumPlayers > 1 ? int(m_rankOrder.at(static_cast<std::size_t>(rank)).player) : 0;
+    return State().NumPlayers > 1 ? int(platform::At(m_rankOrder, rank).player) : 0;
 }
 
 platform::CharacterReference frmSpell1::Speaker() const
 {
     // Before the first question there is none; the voice can press the button even then.
-    const int index = m_turns.SpeakerIndex;
-    if (index < 0 || index >= kCharacterCount)
-        throw platform::Error(platform::kSubscriptOutOfRange);
-    return State().Characters[static_cast<std::size_t>(index)];
+    return platform::At(State().Characters, m_turns.SpeakerIndex);
 }
 
 } // namespace tumblewick

@@ -244,6 +244,16 @@ private slots:
         QVERIFY2(m_desk->transcript.Said().filter(never).isEmpty(), qPrintable(never));
     }
 
+    // The set-up screens may be brought back over a game and change the number.
+    void aPlayerWhoIsNotThereIsReported()
+    {
+        m_desk->Begin(GameKind::Spelling, { "Ann", "Bob" });
+        State().NumPlayers = 3;
+        m_desk->boxes.Expect("Run-time error '9':\r\n\r\nSubscript out of range");
+        m_desk->End(1);
+        QCOMPARE(m_desk->process.ExitCode(), std::optional(1));
+    }
+
     void helpOpensWhileTheScoresAreRead()
     {
         m_desk->Begin(GameKind::Spelling, { "Ann" });
