@@ -26,8 +26,8 @@ public:
 
     // A loaded screen is kept alive until it is dropped.
     void Add(std::shared_ptr<Screen> screen);
-    // Takes the screen out and its window off the display. The window is deleted when no handler runs any
-    // more.
+    // Takes the screen out and its window off the display, and lets go of the window's pictures. The window
+    // is deleted when no handler runs any more.
     void Drop(Screen &screen);
     void Show(Screen &screen);
     // The desktop made the window of `screen` the active one.
