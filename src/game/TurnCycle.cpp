@@ -26,7 +26,7 @@ namespace {
 
 // The answers come up this many seconds into a long question.
 constexpr int kRevealSeconds = 4;
-// How often the wait for a question looks at the clock when nothing else wakes it.
+// How often the wait for a question looks at the clock when nothing else wakes it, until they are there.
 constexpr std::chrono::milliseconds kRevealCheck{ 250 };
 
 } // namespace
@@ -94,7 +94,10 @@ void frmSpell1::EnableAnswering(bool enabled)
 void frmSpell1::WaitAndRevealAnswers()
 {
     std::unique_ptr<platform::PendingCall> wakeUp;
-    std::function<void()> wakeAgain = [&] { wakeUp = The().events.After(kRevealCheck, wakeAgain); };
+    const std::function<void()> wakeAgain = [&] {
+        if (m_ui->lvwAnswer->isHidden())
+            wakeUp = The().events.After(kRevealCheck, wakeAgain);
+    };
     wakeAgain();
     const double start = std::nearbyint(The().clock.SecondsSinceMidnight());
     while (StageRequest->Status() != platform::kRequestDone) {

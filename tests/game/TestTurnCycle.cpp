@@ -246,6 +246,16 @@ private slots:
         QVERIFY(!m_desk->Find<QListWidget>("lvwAnswer")->isHidden());
     }
 
+    // Nothing is left to come then, and nothing looks at the clock any more.
+    void aQuestionThatFailsIsWaitedForInSleep()
+    {
+        m_desk->BeginQuiz({ "Ann" }, kQuiz);
+        m_desk->stage.FailNext("Genie", "Speak", platform::kAgentBadData);
+        AnswerWith(2);
+        QVERIFY(m_desk->time.Hung());
+        QVERIFY(m_desk->transcript.Said().last().startsWith("Genie: Ann, "));
+    }
+
     void theEndOfTheListAfterTheLastAnswer()
     {
         m_desk->BeginSpelling({ "Ann" }, { "cat" });
