@@ -141,9 +141,9 @@ SaidPhrase FliteVoice::Say(std::span<const SpokenWord> words, double stretch, do
         if (word.stressed)
             item_set_float(token, "local_duration_stretch", kStressStretch);
     }
-    if (!SynthesiseTokens(utterance) || !utt_wave(utterance))
+    if (!SynthesiseTokens(utterance))
         return {};
-    auto phrase = ReadPhrase(utterance);
+    auto phrase = utt_wave(utterance) ? ReadPhrase(utterance) : SaidPhrase();
     delete_utterance(utterance);
     return phrase;
 }
