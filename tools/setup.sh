@@ -1,4 +1,5 @@
-# Sourced by run, test and bench: installs what is missing and builds. Each step says what it does in one line.
+# Sourced by run, test, bench and the scripts of tools: installs what is missing and builds. Each step says what it does
+# in one line.
 
 BUILD_PACKAGES="g++ cmake ninja-build ccache pkg-config qt6-base-dev qt6-multimedia-dev qt6-svg-dev
     libxcb1-dev libxcb-shape0-dev libxcb-randr0-dev flite1-dev libespeak-ng-dev espeak-ng-data libswresample-dev libavutil-dev

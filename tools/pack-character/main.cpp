@@ -1,11 +1,13 @@
 // Packs the folder of a character into the file that the program loads.
 
 #include "platform/agent/CharacterFile.h"
+#include "platform/voice/RecordedVoices.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
 #include <QSaveFile>
 
+#include <algorithm>
 #include <cstdio>
 
 using namespace platform;
@@ -42,7 +44,12 @@ int main(int argumentCount, char **arguments)
     const QString path = parser.positionalArguments().at(1);
     try {
         const CharacterSource source = ReadCharacterFolder(folder, parser.value(soundsOption));
-        ReadCharacter(source.drawing, source.figure, source.motions, &source.sounds);
+        const CharacterData data =
+            ReadCharacter(source.drawing, source.figure, source.motions, &source.sounds);
+        // The program would take it and be silent.
+        if (std::none_of(RecordedVoices().begin(), RecordedVoices().end(),
+                         [&data](const RecordedVoice &voice) { return voice.id == data.voice.voice; }))
+            return Refuse(QStringLiteral("%1: there is no voice %2").arg(folder, data.voice.voice));
         QSaveFile file(path);
         const QByteArray bytes = PackCharacter(source);
         if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit())

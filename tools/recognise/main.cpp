@@ -140,10 +140,12 @@ int main(int argumentCount, char **arguments)
     const unsigned rounds = parser.value(roundsOption).toUInt();
     if (rounds < 1)
         parser.showHelp(1);
+    QString reading;
     try {
         SpeechService service;
         std::printf("%-10s %-16s %6s %12s %12s %12s\n", "voice", "words", "", "30 dB", "20 dB", "15 dB");
         for (const QString &folder : parser.positionalArguments()) {
+            reading = folder;
             const CharacterSource source = ReadCharacterFolder(folder);
             auto data = ReadCharacter(source.drawing, source.figure, source.motions);
             for (const QString &setting : parser.values(setOption)) {
@@ -180,7 +182,7 @@ int main(int argumentCount, char **arguments)
             }
         }
     } catch (const CharacterFault &fault) {
-        std::fprintf(stderr, "recognise: %s\n", qPrintable(fault.Text()));
+        std::fprintf(stderr, "recognise: %s: %s\n", qPrintable(reading), qPrintable(fault.Text()));
         return 1;
     } catch (const std::exception &error) {
         std::fprintf(stderr, "recognise: %s\n", error.what());

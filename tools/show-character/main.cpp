@@ -12,6 +12,7 @@
 #include "platform/voice/QtAudioOut.h"
 #include "platform/voice/QtMicrophone.h"
 #include "platform/voice/QtSoundEffects.h"
+#include "platform/voice/RecordedVoices.h"
 #include "platform/voice/SpeechService.h"
 #include "shell/Appearance.h"
 
@@ -33,7 +34,8 @@ using namespace platform;
 
 namespace {
 
-constexpr int kRoom = 40; // between the figures
+constexpr int kRoom = 40;      // between the figures
+constexpr int kLargest = 1024; // pixels of a side
 
 int Refuse(const QString &message)
 {
@@ -108,6 +110,12 @@ private:
     double m_last = 0;
 };
 
+bool IsVoice(const QString &id)
+{
+    return std::any_of(RecordedVoices().begin(), RecordedVoices().end(),
+                       [&id](const RecordedVoice &voice) { return voice.id == id; });
+}
+
 struct Actor {
     QString id;
     CharacterReference character;
@@ -160,6 +168,9 @@ int main(int argumentCount, char **arguments)
     parser.process(application);
     if (parser.positionalArguments().isEmpty())
         parser.showHelp(1);
+    const int size = parser.value(sizeOption).toInt();
+    if (size < 1 || size > kLargest)
+        return Refuse(QStringLiteral("--size is to be 1 to %1").arg(kLargest));
 
     QTemporaryDir folder;
     QtEvents events;
@@ -185,12 +196,17 @@ int main(int argumentCount, char **arguments)
     AgentControlReference control = engine.CreateControl();
 
     std::vector<Actor> actors;
-    const int size = parser.value(sizeOption).toInt();
+    QStringList unknown = parser.values(motionOption);
+    QString reading;
     try {
         for (const QString &place : parser.positionalArguments()) {
+            reading = place;
             const CharacterSource source = ReadCharacterFolder(place, parser.value(soundsOption));
             const CharacterData data =
                 ReadCharacter(source.drawing, source.figure, source.motions, &source.sounds);
+            if (!IsVoice(data.voice.voice))
+                return Refuse(QStringLiteral("%1: there is no voice %2").arg(place, data.voice.voice));
+            unknown.removeIf([&data](const QString &name) { return data.FindMotion(name) != nullptr; });
             QFile file(QDir(folder.path()).filePath(data.name + QStringLiteral(".acs")));
             if (!file.open(QIODevice::WriteOnly) || file.write(PackCharacter(source)) < 0)
                 return Refuse(QStringLiteral("no room for a temporary file"));
@@ -207,10 +223,12 @@ int main(int argumentCount, char **arguments)
             actors.push_back(actor);
         }
     } catch (const CharacterFault &fault) {
-        return Refuse(fault.Text());
+        return Refuse(reading + QStringLiteral(": ") + fault.Text());
     } catch (const Error &error) {
         return Refuse(error.Description());
     }
+    if (!unknown.isEmpty())
+        return Refuse(QStringLiteral("nobody has the motion %1").arg(unknown.front()));
 
     const QRect screen = application.primaryScreen()->geometry();
     const int top =

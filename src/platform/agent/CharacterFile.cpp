@@ -152,7 +152,7 @@ CharacterSource ReadCharacterFolder(const QString &folder, const QString &soundF
     if (drawings.size() != 1) {
         const QString problem =
             drawings.isEmpty() ? QStringLiteral("holds no SVG") : QStringLiteral("holds several SVGs");
-        throw CharacterFault{ folder, QString(), problem };
+        throw CharacterFault{ QStringLiteral("the folder"), QString(), problem };
     }
     CharacterSource source;
     source.drawing = ReadSourceFile(directory.filePath(drawings.front()), drawings.front());
