@@ -55,7 +55,11 @@ int main(int argumentCount, char **arguments)
         if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit())
             return Refuse(QStringLiteral("%1 cannot be written: %2").arg(path, file.errorString()));
     } catch (const CharacterFault &fault) {
-        return Refuse(folder + QStringLiteral(": ") + fault.Text());
+        const QString hint =
+            fault.Text().contains(QLatin1String("unknown sound")) && !parser.isSet(soundsOption)
+                ? QStringLiteral("; the folder of the sounds is given by --sounds")
+                : QString();
+        return Refuse(folder + QStringLiteral(": ") + fault.Text() + hint);
     }
     return 0;
 }
