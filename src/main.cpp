@@ -71,7 +71,7 @@ int main(int argc, char *argv[])
     platform::SphinxRecogniser recogniser;
     platform::OptionsSheet sheet(
         { options, speech, speech, attempts, microphone, [&figures] { return figures.All(); }, &recogniser });
-    platform::AgentEngine agent(events, figures, &sheet);
+    platform::AgentEngine agent(events, figures, sheet);
     platform::ApplyVoices(options.Now(), {}, speech);
     agent.SetSoundEffects(options.Now().soundEffects);
     const auto optionsObservation = options.Observe([&] {

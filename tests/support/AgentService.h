@@ -2,6 +2,7 @@
 
 #include "platform/Error.h"
 #include "platform/agent/AgentEngine.h"
+#include "support/FakeSheet.h"
 #include "support/FakeStage.h"
 #include "support/FakeTime.h"
 
@@ -41,11 +42,12 @@ public:
     platform::AgentEngine &Engine()
     {
         if (!m_engine)
-            m_engine = std::make_unique<platform::AgentEngine>(time, Figures());
+            m_engine = std::make_unique<platform::AgentEngine>(time, Figures(), sheet);
         return *m_engine;
     }
 
     FakeTime time;
+    FakeSheet sheet;
 
 protected:
     std::unique_ptr<platform::AgentEngine> m_engine;

@@ -12,6 +12,7 @@
 #include "support/FakeHelp.h"
 #include "support/FakeMedia.h"
 #include "support/FakeProcess.h"
+#include "support/FakeSheet.h"
 #include "support/FakeStage.h"
 #include "support/FakeTime.h"
 #include "support/FaultyDisk.h"
@@ -81,7 +82,8 @@ public:
     FakeChance chance;
     FakeHelp help;
     FakeStage stage{ time };
-    platform::AgentEngine agent{ time, stage };
+    FakeSheet sheet;
+    platform::AgentEngine agent{ time, stage, sheet };
     FakeDisplay display;
     FakeDesktop desktop;
     FakeDrives drives;

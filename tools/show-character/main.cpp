@@ -186,7 +186,7 @@ int main(int argumentCount, char **arguments)
     QtAudioOut attempts;
     QtMicrophone microphone;
     OptionsSheet sheet({ options, voices, voices, attempts, microphone, [&maker] { return maker.All(); } });
-    AgentEngine engine(events, maker, &sheet);
+    AgentEngine engine(events, maker, sheet);
     ApplyVoices(options.Now(), {}, voices);
     engine.SetSoundEffects(options.Now().soundEffects);
     const auto optionsObservation = options.Observe([&] {

@@ -12,37 +12,10 @@ namespace {
 // The longest that a figure whose client has gone is still seen leaving.
 constexpr std::chrono::milliseconds kDepartureLimit{ 1500 };
 
-// The property sheet of a service without a desktop.
-class UnseenSheet : public PropertySheet {
-public:
-    void SetVisible(bool visible) override { m_visible = visible; }
-    bool Visible() const override { return m_visible; }
-    QString Page() const override { return m_page; }
-    void SetPage(const QString &page) override
-    {
-        for (const char *name : { "Speech", "Output", "Copyright" }) {
-            if (page.compare(QLatin1String(name), Qt::CaseInsensitive) != 0)
-                continue;
-            m_page = QLatin1String(name);
-            return;
-        }
-        throw Error(kInvalidCall);
-    }
-    Integer16 Left() const override { return 0; }
-    Integer16 Top() const override { return 0; }
-    Integer16 Width() const override { return 0; }
-    Integer16 Height() const override { return 0; }
-
-private:
-    bool m_visible = false;
-    QString m_page = QStringLiteral("Output");
-};
-
 } // namespace
 
-AgentEngine::AgentEngine(Events &events, FigureMaker &figures, PropertySheet *sheet)
-    : m_events(events), m_figures(figures), m_unseenSheet(sheet ? nullptr : std::make_unique<UnseenSheet>()),
-      m_sheet(sheet ? *sheet : *m_unseenSheet)
+AgentEngine::AgentEngine(Events &events, FigureMaker &figures, PropertySheet &sheet)
+    : m_events(events), m_figures(figures), m_sheet(sheet)
 {
 }
 

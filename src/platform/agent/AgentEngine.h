@@ -21,9 +21,8 @@ class QueuedRequest;
 // program and the tests run this same engine; they differ in the figures.
 class AgentEngine : public AgentServer {
 public:
-    // The references have to outlive the engine and every object it hands out. Without `sheet` the clients
-    // get one that no one sees, which keeps what is set and has no place.
-    AgentEngine(Events &events, FigureMaker &figures, PropertySheet *sheet = nullptr);
+    // All three have to outlive the engine and every object it hands out.
+    AgentEngine(Events &events, FigureMaker &figures, PropertySheet &sheet);
     ~AgentEngine() override;
 
     AgentControlReference CreateControl() override;
@@ -79,7 +78,6 @@ private:
 
     Events &m_events;
     FigureMaker &m_figures;
-    std::unique_ptr<PropertySheet> m_unseenSheet; // null when there is a real one
     PropertySheet &m_sheet;
     std::vector<std::weak_ptr<Client>> m_clients;
     std::map<QString, std::weak_ptr<Cast>> m_casts; // by id in lower case

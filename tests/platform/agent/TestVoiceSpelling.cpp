@@ -2,6 +2,7 @@
 #include "support/FakeMicrophone.h"
 #include "support/FakeOptionsStore.h"
 #include "support/FakeRecogniser.h"
+#include "support/FakeSheet.h"
 #include "support/FakeStage.h"
 #include "support/FakeTime.h"
 
@@ -86,6 +87,7 @@ private:
 
     support::FakeTime m_time;
     support::FakeStage m_stage{ m_time };
+    support::FakeSheet m_sheet;
     std::optional<AgentEngine> m_agent;
     support::FakeOptionsStore m_store;
     std::unique_ptr<OptionsKeeper> m_options;
@@ -99,7 +101,7 @@ private:
 
 void TestVoiceSpelling::init()
 {
-    m_agent.emplace(m_time, m_stage);
+    m_agent.emplace(m_time, m_stage, m_sheet);
     m_store = support::FakeOptionsStore();
     m_options = std::make_unique<OptionsKeeper>(m_store);
     m_microphone.usable = true;
