@@ -66,7 +66,6 @@ public:
     FakeFigure(FakeStage &stage, QString id);
     ~FakeFigure() override;
 
-    QSize DesignedSize() const override { return QSize(128, 128); }
     bool HasMotion(const QString &name) const override;
     QRect Frame() const override { return m_frame; }
     void SetFrame(const QRect &frame) override { m_frame = frame; }

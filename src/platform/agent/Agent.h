@@ -6,8 +6,6 @@
 #include <QString>
 
 #include <functional>
-#include <memory>
-#include <optional>
 
 // The speaking-character service as the game sees it.
 //

@@ -19,8 +19,6 @@ public:
     void Require(bool good, const QString &problem) const;
 
     bool IsMissing() const { return m_value.isUndefined(); }
-    bool IsString() const { return m_value.isString(); }
-    const QString &Key() const { return m_key; }
 
     QString String() const; // of bounded length
     bool Bool() const;

@@ -29,7 +29,6 @@ public:
     using Done = std::function<void(qint32 number)>;
     virtual ~Figure() = default;
 
-    virtual QSize DesignedSize() const = 0;
     virtual bool HasMotion(const QString &name) const = 0; // in any letter case
 
     // The frame in screen units; during a Slide or a drag the place where it is now.

@@ -37,8 +37,6 @@ public:
     // `frame` is the figure's, in screen units.
     FigureTray(const QString &name, const QIcon &face, const QRect &frame, std::function<void()> wanted);
 
-    // As if the user chose it.
-    void Choose() { m_wanted(); }
     const FaceBadge *Badge() const { return m_badge.get(); } // null where there is a tray
 
 private:

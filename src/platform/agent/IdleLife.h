@@ -24,9 +24,10 @@ public:
 
     // One of `count` at random, another one than `before` when there is a choice.
     std::size_t Another(std::size_t count, std::size_t before);
-    double Between(double least, double most);
 
 private:
+    double Between(double least, double most);
+
     const CharacterData &m_character;
     std::mt19937 m_random;
     double m_toBlink = 0;

@@ -5,11 +5,6 @@
 
 #include <QTimer>
 
-#include <vector>
-
-class QLabel;
-class QPushButton;
-
 namespace platform {
 
 // The tip on the screen: a small sign below the figure, or above it where the screen ends.

@@ -4,7 +4,6 @@
 #include "platform/agent/SheetWindow.h"
 
 #include <memory>
-#include <optional>
 
 namespace platform {
 

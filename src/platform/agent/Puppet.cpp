@@ -3,7 +3,6 @@
 #include <QPainter>
 #include <QSvgRenderer>
 
-#include <algorithm>
 #include <cmath>
 
 namespace platform {

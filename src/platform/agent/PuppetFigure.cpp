@@ -8,7 +8,6 @@
 #include <QWindow>
 
 #include <algorithm>
-#include <cmath>
 
 namespace platform {
 
@@ -200,9 +199,6 @@ void PuppetFigure::Appear()
 void PuppetFigure::Disappear(bool byUser)
 {
     Halt();
-    m_speech.HideBalloon();
-    m_effects.FadeOut();
-    m_steps.clear();
     m_resting = false;
     m_visible = false;
     m_window.hide();

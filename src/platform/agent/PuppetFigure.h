@@ -23,7 +23,6 @@ public:
                  SoundEffects *effects = nullptr);
     ~PuppetFigure() override;
 
-    QSize DesignedSize() const override { return m_character->size; }
     bool HasMotion(const QString &name) const override { return m_character->FindMotion(name) != nullptr; }
     QRect Frame() const override { return m_frame; }
     void SetFrame(const QRect &frame) override;

@@ -93,15 +93,12 @@ QString SheetWindow::Page() const
     return m_pages->currentWidget()->objectName();
 }
 
-bool SheetWindow::SetPage(const QString &page)
+void SheetWindow::SetPage(const QString &page)
 {
     for (int index = 0; index < m_pages->count(); ++index) {
-        if (m_pages->widget(index)->objectName().compare(page, Qt::CaseInsensitive) != 0)
-            continue;
-        m_pages->setCurrentIndex(index);
-        return true;
+        if (m_pages->widget(index)->objectName() == page)
+            m_pages->setCurrentIndex(index);
     }
-    return false;
 }
 
 void SheetWindow::Open()

@@ -41,8 +41,7 @@ public:
 
     // The name of the page in front: "Speech", "Output" or "Copyright".
     QString Page() const;
-    // In any letter case; false for a name that no page has.
-    bool SetPage(const QString &page);
+    void SetPage(const QString &page);
 
     // Fills the pages with what holds now, and comes to the front.
     void Open();
