@@ -27,8 +27,8 @@ public:
     // Everything, as one text.
     const QString &Whole() const { return m_whole; }
 
+    // In units: the height of a line, the width of the widest of all lines, and where a line is full.
     double LineHeight() const { return m_metrics.height(); }
-    // The room that the shown lines take; `Widest()` counts all lines.
     double Widest() const { return m_widest; }
     double LineLimit() const { return m_limit; }
 

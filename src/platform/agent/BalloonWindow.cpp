@@ -90,11 +90,6 @@ std::vector<QRect> ControlsInUse()
 
 } // namespace
 
-BalloonText BalloonWindow::EmptyText() const
-{
-    return BalloonText(font());
-}
-
 BalloonWindow::BalloonWindow() : m_text(BalloonFont(kUsualTypeSize))
 {
     setFont(BalloonFont(kUsualTypeSize));
@@ -112,7 +107,7 @@ void BalloonWindow::SetTypeSize(int size)
         return;
     setFont(BalloonFont(size));
     const QString shown = m_text.Whole();
-    m_text = EmptyText();
+    m_text = BalloonText(font());
     m_text.Append(shown, false);
     LayOut();
     if (!isVisible())
@@ -125,16 +120,16 @@ void BalloonWindow::SetTypeSize(int size)
 // Takes the measures of the text that is going to stand here.
 void BalloonWindow::LayOut()
 {
-    BalloonText whole = EmptyText();
+    BalloonText whole(font());
     whole.Append(m_coming, false);
     m_textWidth = std::min(std::ceil(whole.Widest()), std::ceil(whole.LineLimit())) + 1;
     m_mostLines = std::clamp<qsizetype>(whole.Lines().size(), 1, BalloonText::kLinesShown);
     m_hasSide = false;
 }
 
-void BalloonWindow::Begin(const BalloonText &whole)
+void BalloonWindow::Begin(const QString &whole)
 {
-    m_next = whole.Whole();
+    m_next = whole;
     m_begins = true;
     m_givesWay = false;
 }

@@ -15,9 +15,9 @@ public:
     BalloonWindow();
     ~BalloonWindow() override;
 
-    // Makes room for `whole`, which is going to come. A hidden balloon stays hidden, and one that is seen
+    // Makes room for `whole`, the text that is going to come. A hidden balloon stays hidden, and one that is seen
     // keeps its old words, until the first words come.
-    void Begin(const BalloonText &whole);
+    void Begin(const QString &whole);
     // Shows the balloon with these words more.
     void Append(const QString &piece, bool joined);
     // The figure is there now. A balloon that is seen keeps to its side of the figure as long as it can.
@@ -30,8 +30,6 @@ public:
     void SetTypeSize(int size);
     static constexpr int kUsualTypeSize = 20;
 
-    // An empty text in the balloon's type.
-    BalloonText EmptyText() const;
     // The bubble on the screen.
     QRect Bubble() const { return m_bubble; }
     QString ShownText() const { return m_text.ShownLines().join(QLatin1Char('\n')); }

@@ -123,10 +123,7 @@ void FigureSpeech::ShowBalloon()
     if (!m_balloon)
         m_balloon = std::make_unique<BalloonWindow>();
     m_balloon->SetTypeSize(m_options.Now().balloonTextSize);
-    BalloonText whole = m_balloon->EmptyText();
-    for (const SpeechUnit &unit : m_text.units)
-        whole.Append(unit.shown, unit.joined);
-    m_balloon->Begin(whole);
+    m_balloon->Begin(m_text.Shown());
     m_balloon->Follow(m_owner);
 }
 

@@ -204,7 +204,7 @@ private slots:
             board.setPlainText(scores);
             BalloonWindow balloon;
             balloon.Follow(OwnerAt(400, 200));
-            balloon.Begin(balloon.EmptyText());
+            balloon.Begin(QString());
             balloon.Append(QStringLiteral("When Genie and Peedy arrive"), false);
             QCOMPARE(balloon.Bubble().intersects(place), scores.isEmpty());
         }
@@ -220,7 +220,7 @@ private slots:
         const auto bubble = [] {
             BalloonWindow balloon;
             balloon.Follow(OwnerAt(400, 270));
-            balloon.Begin(balloon.EmptyText());
+            balloon.Begin(QString());
             balloon.Append(QStringLiteral("moon"), false);
             return balloon.Bubble();
         };
@@ -243,7 +243,7 @@ private slots:
             box.setVisible(open);
             BalloonWindow balloon;
             balloon.Follow(OwnerAt(400, 200));
-            balloon.Begin(balloon.EmptyText());
+            balloon.Begin(QString());
             balloon.Append(QStringLiteral("moon"), false);
             QCOMPARE(balloon.Bubble().intersects(box.frameGeometry()), !open);
         }
@@ -261,10 +261,9 @@ private slots:
             button.setEnabled(live);
             BalloonWindow balloon;
             balloon.Follow(OwnerAt(400, 200));
-            BalloonText whole = balloon.EmptyText();
-            whole.Append(QStringLiteral("When Genie and Peedy arrive we'll be ready"), false);
-            balloon.Begin(whole);
-            balloon.Append(whole.Whole(), false);
+            const QString line = QStringLiteral("When Genie and Peedy arrive we'll be ready");
+            balloon.Begin(line);
+            balloon.Append(line, false);
             QCOMPARE(balloon.Bubble().intersects(place), !live);
             const QRect before = balloon.Bubble();
             button.setEnabled(true);
@@ -276,16 +275,11 @@ private slots:
     void aBalloonKeepsItsWordsUntilTheNextLineIsHeard()
     {
         BalloonWindow balloon;
-        const auto coming = [&balloon](const QString &line) {
-            BalloonText whole = balloon.EmptyText();
-            whole.Append(line, false);
-            balloon.Begin(whole);
-        };
         balloon.Follow(OwnerAt(300, 300));
-        coming(QStringLiteral("What was that terrible noise!"));
+        balloon.Begin(QStringLiteral("What was that terrible noise!"));
         balloon.Append(QStringLiteral("What was that terrible noise!"), false);
         const QRect before = balloon.Bubble();
-        coming(QStringLiteral("I must be dreaming, I just dreamed I heard a nasty blue wizard"));
+        balloon.Begin(QStringLiteral("I must be dreaming, I just dreamed I heard a nasty blue wizard"));
         balloon.Follow(OwnerAt(320, 310));
         QCOMPARE(balloon.ShownText(), QStringLiteral("What was that terrible noise!"));
         QCOMPARE(balloon.Bubble(), before.translated(20, 10));
@@ -298,10 +292,9 @@ private slots:
     {
         const auto say = [](BalloonWindow &balloon, const QPoint &at) {
             balloon.Follow(OwnerAt(at.x(), at.y()));
-            BalloonText whole = balloon.EmptyText();
-            whole.Append(QStringLiteral("Ann, you scored 1 out of 1."), false);
-            balloon.Begin(whole);
-            balloon.Append(whole.Whole(), false);
+            const QString line = QStringLiteral("Ann, you scored 1 out of 1.");
+            balloon.Begin(line);
+            balloon.Append(line, false);
         };
         BalloonWindow merlin, genie, peedy;
         say(merlin, { 10, 300 });
@@ -375,7 +368,7 @@ private slots:
 
     void linesHaveAboutThirtyTwoCharacters()
     {
-        BalloonText text = BalloonWindow().EmptyText();
+        BalloonText text(BalloonWindow().font());
         for (int word = 0; word < 60; ++word)
             text.Append(QStringLiteral("child%1").arg(word), false);
         for (const QString &line : text.Lines().mid(0, text.Lines().size() - 1))
@@ -385,7 +378,7 @@ private slots:
 
     void olderLinesGo()
     {
-        BalloonText text = BalloonWindow().EmptyText();
+        BalloonText text(BalloonWindow().font());
         for (int word = 0; word < 100; ++word)
             text.Append(QStringLiteral("word%1").arg(word), false);
         QVERIFY(text.Lines().size() > BalloonText::kLinesShown);
@@ -396,7 +389,7 @@ private slots:
 
     void joinedPiecesStandWithoutABlank()
     {
-        BalloonText text = BalloonWindow().EmptyText();
+        BalloonText text(BalloonWindow().font());
         text.Append("Is it", false);
         text.Append("***", false);
         text.Append("?", true);
@@ -431,9 +424,7 @@ private slots:
         QFETCH(QString, shown);
         BalloonWindow balloon;
         balloon.Follow(OwnerAt(300, 300));
-        BalloonText whole = balloon.EmptyText();
-        whole.Append(text, false);
-        balloon.Begin(whole);
+        balloon.Begin(text);
         balloon.Append(text, false);
         QCOMPARE(balloon.ShownText(), shown);
         QCOMPARE(balloon.accessibleName(), shown);
@@ -451,11 +442,11 @@ private slots:
     {
         const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
         BalloonWindow balloon;
-        BalloonText whole = balloon.EmptyText();
+        BalloonText whole(balloon.font());
         for (int word = 0; word < 40; ++word)
             whole.Append("letters", false);
         balloon.Follow(OwnerAt(200, 400));
-        balloon.Begin(whole);
+        balloon.Begin(whole.Whole());
         QVERIFY(!balloon.isVisible());
         balloon.Append("letters", false);
         QVERIFY(balloon.isVisible());
@@ -481,10 +472,10 @@ private slots:
         QElapsedTimer timer;
         timer.start();
         BalloonWindow balloon;
-        BalloonText whole = balloon.EmptyText();
+        BalloonText whole(balloon.font());
         whole.Append(word, false);
         balloon.Follow(OwnerAt(0, 0));
-        balloon.Begin(whole);
+        balloon.Begin(whole.Whole());
         balloon.Append(word, false);
         QVERIFY2(timer.elapsed() < 1500, qPrintable(QString::number(timer.elapsed())));
         QVERIFY(screen.contains(balloon.Bubble()));
@@ -498,7 +489,7 @@ private slots:
     {
         const QString family =
             QString::fromUtf8("\xf0\x9f\x91\xa9\xe2\x80\x8d\xf0\x9f\x91\xa7"); // one character of five units
-        BalloonText text = BalloonWindow().EmptyText();
+        BalloonText text(BalloonWindow().font());
         text.Append(family.repeated(200), false);
         QVERIFY(text.Lines().size() > 3);
         for (const QString &line : text.Lines())
@@ -512,10 +503,10 @@ private:
         BalloonWindow balloon;
         balloon.SetTypeSize(typeSize);
         balloon.Follow(OwnerAt(300, 300));
-        BalloonText whole = balloon.EmptyText();
+        BalloonText whole(balloon.font());
         for (int word = 0; word < 60; ++word)
             whole.Append("balloons", false);
-        balloon.Begin(whole);
+        balloon.Begin(whole.Whole());
         balloon.Append(whole.Whole(), false);
         return balloon.Bubble().size();
     }
@@ -524,9 +515,7 @@ private:
     {
         BalloonWindow balloon;
         balloon.Follow(OwnerAt(300, 300));
-        BalloonText whole = balloon.EmptyText();
-        whole.Append(QStringLiteral("mmmmmmmmmmmm"), false); // all bubbles are of one width
-        balloon.Begin(whole);
+        balloon.Begin(QStringLiteral("mmmmmmmmmmmm")); // all bubbles are of one width
         balloon.Append(text, false);
         const QImage image = balloon.grab().toImage();
         int dark = 0;
