@@ -1,6 +1,7 @@
 #include "platform/agent/BalloonWindow.h"
 
 #include "platform/agent/ScreenArea.h"
+#include "platform/agent/StageColours.h"
 
 #include <QAbstractButton>
 #include <QAbstractItemModel>
@@ -25,9 +26,7 @@ constexpr double kTailLength = 22;
 constexpr double kTailWidth = 20;
 constexpr double kCorner = 16;
 constexpr double kBorder = 1.6;
-const QColor kFill(0xff, 0xf8, 0xe0);
 const QColor kLine(0x6b, 0x53, 0x3a);
-const QColor kInk(0x2a, 0x1b, 0x3d);
 
 QFont BalloonFont(int size)
 {
@@ -251,12 +250,7 @@ void BalloonWindow::Place()
 
 void BalloonWindow::Render()
 {
-    const double ratio = devicePixelRatioF();
-    const QSize pixels = (QSizeF(size()) * ratio).toSize();
-    if (m_image.size() != pixels)
-        m_image = QImage(pixels, QImage::Format_ARGB32_Premultiplied);
-    m_image.setDevicePixelRatio(ratio);
-    m_image.fill(Qt::transparent);
+    m_image = BlankPicture();
     QPainter painter(&m_image);
     painter.setRenderHint(QPainter::Antialiasing);
 
@@ -280,7 +274,7 @@ void BalloonWindow::Render()
     tail.quadTo(root + (m_tip - root) * 0.35 + half * 0.3, root + half);
     tail.closeSubpath();
     painter.setPen(QPen(kLine, kBorder, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-    painter.setBrush(kFill);
+    painter.setBrush(kPaper);
     painter.drawPath(shape.united(tail));
 
     painter.setPen(kInk);
@@ -293,13 +287,6 @@ void BalloonWindow::Render()
     }
     painter.end();
     PictureHasChanged();
-}
-
-void BalloonWindow::paintEvent(QPaintEvent *)
-{
-    QPainter painter(this);
-    painter.setCompositionMode(QPainter::CompositionMode_Source);
-    painter.drawImage(0, 0, m_image);
 }
 
 } // namespace platform

@@ -15,8 +15,8 @@ public:
     BalloonWindow();
     ~BalloonWindow() override;
 
-    // Makes room for `whole`, the text that is going to come. A hidden balloon stays hidden, and one that is seen
-    // keeps its old words, until the first words come.
+    // Makes room for `whole`, the text that is going to come. A hidden balloon stays hidden, and one that is
+    // seen keeps its old words, until the first words come.
     void Begin(const QString &whole);
     // Shows the balloon with these words more.
     void Append(const QString &piece, bool joined);
@@ -36,7 +36,6 @@ public:
 
 protected:
     const QImage &Picture() const override { return m_image; }
-    void paintEvent(QPaintEvent *event) override;
     QRect SeenPart() const override { return m_bubble.translated(-pos()); }
 
 private:

@@ -1,6 +1,7 @@
 #include "platform/agent/FigureTray.h"
 
 #include "platform/agent/ScreenArea.h"
+#include "platform/agent/StageColours.h"
 
 #include <QMouseEvent>
 #include <QPainter>
@@ -11,9 +12,7 @@ namespace platform {
 namespace {
 
 constexpr double kRing = 3;
-const QColor kPaper(0xff, 0xf8, 0xe0);
 const QColor kLampLight(0xff, 0xc8, 0x57);
-const QColor kWood(0x6b, 0x3f, 0x2a);
 
 // At the feet of the figure, wholly on a screen.
 QPoint BadgePlace(const QRect &frame)
@@ -33,10 +32,7 @@ FaceBadge::FaceBadge(const QString &name, const QIcon &face, std::function<void(
     setToolTip(tr("Show %1").arg(name));
     setCursor(Qt::PointingHandCursor);
     setFixedSize(kSide, kSide);
-    const double ratio = devicePixelRatioF();
-    m_image = QImage((QSizeF(size()) * ratio).toSize(), QImage::Format_ARGB32_Premultiplied);
-    m_image.setDevicePixelRatio(ratio);
-    m_image.fill(Qt::transparent);
+    m_image = BlankPicture();
     QPainter painter(&m_image);
     painter.setRenderHint(QPainter::Antialiasing);
     const QRectF round = QRectF(rect()).adjusted(kRing, kRing, -kRing, -kRing);
@@ -50,13 +46,6 @@ FaceBadge::FaceBadge(const QString &name, const QIcon &face, std::function<void(
     painter.setClipPath(inside);
     face.paint(&painter, round.toAlignedRect());
     painter.end();
-}
-
-void FaceBadge::paintEvent(QPaintEvent *)
-{
-    QPainter painter(this);
-    painter.setCompositionMode(QPainter::CompositionMode_Source);
-    painter.drawImage(0, 0, m_image);
 }
 
 void FaceBadge::mouseReleaseEvent(QMouseEvent *event)

@@ -22,7 +22,6 @@ public:
 
 protected:
     const QImage &Picture() const override { return m_image; }
-    void paintEvent(QPaintEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;
 
 private:

@@ -1,6 +1,7 @@
 #include "platform/agent/ListeningTip.h"
 
 #include "platform/agent/ScreenArea.h"
+#include "platform/agent/StageColours.h"
 
 #include <QGuiApplication>
 #include <QHBoxLayout>
@@ -22,9 +23,6 @@ constexpr int kRound = 12;
 constexpr int kGap = 4;
 constexpr int kWidest = 340;
 constexpr int kCertainlyReleased = 80; // milliseconds
-const QColor kPaper(0xff, 0xf8, 0xe0);
-const QColor kInk(0x2a, 0x1b, 0x3d);
-const QColor kWood(0x6b, 0x3f, 0x2a);
 
 } // namespace
 
@@ -85,10 +83,7 @@ protected:
     void resizeEvent(QResizeEvent *event) override
     {
         StageWindow::resizeEvent(event);
-        const double ratio = devicePixelRatioF();
-        m_sign = QImage((QSizeF(size()) * ratio).toSize(), QImage::Format_ARGB32_Premultiplied);
-        m_sign.setDevicePixelRatio(ratio);
-        m_sign.fill(Qt::transparent);
+        m_sign = BlankPicture();
         QPainter painter(&m_sign);
         painter.setRenderHint(QPainter::Antialiasing);
         painter.setPen(QPen(kWood, 3));
@@ -96,12 +91,6 @@ protected:
         painter.drawRoundedRect(QRectF(rect()).adjusted(2, 2, -2, -2), kRound, kRound);
         painter.end();
         PictureHasChanged();
-    }
-    void paintEvent(QPaintEvent *) override
-    {
-        QPainter painter(this);
-        painter.setCompositionMode(QPainter::CompositionMode_Source);
-        painter.drawImage(0, 0, m_sign);
     }
 
 private:

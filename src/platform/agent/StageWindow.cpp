@@ -1,6 +1,7 @@
 #include "platform/agent/StageWindow.h"
 
 #include <QApplication>
+#include <QPainter>
 #include <QTimer>
 #include <QWindow>
 #include <QtGui/qguiapplication_platform.h>
@@ -200,6 +201,22 @@ void StageWindow::setVisible(bool visible)
     m_shaped = m_shaped && isVisible();
     QWidget::setVisible(visible);
     PictureHasChanged();
+}
+
+QImage StageWindow::BlankPicture() const
+{
+    const double ratio = devicePixelRatioF();
+    QImage picture((QSizeF(size()) * ratio).toSize(), QImage::Format_ARGB32_Premultiplied);
+    picture.setDevicePixelRatio(ratio);
+    picture.fill(Qt::transparent);
+    return picture;
+}
+
+void StageWindow::paintEvent(QPaintEvent *)
+{
+    QPainter painter(this);
+    painter.setCompositionMode(QPainter::CompositionMode_Source);
+    painter.drawImage(0, 0, Picture());
 }
 
 void StageWindow::PictureHasChanged()

@@ -36,6 +36,10 @@ protected:
     virtual const QImage &Picture() const = 0;
     // Tells that the picture is another one. Costs little when called for every frame.
     void PictureHasChanged();
+    // A transparent picture to draw on, as large as the window now and as fine as its screen.
+    QImage BlankPicture() const;
+    // Shows the picture, pixel for pixel.
+    void paintEvent(QPaintEvent *event) override;
     // The part of the window in which its picture mostly is, in units of the window.
     virtual QRect SeenPart() const { return rect(); }
 
