@@ -7,6 +7,7 @@
 #include <QtGui/qguiapplication_platform.h>
 
 #include <algorithm>
+#include <utility>
 #include <vector>
 #include <xcb/shape.h>
 #include <xcb/xcb.h>
@@ -152,7 +153,11 @@ private:
     void AskForCompositor()
     {
         xcb_connection_t *connection = Connection();
-        m_compositor = connection && CompositorRuns(connection);
+        const bool before = std::exchange(m_compositor, connection && CompositorRuns(connection));
+        if (m_compositor == before)
+            return;
+        for (StageWindow *window : m_windows)
+            window->CompositorHasChanged();
     }
 
     std::vector<StageWindow *> m_windows;

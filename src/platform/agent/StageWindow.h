@@ -29,6 +29,9 @@ public:
     void SetTouchable(bool touchable);
     bool IsTouchable() const { return m_isTouchable; }
 
+    // The desktop shows windows in another way from now on: finds the outline anew.
+    void CompositorHasChanged() { PictureHasChanged(); }
+
     void setVisible(bool visible) override;
 
 protected:
