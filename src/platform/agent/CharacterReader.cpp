@@ -111,35 +111,30 @@ private:
         VoiceSettings &settings = m_data.voice;
         settings.speaker = m_data.name;
         settings.voice = voice.Needed("voice").String();
-        const auto factor = [&voice](const char *name) {
-            const Node member = voice.Member(QLatin1String(name));
-            return member.IsMissing() ? 1.0 : member.Number(0.25, 4);
-        };
-        settings.stretch = factor("stretch");
-        settings.pitch = factor("pitch");
-        settings.rate = factor("rate");
-        const Node treble = voice.Member("treble");
-        settings.treble = treble.IsMissing() ? 0.0 : treble.Number(-30, 30);
+        ReadSoundOf(voice, settings);
         const Node foreign = voice.Member("foreign");
-        if (!foreign.IsMissing())
-            ReadForeignVoice(foreign, settings.foreign);
+        if (foreign.IsMissing())
+            return;
+        foreign.AllowOnly({ "variant", "stretch", "pitch", "rate", "treble" });
+        const Node variant = foreign.Member("variant");
+        if (!variant.IsMissing())
+            settings.foreign.variant = variant.String();
+        ReadSoundOf(foreign, settings.foreign);
     }
 
-    static void ReadForeignVoice(const Node &voice, ForeignVoice &settings)
+    // Of either kind of voice. What is left out stays as it is.
+    template <class Settings>
+    static void ReadSoundOf(const Node &voice, Settings &settings)
     {
-        voice.AllowOnly({ "variant", "stretch", "pitch", "rate", "treble" });
-        const auto number = [&voice](const char *name, double &value, double least, double most) {
+        const auto read = [&voice](const char *name, double &value, double least, double most) {
             const Node member = voice.Member(QLatin1String(name));
             if (!member.IsMissing())
                 value = member.Number(least, most);
         };
-        const Node variant = voice.Member("variant");
-        if (!variant.IsMissing())
-            settings.variant = variant.String();
-        number("stretch", settings.stretch, 0.25, 4);
-        number("pitch", settings.pitch, 0.25, 4);
-        number("rate", settings.rate, 0.25, 4);
-        number("treble", settings.treble, -30, 30);
+        read("stretch", settings.stretch, 0.25, 4);
+        read("pitch", settings.pitch, 0.25, 4);
+        read("rate", settings.rate, 0.25, 4);
+        read("treble", settings.treble, -30, 30);
     }
 
     void ReadParts(const Node &parts)
