@@ -15,7 +15,6 @@ namespace platform {
 
 class Cast;
 class Client;
-class QueuedRequest;
 
 // The service itself: connections, queues and statuses, over figures that do the moving and talking. The real
 // program and the tests run this same engine; they differ in the figures.
@@ -56,8 +55,6 @@ private:
     friend class Cast;
     friend class Client;
     friend class ClientCharacter;
-
-    using RequestPointer = std::shared_ptr<QueuedRequest>;
 
     // Clients.
     bool HasClients() const;

@@ -113,9 +113,7 @@ void Cast::AskByUser(bool hide)
 {
     if (m_departing || m_engineAlive.expired())
         return;
-    auto request = std::make_shared<QueuedRequest>();
-    request->operation = hide ? Operation::Hide : Operation::Show;
-    Enqueue(std::move(request));
+    Enqueue(std::make_shared<QueuedRequest>(hide ? Operation::Hide : Operation::Show));
 }
 
 Cast::RequestPointer Cast::Enqueue(RequestPointer request)
@@ -323,6 +321,13 @@ void Cast::RemoveWaiting(const std::function<bool(const QueuedRequest &)> &which
         Conclude(request, kRequestInterrupted, kRemovedFromQueue);
 }
 
+// What runs ends with `number`.
+void Cast::EndAll(qint32 number)
+{
+    RemoveWaiting([](const QueuedRequest &) { return true; });
+    Interrupt(number);
+}
+
 bool Cast::IsHiding() const
 {
     return !m_queue.empty() && m_queue.front()->IsRunning() && m_queue.front()->operation == Operation::Hide;
@@ -335,16 +340,15 @@ void Cast::Stop()
                                (m_queue.front()->operation == Operation::Show || IsHiding());
     if (comingOrGoing)
         return;
-    RemoveWaiting([](const QueuedRequest &) { return true; });
-    Interrupt(kInterruptedByProgram);
+    EndAll(kInterruptedByProgram);
     RestIfIdle();
 }
 
 void Cast::Stop(const Request *request)
 {
-    TraceCall(QStringLiteral("Stop"));
     if (!Holds(request))
         throw Error(kRequestNotInQueue);
+    TraceCall(QStringLiteral("Stop"));
     if (m_queue.front().get() == request) {
         Interrupt(kInterruptedByProgram);
         Advance();
@@ -357,8 +361,7 @@ void Cast::Stop(const Request *request)
 void Cast::StopAll()
 {
     TraceCall(QStringLiteral("StopAll"));
-    RemoveWaiting([](const QueuedRequest &) { return true; });
-    Interrupt(kInterruptedByProgram);
+    EndAll(kInterruptedByProgram);
     RestIfIdle();
 }
 
@@ -417,8 +420,7 @@ void Cast::RemoveRequestsOf(const Client &client)
 
 void Cast::RemoveAllRequests()
 {
-    RemoveWaiting([](const QueuedRequest &) { return true; });
-    Interrupt(kRemovedFromQueue);
+    EndAll(kRemovedFromQueue);
 }
 
 void Cast::Depart(std::function<void()> gone)

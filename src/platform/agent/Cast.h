@@ -17,11 +17,13 @@ enum class Operation { Show, Hide, Play, Speak, MoveTo, GestureAt };
 // A request with what its operation needs.
 class QueuedRequest : public Request {
 public:
+    explicit QueuedRequest(Operation kind) : operation(kind) {}
+
     Integer16 Status() const override { return m_status; }
     qint32 Number() const override { return m_number; }
     QString Description() const override;
 
-    Operation operation = Operation::Show;
+    const Operation operation;
     bool fast = false; // Show and Hide
     QString name;      // Play
     SpeechText text;   // Speak
@@ -98,6 +100,7 @@ private:
     void EndHead(RequestStatus status, qint32 number);
     void Conclude(const RequestPointer &request, RequestStatus status, qint32 number);
     void Interrupt(qint32 number);
+    void EndAll(qint32 number);
     void RestIfIdle();
     void RemoveWaiting(const std::function<bool(const QueuedRequest &)> &which);
     bool IsHiding() const;

@@ -99,24 +99,23 @@ void Client::Disconnect()
 
 void Client::PostStart(const std::shared_ptr<QueuedRequest> &request)
 {
-    m_engine.Post([weak = weak_from_this(), request] {
-        const auto self = weak.lock();
-        if (!self || !self->m_connected)
-            return;
-        // The handler may replace itself.
-        if (const auto handler = self->requestStart)
-            handler(RequestReference(request));
-    });
+    PostTo(&AgentControl::requestStart, request);
 }
 
 void Client::PostComplete(const std::shared_ptr<QueuedRequest> &request)
 {
-    m_engine.Post([weak = weak_from_this(), request] {
+    PostTo(&AgentControl::requestComplete, request);
+}
+
+void Client::PostTo(RequestHandler AgentControl::*handler, const std::shared_ptr<QueuedRequest> &request)
+{
+    m_engine.Post([weak = weak_from_this(), handler, request] {
         const auto self = weak.lock();
         if (!self || !self->m_connected)
             return;
-        if (const auto handler = self->requestComplete)
-            handler(RequestReference(request));
+        // The handler may replace itself.
+        if (const RequestHandler call = (*self).*handler)
+            call(RequestReference(request));
     });
 }
 
@@ -144,16 +143,14 @@ RequestReference ClientCharacter::Enqueue(std::shared_ptr<QueuedRequest> request
 
 RequestReference ClientCharacter::Show(bool fast)
 {
-    auto request = std::make_shared<QueuedRequest>();
-    request->operation = Operation::Show;
+    auto request = std::make_shared<QueuedRequest>(Operation::Show);
     request->fast = fast;
     return Enqueue(std::move(request));
 }
 
 RequestReference ClientCharacter::Hide(bool fast)
 {
-    auto request = std::make_shared<QueuedRequest>();
-    request->operation = Operation::Hide;
+    auto request = std::make_shared<QueuedRequest>(Operation::Hide);
     request->fast = fast;
     return Enqueue(std::move(request));
 }
@@ -162,16 +159,14 @@ RequestReference ClientCharacter::Play(const QString &animation)
 {
     if (!Held()->Body().HasMotion(animation))
         throw Error(kNoSuchAnimation);
-    auto request = std::make_shared<QueuedRequest>();
-    request->operation = Operation::Play;
+    auto request = std::make_shared<QueuedRequest>(Operation::Play);
     request->name = animation;
     return Enqueue(std::move(request));
 }
 
 RequestReference ClientCharacter::Speak(const QString &text)
 {
-    auto request = std::make_shared<QueuedRequest>();
-    request->operation = Operation::Speak;
+    auto request = std::make_shared<QueuedRequest>(Operation::Speak);
     request->tagged = text;
     request->text = SpeechText::Parse(text);
     return Enqueue(std::move(request));
@@ -179,8 +174,7 @@ RequestReference ClientCharacter::Speak(const QString &text)
 
 RequestReference ClientCharacter::MoveTo(Integer16 x, Integer16 y, int speed)
 {
-    auto request = std::make_shared<QueuedRequest>();
-    request->operation = Operation::MoveTo;
+    auto request = std::make_shared<QueuedRequest>(Operation::MoveTo);
     request->point = QPoint(x, y);
     request->speed = std::max(speed, 0);
     return Enqueue(std::move(request));
@@ -188,8 +182,7 @@ RequestReference ClientCharacter::MoveTo(Integer16 x, Integer16 y, int speed)
 
 RequestReference ClientCharacter::GestureAt(Integer16 x, Integer16 y)
 {
-    auto request = std::make_shared<QueuedRequest>();
-    request->operation = Operation::GestureAt;
+    auto request = std::make_shared<QueuedRequest>(Operation::GestureAt);
     request->point = QPoint(x, y);
     return Enqueue(std::move(request));
 }

@@ -52,6 +52,9 @@ private:
         const Client &m_owner;
     };
 
+    using RequestHandler = std::function<void(const RequestReference &)>;
+    void PostTo(RequestHandler AgentControl::*handler, const std::shared_ptr<QueuedRequest> &request);
+
     AgentEngine &m_engine;
     std::weak_ptr<bool> m_engineAlive;
     ClientSheet m_sheet{ *this };
