@@ -1,7 +1,8 @@
 #pragma once
 
 #include "platform/agent/CharacterFile.h"
-#include "platform/agent/PuppetFigure.h"
+#include "platform/agent/CharacterWindow.h"
+#include "platform/agent/PuppetFigureMaker.h"
 #include "support/AgentService.h"
 #include "support/FakeOptionsStore.h"
 #include "support/FakeVoice.h"

@@ -4,7 +4,7 @@
 #include "platform/agent/AgentEngine.h"
 #include "platform/agent/CharacterFile.h"
 #include "platform/agent/OptionsSheet.h"
-#include "platform/agent/PuppetFigure.h"
+#include "platform/agent/PuppetFigureMaker.h"
 #include "platform/agent/SettingsStore.h"
 #include "platform/agent/Ticker.h"
 #include "platform/display/Scale.h"

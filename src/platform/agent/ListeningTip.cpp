@@ -2,10 +2,9 @@
 
 #include "platform/agent/ScreenArea.h"
 #include "platform/agent/StageColours.h"
+#include "platform/agent/StageWindow.h"
 
-#include <QGuiApplication>
 #include <QHBoxLayout>
-#include <QKeyEvent>
 #include <QLabel>
 #include <QPainter>
 #include <QPushButton>
@@ -22,7 +21,6 @@ constexpr int kLetterType = 26;
 constexpr int kRound = 12;
 constexpr int kGap = 4;
 constexpr int kWidest = 340;
-constexpr int kCertainlyReleased = 80; // milliseconds
 
 } // namespace
 
@@ -146,47 +144,6 @@ void ListeningTip::Hide()
 {
     if (m_window)
         m_window->hide();
-}
-
-HeldKey::HeldKey(int key) : m_key(key)
-{
-    qApp->installEventFilter(this);
-    connect(qGuiApp, &QGuiApplication::applicationStateChanged, this, [this](Qt::ApplicationState state) {
-        if (state == Qt::ApplicationActive || !m_isDown)
-            return;
-        m_isDown = false;
-        m_released.stop();
-        lost();
-    });
-    m_released.setSingleShot(true);
-    m_released.setInterval(kCertainlyReleased);
-    m_released.callOnTimeout(this, [this] {
-        m_isDown = false;
-        up();
-    });
-}
-
-bool HeldKey::eventFilter(QObject *, QEvent *event)
-{
-    if (event->type() != QEvent::KeyPress && event->type() != QEvent::KeyRelease)
-        return false;
-    const auto *key = static_cast<QKeyEvent *>(event);
-    if (key->key() != m_key)
-        return false;
-    // The window and its control both get the event.
-    if (key->isAutoRepeat())
-        return true;
-    if (event->type() == QEvent::KeyRelease) {
-        if (m_isDown && !m_released.isActive())
-            m_released.start();
-        return true;
-    }
-    m_released.stop();
-    if (!m_isDown) {
-        m_isDown = true;
-        down();
-    }
-    return true;
 }
 
 } // namespace platform

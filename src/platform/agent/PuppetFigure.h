@@ -11,7 +11,6 @@
 #include "platform/agent/Ticker.h"
 
 #include <deque>
-#include <map>
 
 namespace platform {
 
@@ -109,36 +108,6 @@ private:
     QPoint m_dragFrom;
     std::size_t m_lastAccent = 0;
     double m_lastAccentTime = 0;
-};
-
-// Makes figures from the files of one folder. A file is read once.
-class PuppetFigureMaker final : public FigureMaker {
-public:
-    using MakeTicker = std::function<std::unique_ptr<Ticker>()>;
-
-    // Engine, devices, events and options must outlive all figures. Without `makeTicker` the figures follow
-    // Qt's own clock, without `effects` their motions are silent.
-    PuppetFigureMaker(QString folder, SpeechEngine &engine, AudioOut &audio, Events &events,
-                      OptionsKeeper &options, MakeTicker makeTicker = {}, SoundEffects *effects = nullptr);
-
-    std::unique_ptr<Figure> Make(const QString &id, const QString &file) override;
-    void SetSoundEffects(bool on) override;
-
-    // The characters of all files in the folder that can be used, by name.
-    std::vector<std::shared_ptr<const CharacterData>> All();
-    QStringList Names();
-
-private:
-    QString PathOf(const QString &file) const;
-
-    const QString m_folder;
-    SpeechEngine &m_engine;
-    AudioOut &m_audio;
-    Events &m_events;
-    OptionsKeeper &m_options;
-    const MakeTicker m_makeTicker;
-    SoundEffects *const m_effects;
-    std::map<QString, std::shared_ptr<const CharacterData>> m_characters;
 };
 
 } // namespace platform

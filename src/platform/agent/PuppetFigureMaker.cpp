@@ -1,3 +1,5 @@
+#include "platform/agent/PuppetFigureMaker.h"
+
 #include "platform/Error.h"
 #include "platform/agent/CharacterFile.h"
 #include "platform/agent/PuppetFigure.h"

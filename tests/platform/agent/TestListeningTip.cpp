@@ -1,3 +1,4 @@
+#include "platform/agent/HeldKey.h"
 #include "platform/agent/ListeningTip.h"
 
 #include <QLabel>

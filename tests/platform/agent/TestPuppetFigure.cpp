@@ -1,6 +1,7 @@
 #include "FigureFixture.h"
 
 #include "platform/Error.h"
+#include "platform/agent/PuppetFigureMaker.h"
 #include "platform/forms/OnTop.h"
 
 #include <QTemporaryDir>
