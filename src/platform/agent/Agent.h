@@ -69,7 +69,7 @@ public:
     // then nothing happens.
     virtual void Stop() = 0;
     // Takes out that one request, running or waiting. Raises kStopAcrossCharacters for another character's,
-    // kRequestNotInQueue for one that has left.
+    // kRequestNotInQueue for one that has left, 91 for none.
     virtual void Stop(const RequestReference &request) = 0;
     // Without types: everything, a running Show or Hide too. With a comma-separated list of Get,
     // NonQueuedGet, Move, Play and Speak: what waits of these kinds. Show and Hide are of no kind.
@@ -146,7 +146,7 @@ public:
     virtual void AddCommand(const AgentCommand &offer) = 0;
     virtual void RemoveCommand(const QString &name) = 0;
 
-    // The property sheet. Raises kAgentGone or kAgentRefuses when disconnected, as a character does.
+    // The property sheet. Its members raise kAgentGone or kAgentRefuses when disconnected, as a character's.
     virtual PropertySheet &Sheet() = 0;
 
     // Ends the connection, as the unload of the control's screen does. Its requests end with status 3,

@@ -42,7 +42,7 @@ public:
     std::optional<Listener> ListenerNow() const;
     // Whether a character is speaking, or waits for another one to end.
     bool SomebodySpeaks() const { return !m_voiceQueue.empty(); }
-    // Called when that changes, inside the calls that change it; asks nothing of the characters.
+    // Called when that changes, inside the calls that change it: it may look, but ask nothing of a character.
     std::function<void()> voiceChanged;
 
     // Tells all clients that the user's options have changed.

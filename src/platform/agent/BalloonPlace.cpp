@@ -7,9 +7,9 @@ namespace platform {
 
 namespace {
 
-// So far from its ends can a bubble have its tail.
+// How near to its ends a bubble may have its tail.
 constexpr int kTailRoom = 32;
-// So far above or below the mouth can a bubble beside a figure end.
+// How far above or below the mouth a bubble beside a figure may end.
 constexpr int kTailReach = 48;
 
 int Between(int least, int wanted, int most)

@@ -22,7 +22,7 @@ constexpr qsizetype kMostKeys = 400;
 constexpr qsizetype kMostAccents = 32;
 constexpr qsizetype kMostSounds = 100;
 constexpr qsizetype kMostCues = 60;
-// One sound, and all of a character; the second stands for some twenty times what the three bring.
+// One sound, and all of a character together: many times what ours bring.
 constexpr qsizetype kLongestSound = 6 * kSoundRate * 2; // bytes
 constexpr qsizetype kLargestSounds = 8 * 1024 * 1024;
 constexpr double kFarthest = 1024;                                 // from the square's corner

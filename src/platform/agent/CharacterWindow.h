@@ -21,8 +21,8 @@ public:
     // That part of the picture is new.
     void PictureChanged(const QRect &changed);
 
-    // The user presses on the figure, takes it along and lets it go. `moved` gives the way from where it was
-    // taken.
+    // The user presses on the figure, takes it along and lets it go. `dragged` gives the way from where it
+    // was taken.
     std::function<void()> pressed;
     std::function<void()> dragBegins;
     std::function<void(QPoint way)> dragged;

@@ -37,8 +37,8 @@ public:
 
     // Makes the frame visible in the rest pose, topmost.
     virtual void Appear() = 0;
-    // Takes the frame from the screen with its balloon. `byUser` tells that the user wanted it, who is given
-    // a way to bring the figure back.
+    // Takes the frame from the screen with its balloon. With `byUser` it was the user's own wish: there is a
+    // way then to bring the figure back.
     virtual void Disappear(bool byUser) = 0;
 
     // Comes back from the last motion, then plays `name`, which the figure has, and holds its last pose. A

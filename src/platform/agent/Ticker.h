@@ -7,7 +7,7 @@
 
 namespace platform {
 
-// Calls somebody again and again, so often as he wants to draw. For the program's one thread.
+// Calls somebody again and again, as often as he wants to draw. For the program's one thread.
 class Ticker {
 public:
     virtual ~Ticker() = default;
