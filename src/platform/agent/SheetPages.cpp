@@ -174,6 +174,7 @@ QWidget *OutputPage::Characters()
     grid->setContentsMargins(14, 4, 14, 8);
     grid->setHorizontalSpacing(kColumnGap);
     grid->setVerticalSpacing(kRowGap);
+    // What the rest of the sheet has already.
     QString taken = QStringLiteral("aiyobzlsekr");
     int line = 0;
     for (Row &row : m_rows) {
@@ -332,6 +333,22 @@ void OutputPage::StopTrying()
 SpeechPage::SpeechPage(Microphone &microphone, const LetterRecogniser *recogniser) : m_microphone(microphone)
 {
     setObjectName(QStringLiteral("Speech"));
+    auto *rows = new QVBoxLayout(this);
+    rows->setContentsMargins(14, 6, 14, 8);
+    rows->setSpacing(10);
+    rows->addWidget(Spelling(recogniser));
+    rows->addWidget(Listening());
+    rows->addStretch();
+    m_microphone.devicesChanged = [this] {
+        FillDevices(ChosenDevice());
+        if (isVisible())
+            Listen();
+    };
+}
+
+QWidget *SpeechPage::Spelling(const LetterRecogniser *recogniser)
+{
+    auto *spelling = new QGroupBox(tr("Spelling by voice"));
     m_spelling = new QCheckBox(tr("Children may spell by &voice"));
     m_spelling->setObjectName(QStringLiteral("chkSpelling"));
     auto *about =
@@ -348,7 +365,6 @@ SpeechPage::SpeechPage(Microphone &microphone, const LetterRecogniser *recognise
     trouble->setWordWrap(true);
     trouble->setVisible(!obstacle.isEmpty());
     m_canSpell = obstacle.isEmpty();
-    auto *spelling = new QGroupBox(tr("Spelling by voice"));
     auto *spellingRows = new QVBoxLayout(spelling);
     spellingRows->setContentsMargins(14, 6, 14, 12);
     spellingRows->setSpacing(kRowGap);
@@ -356,6 +372,13 @@ SpeechPage::SpeechPage(Microphone &microphone, const LetterRecogniser *recognise
     spellingRows->addWidget(about);
     spellingRows->addWidget(trouble);
 
+    connect(m_spelling, &QCheckBox::toggled, this, [this] { changed(); });
+    return spelling;
+}
+
+QWidget *SpeechPage::Listening()
+{
+    auto *listening = new QGroupBox(tr("What is listened with"));
     m_device = new QComboBox;
     m_device->setObjectName(QStringLiteral("cmbMicrophone"));
     m_device->setAccessibleName(tr("Microphone"));
@@ -370,7 +393,6 @@ SpeechPage::SpeechPage(Microphone &microphone, const LetterRecogniser *recognise
     m_state->setWordWrap(true);
     m_state->setMinimumHeight(56);
     m_state->setAlignment(Qt::AlignTop | Qt::AlignLeft);
-    auto *listening = new QGroupBox(tr("What is listened with"));
     auto *grid = new QGridLayout(listening);
     grid->setContentsMargins(14, 6, 14, 12);
     grid->setHorizontalSpacing(kColumnGap);
@@ -382,24 +404,12 @@ SpeechPage::SpeechPage(Microphone &microphone, const LetterRecogniser *recognise
     grid->addWidget(m_state, 2, 0, 1, 2);
     grid->setColumnStretch(1, 1);
 
-    auto *rows = new QVBoxLayout(this);
-    rows->setContentsMargins(14, 6, 14, 8);
-    rows->setSpacing(10);
-    rows->addWidget(spelling);
-    rows->addWidget(listening);
-    rows->addStretch();
-
-    connect(m_spelling, &QCheckBox::toggled, this, [this] { changed(); });
     connect(m_device, &QComboBox::currentIndexChanged, this, [this] {
         if (isVisible())
             Listen();
         changed();
     });
-    m_microphone.devicesChanged = [this] {
-        FillDevices(ChosenDevice());
-        if (isVisible())
-            Listen();
-    };
+    return listening;
 }
 
 SpeechPage::~SpeechPage()

@@ -80,6 +80,8 @@ protected:
     void hideEvent(QHideEvent *event) override;
 
 private:
+    QWidget *Spelling(const LetterRecogniser *recogniser);
+    QWidget *Listening();
     void FillDevices(const QString &chosen);
     void Listen();
     QString ChosenDevice() const;
