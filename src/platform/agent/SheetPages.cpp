@@ -363,7 +363,9 @@ QWidget *SpeechPage::Spelling(const LetterRecogniser *recogniser)
     auto *trouble = new QLabel(obstacle);
     trouble->setObjectName(QStringLiteral("lblRecogniser"));
     trouble->setWordWrap(true);
-    trouble->setVisible(!obstacle.isEmpty());
+    // It is seen with the page; told to be seen now it would stand alone.
+    if (obstacle.isEmpty())
+        trouble->hide();
     m_canSpell = obstacle.isEmpty();
     auto *spellingRows = new QVBoxLayout(spelling);
     spellingRows->setContentsMargins(14, 6, 14, 12);

@@ -152,6 +152,31 @@ private slots:
         QCOMPARE(m_sheet->Page(), QStringLiteral("Copyright"));
     }
 
+    // Not even for a moment, while it is made.
+    void nothingIsShownBesideTheSheet()
+    {
+        class Watch : public QObject {
+        public:
+            QStringList shown;
+
+        protected:
+            bool eventFilter(QObject *watched, QEvent *event) override
+            {
+                const auto *widget = qobject_cast<QWidget *>(watched);
+                if (widget && widget->isWindow() && event->type() == QEvent::Show)
+                    shown << widget->objectName();
+                return false;
+            }
+        };
+        m_recogniser.obstacle = "There is no recogniser here.";
+        MakeSheet();
+        Watch watch;
+        qApp->installEventFilter(&watch);
+        Open();
+        m_recogniser.obstacle.clear();
+        QCOMPARE(watch.shown, QStringList{ "PropertySheet" });
+    }
+
     void spellingWithoutARecogniserCannotBeSwitchedOn()
     {
         m_sheet->SetPage("Speech");
