@@ -150,7 +150,10 @@ int main(int argumentCount, char **arguments)
             auto data = ReadCharacter(source.drawing, source.figure, source.motions);
             for (const QString &setting : parser.values(setOption)) {
                 const auto name = setting.section(u'=', 0, 0);
-                const auto value = setting.section(u'=', 1).toDouble();
+                bool isNumber = false;
+                const auto value = setting.section(u'=', 1).toDouble(&isNumber);
+                if (!isNumber)
+                    throw std::runtime_error("no number stands in --set " + setting.toStdString());
                 if (name == QLatin1String("stretch"))
                     data.voice.stretch = value;
                 else if (name == QLatin1String("pitch"))
@@ -160,7 +163,7 @@ int main(int argumentCount, char **arguments)
                 else if (name == QLatin1String("treble"))
                     data.voice.treble = value;
                 else
-                    parser.showHelp(1);
+                    throw std::runtime_error("no such setting: --set " + setting.toStdString());
             }
             for (const QString &dictionary : parser.values(dictionaryOption)) {
                 QElapsedTimer timer;
