@@ -63,7 +63,7 @@ class Desktop:
         self._folder = Path(tempfile.mkdtemp(prefix="tumblewick-desk-"))
         self.application = self._folder / "Tumblewick"
         shutil.copytree(application, self.application)
-        (self.application / "Set").write_bytes("".join(line + "\r\n" for line in settings).encode("utf-8"))
+        self.keep_settings(settings)
         for folder, files in (("Lists", lists), ("QList", quizzes)):
             if files is not None:
                 shutil.rmtree(self.application / folder)
@@ -71,6 +71,10 @@ class Desktop:
                 for name, lines in files.items():
                     text = "".join(line + "\r\n" for line in lines)
                     (self.application / folder / name).write_bytes(text.encode("utf-8"))
+
+    def keep_settings(self, lines):
+        """Writes the file of the settings, for the next start: whether introductions are played, and the password."""
+        (self.application / "Set").write_bytes("".join(line + "\r\n" for line in lines).encode("utf-8"))
 
     # Life
 

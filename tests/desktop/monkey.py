@@ -20,6 +20,7 @@ from desk import Desktop, Failure
 ANSWER_LIMIT = 20.0  # seconds within which the program has to answer a screen reader
 MEMORY_LIMIT = 450  # MiB; the sanitizers want most of it
 LEAKS_EVERY = 200  # steps from one look for leaks to the next
+SETTINGS = ("No Intro", "Intro")  # of the starts, in turn
 BLANK_LOOKS = 12  # after so many in a row that found nothing to press, nothing will come
 LEAVES = re.compile("Exit|Quit")  # what such a button ends would be seen too seldom after hours of use
 PRESSED = ("push button", "radio button", "check box", "list item", "menu item", "combo box", "table cell", "page tab")
@@ -123,6 +124,8 @@ class Monkey:
     def run_again(self):
         self.blank = 0
         self.begun = self.desk.mark()
+        # A password that it has set would keep it from the lists; introductions are for every second start.
+        self.desk.keep_settings((SETTINGS[len(self.sizes) % 2], ""))
         self.desk.start_program()
         self.desk.wait(r"screen: frmMenu1 activate", self.begun, limit=120)
         self.sizes.append([])
