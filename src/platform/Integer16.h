@@ -2,6 +2,7 @@
 
 #include "platform/Error.h"
 
+#include <cmath>
 #include <limits>
 
 namespace platform {
@@ -18,7 +19,13 @@ public:
     constexpr Integer16 &operator-=(int other) { return *this = Integer16(m_value - other); }
 
     // Rounds half to even, as every conversion to a whole number does. Raises 6 outside the range.
-    static Integer16 FromReal(double value);
+    static Integer16 FromReal(double value)
+    {
+        const double rounded = std::nearbyint(value);
+        if (!(rounded >= std::numeric_limits<qint16>::min() && rounded <= std::numeric_limits<qint16>::max()))
+            throw Error(kOverflow);
+        return Integer16(static_cast<int>(rounded));
+    }
 
 private:
     static constexpr qint16 Checked(int value)

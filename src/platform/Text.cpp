@@ -4,27 +4,6 @@
 
 namespace platform {
 
-namespace {
-
-double RoundedHalfToEven(double value)
-{
-    const double below = std::floor(value);
-    const double fraction = value - below;
-    if (fraction != 0.5)
-        return std::floor(value + 0.5);
-    return std::fmod(below, 2.0) == 0.0 ? below : below + 1.0;
-}
-
-} // namespace
-
-Integer16 Integer16::FromReal(double value)
-{
-    const double rounded = RoundedHalfToEven(value);
-    if (!(rounded >= std::numeric_limits<qint16>::min() && rounded <= std::numeric_limits<qint16>::max()))
-        throw Error(kOverflow);
-    return Integer16(static_cast<int>(rounded));
-}
-
 int InStr(int start, const QString &text, const QString &what)
 {
     if (start < 1)

@@ -78,6 +78,7 @@ private slots:
         QTest::newRow("half to even, up") << "3.5" << 4 << 0;
         QTest::newRow("below nothing") << "-2.5" << -2 << 0;
         QTest::newRow("more than half") << "2.51" << 3 << 0;
+        QTest::newRow("hardly less than half") << "0.49999999999999994" << 0 << 0;
         QTest::newRow("largest") << "32767" << 32767 << 0;
         QTest::newRow("smallest") << "-32768" << -32768 << 0;
         QTest::newRow("too large") << "32768" << 0 << 6;
