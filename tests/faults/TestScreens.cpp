@@ -47,7 +47,7 @@ public:
         (buttons == platform::BoxButtons::Ok ? told : asked) << text;
         return buttons == platform::BoxButtons::Ok ? platform::BoxAnswer::Ok : platform::BoxAnswer::Yes;
     }
-    QString InputBox(const QString &, const QString &, const QString &) override { return {}; }
+    QString InputBox(const QString &) override { return {}; }
     void WhileBusy(const QString &, const std::function<void()> &work) override { work(); }
 
     QStringList asked;

@@ -102,7 +102,7 @@ bool FakeBoxes::Matches(const QString &text, bool isInput)
 
 BoxAnswer FakeBoxes::MessageBox(const QString &text, BoxButtons buttons, const QString &title)
 {
-    m_shown.push_back({ text, title, false, buttons, {} });
+    m_shown.push_back({ text, title, false, buttons });
     if (!Matches(text, false))
         return ClosedFromTheFrame(buttons);
     const Expected expected = std::move(m_expected.front());
@@ -116,9 +116,9 @@ BoxAnswer FakeBoxes::MessageBox(const QString &text, BoxButtons buttons, const Q
     return expected.answer;
 }
 
-QString FakeBoxes::InputBox(const QString &prompt, const QString &title, const QString &preset)
+QString FakeBoxes::InputBox(const QString &prompt)
 {
-    m_shown.push_back({ prompt, title, true, BoxButtons::Ok, preset });
+    m_shown.push_back({ prompt, QString(), true, BoxButtons::Ok });
     if (!Matches(prompt, true))
         return QString();
     const Expected expected = std::move(m_expected.front());

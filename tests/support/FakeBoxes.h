@@ -32,7 +32,6 @@ public:
         QString title; // as given, so null for the application's title
         bool isInput = false;
         platform::BoxButtons buttons = platform::BoxButtons::Ok;
-        QString preset; // of an input box
 
         bool HasProgramTitle() const { return title.isNull(); }
         // Not even the application's.
@@ -52,7 +51,7 @@ public:
 
     platform::BoxAnswer MessageBox(const QString &text, platform::BoxButtons buttons,
                                    const QString &title) override;
-    QString InputBox(const QString &prompt, const QString &title, const QString &preset) override;
+    QString InputBox(const QString &prompt) override;
     void WhileBusy(const QString &text, const std::function<void()> &work) override;
 
 private:

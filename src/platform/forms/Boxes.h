@@ -23,9 +23,8 @@ public:
     virtual BoxAnswer MessageBox(const QString &text, BoxButtons buttons = BoxButtons::Ok,
                                  const QString &title = QString()) = 0;
 
-    // The text typed, empty when cancelled.
-    virtual QString InputBox(const QString &prompt, const QString &title = QString(),
-                             const QString &preset = QString()) = 0;
+    // Asks for a line of text, under the application's title. What was typed, empty when cancelled.
+    virtual QString InputBox(const QString &prompt) = 0;
 
     // Runs `work` beside the program's one thread and comes back when it is done; events run inside as with
     // a box from the start. When it takes its time, a busy pointer and a box with this text and no buttons

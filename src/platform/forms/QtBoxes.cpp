@@ -301,21 +301,20 @@ BoxAnswer QtBoxes::MessageBox(const QString &text, BoxButtons buttons, const QSt
     return answer;
 }
 
-QString QtBoxes::InputBox(const QString &prompt, const QString &title, const QString &preset)
+QString QtBoxes::InputBox(const QString &prompt)
 {
     QDialog box(m_open ? m_open : WindowInFront());
     Dress(box, QStringLiteral("InputBox"));
-    box.setWindowTitle(TitleOr(title));
+    box.setWindowTitle(The().process.Title());
     auto *column = new QVBoxLayout(&box);
     column->setContentsMargins(24, 20, 24, 18);
     column->setSpacing(14);
     column->setSizeConstraint(QLayout::SetFixedSize);
     column->addWidget(MakeText(prompt, box));
-    auto *field = new QLineEdit(preset, &box);
+    auto *field = new QLineEdit(&box);
     field->setObjectName(QStringLiteral("boxField"));
     field->setAccessibleName(prompt);
     field->setMinimumWidth(300);
-    field->selectAll();
     column->addWidget(field);
 
     auto *row = new QHBoxLayout;
@@ -337,7 +336,7 @@ void QtBoxes::WhileBusy(const QString &text, const std::function<void()> &work)
 {
     BusyBox box(m_open ? m_open : WindowInFront());
     Dress(box, QStringLiteral("BusyBox"));
-    box.setWindowTitle(TitleOr(QString()));
+    box.setWindowTitle(The().process.Title());
     box.setWindowFlag(Qt::WindowCloseButtonHint, false);
     if (box.parentWidget())
         box.setWindowModality(Qt::WindowModal);

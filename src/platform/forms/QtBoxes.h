@@ -13,7 +13,7 @@ namespace platform {
 class QtBoxes : public Boxes {
 public:
     BoxAnswer MessageBox(const QString &text, BoxButtons buttons, const QString &title) override;
-    QString InputBox(const QString &prompt, const QString &title, const QString &preset) override;
+    QString InputBox(const QString &prompt) override;
     void WhileBusy(const QString &text, const std::function<void()> &work) override;
 
 private:

@@ -373,7 +373,7 @@ void TestActivation::traceTellsTheLife()
         QApplication::activeModalWidget()->findChild<QLineEdit *>("boxField")->setText("secret");
         QApplication::activeModalWidget()->findChild<QPushButton *>("Ok")->click();
     });
-    QCOMPARE(boxes.InputBox("Enter Password", {}, {}), "secret");
+    QCOMPARE(boxes.InputBox("Enter Password"), "secret");
     Two::Shared().Window()->close();
     qInstallMessageHandler(before);
     QLoggingCategory::setFilterRules(QString());
