@@ -30,6 +30,7 @@
 #include <optional>
 #include <thread>
 #include <utility>
+#include <vector>
 
 namespace platform {
 
@@ -77,16 +78,24 @@ int ResultOf(BoxAnswer answer)
     return static_cast<int>(answer) + 1;
 }
 
-// Keeps mouse and keyboard from the other screens while a box is open. The screen in front is kept off by the
-// box's modality; a modality of the whole program would keep them from the characters too.
-class OtherScreensOff : public QObject {
+// A box from its opening to its end, as long as which it is the innermost one. Keeps mouse and keyboard from
+// all screens. The box's modality does so only for the screen in front, and only once it is seen; a modality
+// of the whole program would keep them from the characters too.
+class OpenBox : public QObject {
 public:
-    explicit OtherScreensOff(QDialog &box) : m_box(box)
+    OpenBox(QDialog &box, QDialog *&innermost)
+        : m_box(box), m_innermost(innermost), m_outer(std::exchange(innermost, &box))
     {
+        if (box.parentWidget())
+            box.setWindowModality(Qt::WindowModal);
         ScreenStack::Instance().BoxOpened();
         qApp->installEventFilter(this);
     }
-    ~OtherScreensOff() override { ScreenStack::Instance().BoxClosed(); }
+    ~OpenBox() override
+    {
+        ScreenStack::Instance().BoxClosed();
+        m_innermost = m_outer;
+    }
 
     bool eventFilter(QObject *watched, QEvent *event) override
     {
@@ -131,6 +140,8 @@ private:
     }
 
     QDialog &m_box;
+    QDialog *&m_innermost;
+    QDialog *const m_outer;
 };
 
 // What a label may break where it has to: words that are wider than the box get invisible places to break at.
@@ -243,22 +254,23 @@ private:
     bool m_isBusy = false;
 };
 
-// Paper and ink in every room; the program's style sheet knows it by these names. Who could make a box small
-// would wait for a program that waits for him.
-void Dress(QDialog &box, const QString &name)
+// Gives a box its look, its title and its text. Gives the column in which everything else comes below.
+QVBoxLayout &SetUp(QDialog &box, const QString &name, const QString &title, const QString &text)
 {
+    // Who could make a box small would wait for a program that waits for an answer.
     box.setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
                        Qt::WindowCloseButtonHint);
+    // The style sheet knows boxes by these. They are paper and ink, whatever the room of the screen.
     box.setObjectName(name);
     box.setProperty("room", QStringLiteral("study"));
-}
-
-QString TitleOr(const QString &title)
-{
-    if (title.isNull())
-        return The().process.Title();
     // Qt would put the program's name where there is nothing at all.
-    return title.isEmpty() ? QStringLiteral(" ") : title;
+    box.setWindowTitle(title.isEmpty() ? QStringLiteral(" ") : title);
+    auto *column = new QVBoxLayout(&box);
+    column->setContentsMargins(24, 20, 24, 18);
+    column->setSpacing(14);
+    column->setSizeConstraint(QLayout::SetFixedSize);
+    column->addWidget(MakeText(text, box));
+    return *column;
 }
 
 } // namespace
@@ -266,16 +278,11 @@ QString TitleOr(const QString &title)
 BoxAnswer QtBoxes::MessageBox(const QString &text, BoxButtons buttons, const QString &title)
 {
     QDialog box(m_open ? m_open : WindowInFront());
-    Dress(box, QStringLiteral("MessageBox"));
-    box.setWindowTitle(TitleOr(title));
-    auto *column = new QVBoxLayout(&box);
-    column->setContentsMargins(24, 20, 24, 18);
-    column->setSpacing(18);
-    column->setSizeConstraint(QLayout::SetFixedSize);
-    column->addWidget(MakeText(text, box));
-
+    QVBoxLayout &column =
+        SetUp(box, QStringLiteral("MessageBox"), title.isNull() ? The().process.Title() : title, text);
+    column.setSpacing(18);
     auto *row = new QHBoxLayout;
-    column->addLayout(row);
+    column.addLayout(row);
     row->addStretch();
     const std::vector<BoxAnswer> answers = AnswersOf(buttons);
     for (const BoxAnswer answer : answers) {
@@ -304,21 +311,14 @@ BoxAnswer QtBoxes::MessageBox(const QString &text, BoxButtons buttons, const QSt
 QString QtBoxes::InputBox(const QString &prompt)
 {
     QDialog box(m_open ? m_open : WindowInFront());
-    Dress(box, QStringLiteral("InputBox"));
-    box.setWindowTitle(The().process.Title());
-    auto *column = new QVBoxLayout(&box);
-    column->setContentsMargins(24, 20, 24, 18);
-    column->setSpacing(14);
-    column->setSizeConstraint(QLayout::SetFixedSize);
-    column->addWidget(MakeText(prompt, box));
+    QVBoxLayout &column = SetUp(box, QStringLiteral("InputBox"), The().process.Title(), prompt);
     auto *field = new QLineEdit(&box);
     field->setObjectName(QStringLiteral("boxField"));
     field->setAccessibleName(prompt);
     field->setMinimumWidth(300);
-    column->addWidget(field);
-
+    column.addWidget(field);
     auto *row = new QHBoxLayout;
-    column->addLayout(row);
+    column.addLayout(row);
     row->addStretch();
     AddButton(box, *row, BoxAnswer::Ok)->setDefault(true);
     AddButton(box, *row, BoxAnswer::Cancel);
@@ -335,24 +335,14 @@ QString QtBoxes::InputBox(const QString &prompt)
 void QtBoxes::WhileBusy(const QString &text, const std::function<void()> &work)
 {
     BusyBox box(m_open ? m_open : WindowInFront());
-    Dress(box, QStringLiteral("BusyBox"));
-    box.setWindowTitle(The().process.Title());
+    QVBoxLayout &column = SetUp(box, QStringLiteral("BusyBox"), The().process.Title(), text);
     box.setWindowFlag(Qt::WindowCloseButtonHint, false);
-    if (box.parentWidget())
-        box.setWindowModality(Qt::WindowModal);
-    auto *column = new QVBoxLayout(&box);
-    column->setContentsMargins(24, 20, 24, 18);
-    column->setSpacing(14);
-    column->setSizeConstraint(QLayout::SetFixedSize);
-    column->addWidget(MakeText(text, box));
     auto *bar = new QProgressBar(&box);
     bar->setRange(0, 0); // nobody knows how long it takes
     bar->setTextVisible(false);
-    column->addWidget(bar);
+    column.addWidget(bar);
 
-    const OtherScreensOff off(box);
-    QDialog *const outer = m_open;
-    m_open = &box;
+    const OpenBox open(box, m_open);
     std::optional<KeptInSight> place;
     QTimer::singleShot(kPatience, &box, [&] {
         place.emplace(box);
@@ -370,21 +360,15 @@ void QtBoxes::WhileBusy(const QString &text, const std::function<void()> &work)
     });
     loop.exec();
     worker.join();
-    m_open = outer;
     if (failure)
         std::rethrow_exception(failure);
 }
 
 void QtBoxes::Run(QDialog &box)
 {
-    const OtherScreensOff off(box);
-    QDialog *const outer = m_open;
-    m_open = &box;
-    if (box.parentWidget())
-        box.setWindowModality(Qt::WindowModal);
+    const OpenBox open(box, m_open);
     const KeptInSight place(box);
     box.exec();
-    m_open = outer;
 }
 
 } // namespace platform
