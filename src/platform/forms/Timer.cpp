@@ -3,6 +3,8 @@
 #include "platform/Services.h"
 #include "platform/forms/GuardedCall.h"
 
+#include <algorithm>
+
 namespace platform {
 
 Timer::Timer(std::function<void()> tick) : m_tick(std::move(tick)), m_alive(std::make_shared<bool>(true)) {}
@@ -14,7 +16,7 @@ Timer::~Timer()
 
 void Timer::SetInterval(int milliseconds)
 {
-    m_interval = milliseconds > 0 ? milliseconds : 0;
+    m_interval = std::max(milliseconds, 0);
     m_next.reset();
     if (m_interval > 0)
         Arm();

@@ -15,7 +15,6 @@ public:
     explicit Timer(std::function<void()> tick);
     ~Timer();
 
-    int Interval() const { return m_interval; }
     // In milliseconds; 0 stops. Begins a new interval, also with the value it has.
     void SetInterval(int milliseconds);
 
