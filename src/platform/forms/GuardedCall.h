@@ -1,9 +1,9 @@
 #pragma once
 
+#include <QPointer>
+
 #include <functional>
 #include <memory>
-
-#include <QPointer>
 
 namespace platform {
 
