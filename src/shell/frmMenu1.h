@@ -3,6 +3,7 @@
 #include "platform/Integer16.h"
 #include "platform/agent/Agent.h"
 #include "platform/forms/ResizedScreen.h"
+#include "platform/forms/Timer.h"
 
 #include <QString>
 

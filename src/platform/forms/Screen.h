@@ -1,14 +1,11 @@
 #pragma once
 
-#include "platform/forms/Timer.h"
-
 #include <QObject>
 #include <QSize>
 #include <QString>
 
 #include <functional>
 #include <memory>
-#include <vector>
 
 class QWidget;
 
@@ -90,7 +87,14 @@ private:
 template <class T>
 class SharedScreen : public Screen {
 public:
-    static T &Shared() { return *Instance(); }
+    static T &Shared()
+    {
+        if (!Slot()) {
+            Slot() = std::make_shared<T>();
+            AtForget(&SharedScreen::Release);
+        }
+        return *Slot();
+    }
     // Whether there is an instance now.
     static bool Exists() { return Slot() != nullptr; }
     // Lets go of the shared instance: the next use makes a new one. The old one is destroyed when the last
@@ -106,21 +110,12 @@ private:
         static std::shared_ptr<T> instance;
         return instance;
     }
-    static std::shared_ptr<T> Instance()
-    {
-        if (!Slot()) {
-            Slot() = std::make_shared<T>();
-            AtForget(&SharedScreen::Release);
-        }
-        return Slot();
-    }
 };
 
 // The one way of moving on: shows `target`, then unloads `current`.
 void ShowScreen(Screen &target, Screen &current);
 
-// Unloads nothing and runs no step: forgets all windows and instances between two tests, or when the program
-// ends.
+// Forgets all windows and instances, between two tests. Unloads nothing and runs no step.
 void ForgetScreens();
 
 // How many screens are loaded.

@@ -116,10 +116,8 @@ void ScreenStack::Show(Screen &screen)
     const bool wasInFront = Front() == &screen;
     const bool isNew = std::find(m_shown.begin(), m_shown.end(), &screen) == m_shown.end();
     if (isNew) {
-        // In the order before its window comes up, so that what that brings about finds it in front.
-        m_shown.push_back(&screen);
-        m_frontSince = The().clock.Elapsed();
-        m_frontWasActive = false;
+        // Before its window comes up, so that what that brings about finds it in front.
+        PutInFront(screen);
         OpenWindow(screen);
         if (!screen.m_window || Front() != &screen)
             return; // its own OnResize went on to another screen
@@ -154,12 +152,17 @@ void ScreenStack::OpenWindow(Screen &screen)
         window.show();
 }
 
-void ScreenStack::BringToFront(Screen &screen)
+void ScreenStack::PutInFront(Screen &screen)
 {
     std::erase(m_shown, &screen);
     m_shown.push_back(&screen);
     m_frontSince = The().clock.Elapsed();
     m_frontWasActive = false;
+}
+
+void ScreenStack::BringToFront(Screen &screen)
+{
+    PutInFront(screen);
     screen.m_window->raise();
     screen.m_window->activateWindow();
     RequestActivation(screen);

@@ -36,8 +36,7 @@ public:
     Screen *Front() const { return m_shown.empty() ? nullptr : m_shown.back(); }
     int Loaded() const { return static_cast<int>(m_loaded.size()); }
 
-    // Around a box: while one is open no screen is brought forward, and none but the windows of the box take
-    // input.
+    // Around a box: while one is open the desktop brings no screen forward.
     void BoxOpened() { ++m_boxes; }
     void BoxClosed() { --m_boxes; }
     // Whether `window` is the native window of a loaded screen.
@@ -49,6 +48,7 @@ public:
 private:
     void Report(const Error &error);
     void EndIfNothingIsLeft();
+    void PutInFront(Screen &screen); // in the order alone
     void BringToFront(Screen &screen);
     void RequestActivation(Screen &screen);
     void OpenWindow(Screen &screen);
