@@ -115,7 +115,8 @@ public:
         case QEvent::Close:
             if (!watched->isWindowType() || !ScreenStack::Instance().IsScreenWindow(watched))
                 return false;
-            event->ignore();
+            // Taken as a plain key it presses no button by its letter.
+            event->setAccepted(event->type() == QEvent::ShortcutOverride);
             return true;
         case QEvent::WindowActivate:
             // A click on a screen takes the focus there, where the keys for the box would be lost.
