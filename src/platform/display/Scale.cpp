@@ -14,6 +14,7 @@ namespace {
 constexpr double kStep = 0.25;
 constexpr QSize kLeastUnits(1024, 768);
 constexpr char kWindowSystem[] = "QT_QPA_PLATFORM";
+constexpr char kX[] = "xcb";
 constexpr char kScale[] = "QT_SCALE_FACTOR";
 
 // Desktops of many dots to the inch have Qt draw larger by one of these, which would come on top.
@@ -33,14 +34,15 @@ double ScaleFor(const QSize &display)
 
 DisplayChoice::DisplayChoice()
 {
-    if (qEnvironmentVariableIsSet(kWindowSystem))
+    const QByteArray given = qgetenv(kWindowSystem);
+    if (!given.isEmpty() && given != kX)
         return;
     const QSize pixels = RandrDisplay().Pixels();
     m_hasDisplay = !pixels.isEmpty();
     if (!m_hasDisplay)
         return;
     // Characters stand at places of their own choosing, which only the X window system allows.
-    Set(kWindowSystem, "xcb");
+    Set(kWindowSystem, kX);
     if (qEnvironmentVariableIsSet(kScale))
         return;
     if (ScaleFor(pixels) > 1.0)

@@ -127,6 +127,18 @@ private slots:
         qunsetenv("QT_SCALE_FACTOR");
     }
 
+    void theScaleIsChosenTooWhereTheUserHasAskedForX()
+    {
+        QCOMPARE(XcbDisplay().ChangeMode({ 32, 1920, 1080, 0, 60 }), qint32(kDisplayChanged));
+        qputenv("QT_QPA_PLATFORM", "xcb");
+        {
+            const DisplayChoice choice;
+            QCOMPARE(qgetenv("QT_SCALE_FACTOR"), QByteArray("1.25"));
+        }
+        QCOMPARE(qgetenv("QT_QPA_PLATFORM"), QByteArray("xcb"));
+        qunsetenv("QT_QPA_PLATFORM");
+    }
+
     void whatLiesBesideTheDisplayDoesNotCount_data()
     {
         QTest::addColumn<QSize>("display");
