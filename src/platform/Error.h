@@ -4,7 +4,7 @@
 
 namespace platform {
 
-// Numbers that screens test for by name. Any other number travels as it is.
+// The numbers that services raise or screens test for. An Error may carry any other, too.
 enum ErrorNumber : qint32 {
     kInvalidCall = 5,
     kOverflow = 6,

@@ -8,8 +8,8 @@ namespace platform {
 
 // Text helpers that count positions from 1 and refuse what cannot be, instead of clamping it.
 
-// Position of the first `what` in `text` at or after `start`, 0 when there is none. An empty
-// `what` is found at `start`. Raises 5 when `start` is less than 1.
+// Position of the first `what` in `text` at or after `start`, 0 when there is none and when `start` lies
+// behind the text. An empty `what` is found at `start`. Raises 5 when `start` is less than 1.
 int InStr(int start, const QString &text, const QString &what);
 
 // The first `length` characters, all of them when there are fewer. Raises 5 when `length` is negative.

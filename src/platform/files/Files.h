@@ -29,7 +29,8 @@ public:
     virtual QString ReadLine() = 0;
 };
 
-// A text file open for writing, closed by Close or its destruction.
+// A text file open for writing, closed by Close or its destruction, which keeps a failure to itself. Nothing
+// can be written after Close: that raises 52.
 class TextWriter {
 public:
     virtual ~TextWriter() = default;
@@ -57,8 +58,9 @@ public:
     // The same for the folders in it, hidden ones left out.
     virtual QStringList FolderNames(const QString &folder) const = 0;
 
-    // Raise 53 when there is no such file, 76 when its folder is missing, 70 without permission, 75 for a
-    // folder or an unreadable file.
+    // Raise 53 when there is no such file, unless `create` makes one, 76 when its folder is missing, 70
+    // without permission, 75 for a folder or, to read, what is no ordinary file, 61 when the disk has no room
+    // for another file, 68 when it has gone, 57 for all other failures.
     virtual std::unique_ptr<TextReader> OpenForReading(const QString &path) = 0;
     virtual std::unique_ptr<TextWriter> OpenForWriting(const QString &path, FileWriting how, bool create) = 0;
 

@@ -31,16 +31,16 @@ Backdrop::Backdrop(QWidget &widget, const QString &fileName)
 
 Backdrop::~Backdrop() = default;
 
-bool Backdrop::eventFilter(QObject *watched, QEvent *event)
+bool Backdrop::eventFilter(QObject *, QEvent *event)
 {
-    if (event->type() == QEvent::Paint && watched == parent()) {
+    if (event->type() == QEvent::Paint) {
         QWidget &widget = *static_cast<QWidget *>(parent());
         const QPixmap picture = Painted(widget.size(), widget.devicePixelRatioF());
         QPainter painter(&widget);
         painter.setClipRegion(static_cast<QPaintEvent *>(event)->region());
         painter.drawPixmap(0, 0, picture);
     }
-    return QObject::eventFilter(watched, event);
+    return false;
 }
 
 QPixmap Backdrop::Painted(QSize size, qreal pixelRatio)

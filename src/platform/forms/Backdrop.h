@@ -27,7 +27,7 @@ namespace platform {
 //   spare   like right, but left out of a widget that is narrower in proportion than the drawing: ornaments
 //           for the room that controls of a fixed size leave
 //
-// Part of the user interface thread. A drawing without any of the parts, or none at all, paints nothing.
+// For the thread of the windows only. A drawing without any of the parts, or none at all, paints nothing.
 class Backdrop : public QObject {
     Q_OBJECT
 

@@ -13,7 +13,7 @@ public:
 
     // The path of the drive that is shown, empty when none is.
     QString Drive() const;
-    // Shows another drive and raises Changed; the same one changes nothing. Raises 68 when there is no such
+    // Shows another drive and emits Changed; the same one changes nothing. Raises 68 when there is no such
     // drive. Whether it can be read is not looked at.
     void SetDrive(const QString &path);
 

@@ -1,6 +1,5 @@
 #include "platform/forms/FileListBox.h"
 
-#include "platform/Error.h"
 #include "platform/Services.h"
 #include "platform/files/Files.h"
 #include "platform/forms/CutText.h"

@@ -15,10 +15,11 @@ public:
     explicit FileListBox(QWidget *parent = nullptr);
 
     QString Path() const { return m_path; }
-    // Lists the folder anew when it is another one; the selection goes. The same folder changes nothing.
-    // Raises 76 when there is no such folder; the list is then empty and the path as before.
+    // Lists another folder; the selection goes. The one that is listed already changes nothing. Raises 76
+    // when there is no such folder, 75 when it cannot be read; the list is then empty and the path as before.
     void SetPath(const QString &path);
-    // Lists the folder anew, keeping the selection when the file is still there.
+    // Lists the folder anew, keeping the selection when the file is still there. Raises the same; the list is
+    // then empty.
     void Refresh();
 
     // Leaves out what a system hides, from the next listing on.

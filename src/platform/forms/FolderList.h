@@ -15,7 +15,7 @@ public:
 
     // The open folder, without a separator at the end, except for the root. Empty at first.
     QString Path() const { return m_path; }
-    // Opens another folder and raises Changed; the same one is only listed anew. Raises 68 for a drive that
+    // Opens another folder and emits Changed; the same one is only listed anew. Raises 68 for a drive that
     // cannot be read, 76 when there is no such folder, 75 when it cannot be read; everything stays as it was
     // then.
     void SetPath(const QString &path);

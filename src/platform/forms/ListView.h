@@ -39,9 +39,9 @@ public:
 
     // The selected entry; in an empty list nothing, so that its use raises 91.
     ListItemReference SelectedItem() const;
-    // Selecting by program raises no event.
+    // Selecting by program emits nothing. Raises 9 when there is no such entry.
     void Select(int index);
-    // Scrolls to the entry.
+    // Scrolls to the entry. Raises 9 when there is none.
     void Reveal(int index);
 
     // Lets the Delete key, and a line in the context menu, press `button` while there are entries.

@@ -15,11 +15,11 @@ public:
         control.installEventFilter(this);
     }
 
-    bool eventFilter(QObject *watched, QEvent *event) override
+    bool eventFilter(QObject *, QEvent *event) override
     {
         if (event->type() == QEvent::MouseButtonPress || event->type() == QEvent::MouseButtonDblClick)
             m_handler();
-        return QObject::eventFilter(watched, event);
+        return false;
     }
 
 private:
@@ -30,7 +30,7 @@ private:
 
 void OnMousePress(QWidget &control, std::function<void()> handler)
 {
-    new PressWatch(control, std::move(handler));
+    new PressWatch(control, std::move(handler)); // owned by the control
 }
 
 } // namespace platform

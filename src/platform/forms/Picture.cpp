@@ -4,6 +4,8 @@
 #include "platform/Services.h"
 #include "platform/files/Files.h"
 
+#include <algorithm>
+
 namespace platform {
 
 QPixmap LoadPicture(const QString &path)

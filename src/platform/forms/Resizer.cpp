@@ -4,6 +4,7 @@
 
 #include <QAbstractItemView>
 #include <QFontInfo>
+#include <QFrame>
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>

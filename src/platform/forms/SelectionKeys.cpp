@@ -3,6 +3,8 @@
 #include <QKeyEvent>
 #include <QListWidget>
 
+#include <algorithm>
+
 namespace platform {
 
 namespace {
