@@ -2,6 +2,8 @@
 
 #include <QAudioFormat>
 
+#include <utility>
+
 namespace platform {
 
 namespace {

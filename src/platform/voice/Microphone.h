@@ -11,7 +11,7 @@ namespace platform {
 // How many samples of speech are heard in a second.
 constexpr int kSpeechRate = 16000;
 
-// What can be listened with.
+// What can be listened with. To be used by the program's one thread; no member runs events.
 class Microphone {
 public:
     struct Device {

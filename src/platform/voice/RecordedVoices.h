@@ -14,6 +14,7 @@ struct RecordedVoice {
     bool pitched = true; // false for one with a melody of its own, whose pitch cannot be set
 };
 
+// All there are, whether or not the engine could be started; never empty.
 const std::vector<RecordedVoice> &RecordedVoices();
 
 // Whom the voices are owed to, a paragraph each.

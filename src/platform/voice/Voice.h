@@ -57,7 +57,7 @@ struct Utterance {
     std::chrono::microseconds Length() const;
 };
 
-// Turns text into sound. Made once; the work is done on a thread of its own.
+// Turns text into sound. To be used by the program's one thread; the work is done on another.
 class SpeechEngine {
 public:
     virtual ~SpeechEngine() = default;
@@ -66,8 +66,8 @@ public:
     virtual bool Speaks(const VoiceSettings &settings) const = 0;
 
     using Ready = std::function<void(std::shared_ptr<const Utterance>)>; // null when it failed
-    // Calls `ready` from the event loop when the line has been made. Destroying the result cancels: `ready`
-    // is then not called.
+    // Calls `ready` once from the event loop when the line has been made, never inside the call. Destroying
+    // the result cancels: `ready` is then not called. What is ordered first is made first.
     class Order {
     public:
         virtual ~Order() = default;
@@ -76,7 +76,7 @@ public:
                                                             const VoiceSettings &settings, Ready ready) = 0;
 };
 
-// Plays utterances, one at a time.
+// Plays utterances, one at a time. To be used by the program's one thread; no member runs events.
 class AudioOut {
 public:
     virtual ~AudioOut() = default;
