@@ -38,11 +38,9 @@ void Workshop::Work()
         m_queue.pop_front();
         m_inWork = job.cancelled;
         lock.unlock();
-        if (!*job.cancelled) {
-            auto handOver = job.work(*job.cancelled);
-            if (!*job.cancelled)
-                QMetaObject::invokeMethod(&m_counter, std::move(handOver), Qt::QueuedConnection);
-        }
+        // What is cancelled while it is made finds nobody to be handed to.
+        if (!*job.cancelled)
+            QMetaObject::invokeMethod(&m_counter, job.work(*job.cancelled), Qt::QueuedConnection);
         lock.lock();
         m_inWork.reset();
     }
