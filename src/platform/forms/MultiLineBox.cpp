@@ -1,5 +1,6 @@
 #include "platform/forms/MultiLineBox.h"
 
+#include <QMimeData>
 #include <QScrollBar>
 #include <QTextDocument>
 
@@ -30,6 +31,13 @@ QString MultiLineBox::Text() const
     text.replace(QChar(QChar::LineSeparator), lineBreak);
     text.remove(QChar(QChar::ByteOrderMark));
     return text;
+}
+
+void MultiLineBox::insertFromMimeData(const QMimeData *source)
+{
+    // The library looks at the first kind of what is pasted, and an empty clipboard has none.
+    if (!source->formats().isEmpty())
+        QPlainTextEdit::insertFromMimeData(source);
 }
 
 } // namespace platform

@@ -15,6 +15,9 @@ public:
     // is left out.
     QString Text() const;
     void SetText(const QString &text);
+
+protected:
+    void insertFromMimeData(const QMimeData *source) override;
 };
 
 } // namespace platform

@@ -4,8 +4,10 @@
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QLineEdit>
+#include <QMimeData>
 #include <QScrollBar>
 #include <QTest>
+#include <QTextCursor>
 
 using platform::MultiLineBox;
 
@@ -112,6 +114,21 @@ private slots:
     }
 
     void itIsATextBox() { QCOMPARE(platform::Resizer::TypeOf(MultiLineBox()), QString("TextBox")); }
+
+    // As it is when nobody has copied anything since the desktop began.
+    void anEmptyClipboardIsPastedAsNothing()
+    {
+        MultiLineBox box;
+        box.SetText("Who?");
+        QGuiApplication::clipboard()->setMimeData(new QMimeData);
+        QVERIFY(QGuiApplication::clipboard()->mimeData()->formats().isEmpty());
+        QTest::keyClick(&box, Qt::Key_V, Qt::ControlModifier);
+        QCOMPARE(box.Text(), QString("Who?"));
+        QGuiApplication::clipboard()->setText(" Me");
+        box.moveCursor(QTextCursor::End);
+        QTest::keyClick(&box, Qt::Key_V, Qt::ControlModifier);
+        QCOMPARE(box.Text(), QString("Who? Me"));
+    }
 };
 
 QTEST_MAIN(TestMultiLineBox)
