@@ -21,6 +21,7 @@ ANSWER_LIMIT = 20.0  # seconds within which the program has to answer a screen r
 MEMORY_LIMIT = 450  # MiB; the sanitizers want most of it
 LEAKS_EVERY = 200  # steps from one look for leaks to the next
 SETTINGS = ("No Intro", "Intro")  # of the starts, in turn
+GAME_EVERY = 3  # of so many starts one goes into a game first, which is seldom found by chance
 BLANK_LOOKS = 12  # after so many in a row that found nothing to press, nothing will come
 LEAVES = re.compile("Exit|Quit")  # what such a button ends would be seen too seldom after hours of use
 PRESSED = ("push button", "radio button", "check box", "list item", "menu item", "combo box", "table cell", "page tab")
@@ -29,8 +30,8 @@ TYPED = ["cat", "knight_nite", "Ann", "3", "1", "01", "new list", "a/b", "con", 
 KEYS = ["Return", "Tab", "shift+Tab", "Escape", "Delete", "BackSpace", "Down", "Up", "Home", "End", "space", "alt+n", "alt+b",
         "ctrl+a", "ctrl+v", "F1", "alt"]
 # The screens that make lists trap nothing: deleting with nothing chosen ends the program with the default report, and so
-# does a name that the disk refuses. That is wanted.
-ENDED_BY = {"frmSpelling1": (91, 52, 53, 70, 75, 76), "frmQuiz1": (91, 52, 53, 70, 75, 76)}
+# does a name that the disk refuses; and so does a later line of a quiz that is none. That is wanted.
+ENDED_BY = {"frmSpelling1": (91, 52, 53, 70, 75, 76), "frmQuiz1": (91, 52, 53, 70, 75, 76), "frmSpell1": (5, 13)}
 # The sheet of the character properties belongs to the game's screen, which so is loaded; whoever then closes the menu by
 # its frame leaves that one, hidden. That is wanted, too.
 HIDDEN = {"frmSpell1"}
@@ -44,6 +45,7 @@ class Monkey:
         self.done = []
         self.begun = 0  # the line of the trace at which the present run begins
         self.nodes = []
+        self.screen = ""  # the last that came to the front
         self.blank = 0  # looks in a row that found nothing
         self.hidden = 0  # programs that went on without a window
         self.sizes = [[]]  # what each run of the program took, in MiB, from look to look
@@ -89,6 +91,9 @@ class Monkey:
         for line in self.desk.lines()[-200:]:
             if SANITIZER.search(line):
                 raise Failure("the program complains: " + line)
+            match = re.match(r"screen: (\w+) activate", line)
+            if match:
+                self.screen = match.group(1)
         status = Path("/proc/%d/status" % self.desk.program.pid)
         if status.exists():
             match = re.search(r"VmRSS:\s+(\d+)", status.read_text())
@@ -129,6 +134,14 @@ class Monkey:
         self.desk.start_program()
         self.desk.wait(r"screen: frmMenu1 activate", self.begun, limit=120)
         self.sizes.append([])
+        if len(self.sizes) % GAME_EVERY == 0:
+            self.play()
+
+    def play(self):
+        """Goes from the menu into a game of one of the lists."""
+        kind, players, row = self.random.choice("sq"), self.random.choice((1, 2)), self.random.choice((0, 1))
+        self.note("play", kind, players, row)
+        self.desk.set_up(kind, ["Ann", "Bob"][:players], row, self.begun)
 
     def note(self, *what):
         self.done.append(" ".join(str(word) for word in what))
@@ -158,12 +171,12 @@ class Monkey:
             return
         # What it has seldom pressed draws it most, so that it comes deep into the program.
         node = self.random.choices(live, [self.liking(each) for each in live])[0]
-        self.pressed[node["name"]] += 1
+        self.pressed[self.screen, node["name"]] += 1
         self.note("press", node["role"], node["name"])
         self.desk.click_node(node)
 
     def liking(self, node):
-        return (0.05 if LEAVES.search(node["name"]) else 1) / (1 + self.pressed[node["name"]])
+        return (0.05 if LEAVES.search(node["name"]) else 1) / (1 + self.pressed[self.screen, node["name"]])
 
     def type(self):
         text = self.random.choice(TYPED)
