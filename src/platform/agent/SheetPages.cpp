@@ -225,7 +225,7 @@ QWidget *OutputPage::Characters()
     return group;
 }
 
-// A slider that changes nothing would be puzzling.
+// A slider that changes nothing would be puzzling, and so would one that rests without a word.
 void OutputPage::AllowPitch(const Row &row)
 {
     const QString chosen = row.voice->currentData().toString();
@@ -233,7 +233,13 @@ void OutputPage::AllowPitch(const Row &row)
     const auto &voices = RecordedVoices();
     const auto found = std::find_if(voices.begin(), voices.end(),
                                     [&voice](const RecordedVoice &other) { return other.id == voice; });
-    row.pitch->setEnabled(found == voices.end() || found->pitched);
+    const bool canBeSet = found == voices.end() || found->pitched;
+    const QString why =
+        canBeSet ? QString() : tr("This voice has a melody of its own and can be no lower or higher.");
+    QWidget *setting = row.pitch->parentWidget(); // with the words at its ends
+    setting->setEnabled(canBeSet);
+    setting->setToolTip(why);
+    row.pitch->setAccessibleDescription(why);
 }
 
 void OutputPage::FillReaders(const QString &chosen)

@@ -10,6 +10,7 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
+#include <QHelpEvent>
 #include <QLabel>
 #include <QProgressBar>
 #include <QPushButton>
@@ -18,6 +19,7 @@
 #include <QTabWidget>
 #include <QTest>
 #include <QTextBrowser>
+#include <QToolTip>
 #include <set>
 
 using namespace platform;
@@ -356,16 +358,25 @@ private slots:
         QVERIFY(Control<QLabel>("lblTrouble")->text().isEmpty());
     }
 
-    void aVoiceWhosePitchCannotBeSetHasItsSliderOff()
+    void aVoiceWhosePitchCannotBeSetHasItsSliderOffAndSaysWhy()
     {
         Open();
-        QVERIFY(Bar("sldPitchMerlin")->isEnabled());
+        QSlider &pitch = *Bar("sldPitchMerlin");
+        QVERIFY(pitch.isEnabled());
         Choice("cmbVoiceMerlin")->setCurrentIndex(Choice("cmbVoiceMerlin")->findData("cmu_us_rms"));
-        QVERIFY(!Bar("sldPitchMerlin")->isEnabled());
+        QVERIFY(!pitch.isEnabled());
         Press("cmdApply");
-        QVERIFY(!Bar("sldPitchMerlin")->isEnabled());
+        QVERIFY(!pitch.isEnabled());
+        QVERIFY(pitch.accessibleDescription().contains("a melody of its own"));
+        QToolTip::hideText();
+        const QPoint middle = pitch.rect().center();
+        QHelpEvent rest(QEvent::ToolTip, middle, pitch.mapToGlobal(middle));
+        QApplication::sendEvent(&pitch, &rest);
+        QCOMPARE(QToolTip::text(), pitch.accessibleDescription());
+        QToolTip::hideText();
         Choice("cmbVoiceMerlin")->setCurrentIndex(0);
-        QVERIFY(Bar("sldPitchMerlin")->isEnabled());
+        QVERIFY(pitch.isEnabled());
+        QCOMPARE(pitch.accessibleDescription(), QString());
     }
 
     void tryingWithoutSoundSaysSo()
