@@ -11,6 +11,7 @@
 #include "platform/files/ApplicationFolder.h"
 #include "platform/files/DiskFiles.h"
 #include "platform/files/MountedDrives.h"
+#include "platform/forms/PressOnce.h"
 #include "platform/forms/QtBoxes.h"
 #include "platform/forms/Screen.h"
 #include "platform/help/QtHelp.h"
@@ -48,6 +49,7 @@ int main(int argc, char *argv[])
     // Characters are windows too; the screens themselves know when the last of them has gone.
     QApplication::setQuitOnLastWindowClosed(false);
     tumblewick::ApplyAppearance(application);
+    const platform::PressOnce pressOnce;
 
     platform::QtEvents events;
     platform::SystemClock clock;

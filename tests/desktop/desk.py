@@ -386,6 +386,14 @@ class Desktop:
     def key(self, *names):
         self.call("xdotool", "key", *names)
 
+    def hold(self, seconds, *names):
+        """Holds keys down together for a while."""
+        for name in names:
+            self.call("xdotool", "keydown", name)
+        time.sleep(seconds)
+        for name in reversed(names):
+            self.call("xdotool", "keyup", name)
+
     # What is seen and heard
 
     def picture(self, path):

@@ -75,6 +75,20 @@ def handled(desk):
     print("the question is said to its end meanwhile")
 
 
+def leaned_on(desk):
+    """A key that presses something presses it once, however long a child leans on it."""
+    desk.set_up("s", ["Ann"], 0)
+    desk.wait(r'Speak "Ann, how do you spell: .*-> done')
+    desk.wait_control("frmSpell1", "cmdGo", ["enabled"])
+    for keys, line in ((["Return"], "Sorry Ann. Try again"), (["alt", "g"], "Sorry Ann. Try again"),
+                       (["alt", "r"], "How do you spell: ")):
+        begin = desk.mark()
+        desk.hold(1.5, *keys)
+        time.sleep(0.3)
+        queued = [said for said in desk.lines(begin) if 'Speak "' + line in said and said.endswith("-> queued")]
+        check(len(queued) == 1, "%s held for 1.5 s has pressed %d times" % (" ".join(keys), len(queued)))
+
+
 def silent(desk):
     desk.set_up("s", ["Ann"], 0)
     _, match = desk.wait(r'Merlin Speak "Here we go.*-> failed (-?\d+)')
@@ -117,7 +131,7 @@ def run(application, failures):
     return run_each(application, failures, [
         (name, test, dict(sound=sound, lists=lists))
         for name, sound, test in (("idle", True, idle), ("helped", False, helped), ("talking", True, talking),
-                                  ("handled", True, handled), ("silent", False, silent))
+                                  ("handled", True, handled), ("leaned on", True, leaned_on), ("silent", False, silent))
     ])
 
 
