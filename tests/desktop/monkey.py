@@ -23,6 +23,7 @@ LEAKS_EVERY = 200  # steps from one look for leaks to the next
 SETTINGS = ("No Intro", "Intro")  # of the starts, in turn
 GAME_EVERY = 3  # of so many starts one goes into a game first, which is seldom found by chance
 BLANK_LOOKS = 12  # after so many in a row that found nothing to press, nothing will come
+SILENT_LOOKS = 200  # after so many in a row without a line of the trace it starts anew
 LEAVES = re.compile("Exit|Quit")  # what such a button ends would be seen too seldom after hours of use
 PRESSED = ("push button", "radio button", "check box", "list item", "menu item", "combo box", "table cell", "page tab")
 TYPED = ["cat", "knight_nite", "Ann", "3", "1", "01", "new list", "a/b", "con", "?", "\\map=\"x\"=\"y\"\\", "<b>big</b>", "%s%n",
@@ -48,6 +49,9 @@ class Monkey:
         self.screen = ""  # the last that came to the front
         self.blank = 0  # looks in a row that found nothing
         self.hidden = 0  # programs that went on without a window
+        self.told = 0  # how long the trace was when it last grew
+        self.silent = 0  # looks in a row since then
+        self.silences = []  # the screens on which it was given up
         self.sizes = [[]]  # what each run of the program took, in MiB, from look to look
         self.pressed = collections.Counter()
 
@@ -63,8 +67,8 @@ class Monkey:
             if steps % LEAKS_EVERY == 0:
                 self.desk.program.send_signal(signal.SIGUSR2)
             action = self.random.choices(
-                (self.press, self.type, self.key, self.click, self.drag, self.menu, self.resize, self.close),
-                (80, 28, 28, 12, 10, 6, 4, 1))[0]
+                (self.press, self.type, self.key, self.click, self.drag, self.menu, self.resize, self.bring, self.close),
+                (80, 28, 28, 12, 10, 6, 4, 3, 1))[0]
             action()
             steps += 1
             time.sleep(self.random.choice((0.02, 0.05, 0.2, 0.6)))
@@ -88,6 +92,11 @@ class Monkey:
         self.blank = 0 if self.nodes else self.blank + 1
         if self.blank == BLANK_LOOKS and self.desk.program.poll() is None:
             self.leave_hidden()
+        self.silent = self.silent + 1 if self.desk.mark() == self.told else 0
+        self.told = self.desk.mark()
+        if self.silent == SILENT_LOOKS and self.desk.program.poll() is None:
+            self.silences.append(self.screen)
+            self.end("what tells nothing")
         for line in self.desk.lines()[-200:]:
             if SANITIZER.search(line):
                 raise Failure("the program complains: " + line)
@@ -111,8 +120,11 @@ class Monkey:
                 (loaded.add if match.group(2) == "load" else loaded.discard)(match.group(1))
         if loaded != HIDDEN:
             raise Failure("the program runs but shows nothing; loaded: %s" % (", ".join(sorted(loaded)) or "nothing"))
-        self.note("end what is hidden")
         self.hidden += 1
+        self.end("what is hidden")
+
+    def end(self, what):
+        self.note("end", what)
         self.desk.program.kill()
         self.desk.program.wait()
         self.run_again()
@@ -127,7 +139,7 @@ class Monkey:
         self.run_again()
 
     def run_again(self):
-        self.blank = 0
+        self.blank = self.silent = 0
         self.begun = self.desk.mark()
         # A password that it has set would keep it from the lists; introductions are for every second start.
         self.desk.keep_settings((SETTINGS[len(self.sizes) % 2], ""))
@@ -149,8 +161,9 @@ class Monkey:
     def summary(self, seed, steps):
         screens = sorted({match.group(1) for match in (re.match(r"screen: (\w+) activate", line) for line in self.desk.lines())
                           if match})
-        text = "seed %d: %d steps, %d starts, %d of them ended hidden, %d screens (%s)" % (
-            seed, steps, len(self.sizes), self.hidden, len(screens), ", ".join(screens))
+        text = "seed %d: %d steps, %d starts, %d of them ended hidden, %d silent%s, %d screens (%s)" % (
+            seed, steps, len(self.sizes), self.hidden, len(self.silences),
+            " on " + ", ".join(self.silences) if self.silences else "", len(screens), ", ".join(screens))
         longest = max(self.sizes, key=len)
         if len(longest) >= 10:
             tenth = len(longest) // 10
@@ -208,6 +221,14 @@ class Monkey:
         width, height = self.random.randrange(200, 1200), self.random.randrange(150, 900)
         self.note("resize", width, height)
         self.desk.call("xdotool", "getactivewindow", "windowsize", str(width), str(height))
+
+    def bring(self):
+        """Brings a window to the front as the desktop's list of windows does; somebody may have put it away."""
+        windows = re.findall("0x[0-9a-f]+", self.desk.call("xprop", "-root", "_NET_CLIENT_LIST").stdout)
+        if windows:
+            at = self.random.randrange(len(windows))
+            self.note("bring", at)
+            self.desk.call("xdotool", "windowactivate", windows[at])
 
     def close(self):
         self.note("close")
